@@ -1,0 +1,11 @@
+# SPDX-License-Identifier: MIT
+install(TARGETS quenda RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(FILES data/quenda.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+install(FILES data/quenda.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
+install(FILES data/io.github.quenda.Quenda.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+install(FILES data/quenda.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+foreach(size scalable 48x48 128x128)
+  install(DIRECTORY data/icons/${size}/ DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/${size}/apps)
+endforeach()
+install(DIRECTORY docs/manual/ DESTINATION ${CMAKE_INSTALL_DATADIR}/quenda/manual)
+install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})

@@ -1,0 +1,37 @@
+# SPDX-License-Identifier: MIT
+cmake_minimum_required(VERSION 3.25)
+# Fails on an include between the folders of src/ that the architecture does not allow.
+# Usage: cmake -DSOURCE_DIR=... -P layers.cmake
+
+set(allowed_app mainwindow library fulltext pages)
+set(allowed_mainwindow contents index browser search icons library fulltext pages)
+set(allowed_contents library fulltext pages)
+set(allowed_index library fulltext pages)
+set(allowed_browser library fulltext pages)
+set(allowed_search library fulltext pages)
+set(allowed_icons)
+set(allowed_library formats)
+set(allowed_fulltext pages)
+set(allowed_pages formats)
+set(allowed_formats)
+
+set(failures "")
+file(GLOB_RECURSE files RELATIVE ${SOURCE_DIR}/src ${SOURCE_DIR}/src/*.h ${SOURCE_DIR}/src/*.cpp)
+foreach(file IN LISTS files)
+  string(REGEX REPLACE "/.*" "" layer ${file})
+  file(STRINGS ${SOURCE_DIR}/src/${file} includes REGEX "^ *# *include +\"")
+  foreach(include IN LISTS includes)
+    if(NOT include MATCHES "\"([a-z]+)/[^\"]+\"")
+      list(APPEND failures "${file}: not written from src/: ${include}")
+    elseif(NOT CMAKE_MATCH_1 STREQUAL layer AND NOT CMAKE_MATCH_1 IN_LIST allowed_${layer})
+      list(APPEND failures "${file}: ${layer} may not include ${CMAKE_MATCH_1}")
+    endif()
+  endforeach()
+endforeach()
+
+if(failures)
+  list(JOIN failures "\n  " text)
+  message(FATAL_ERROR "Includes against the architecture:\n  ${text}")
+endif()
+list(LENGTH files count)
+message(STATUS "${count} files, no include against the architecture")

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include <string_view>
+
+/// Whether an argument is one of the three forms of an option: "--name", "-name" or "/name".
+[[nodiscard]] bool isOption(std::string_view argument, std::string_view name);
+
+/// A file name from the command line: as the locale encodes it, else as Latin-1 when only that names a file.
+[[nodiscard]] QString fileNameArgument(const char* argument);
+
+/// The same, made absolute.
+[[nodiscard]] QString absoluteFileNameArgument(const char* argument);

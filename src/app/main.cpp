@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "app/arguments.h"
+#include "app/dump.h"
+#include "app/requests.h"
+#include "app/screenshot.h"
+#include "app/usage.h"
+#include "app/viewer.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+
+#include <cstdio>
+
+namespace {
+
+int runDump(int argc, char* argv[])
+{
+    QStringList fileNames;
+    for (int i = 2; i < argc; ++i) {
+        fileNames.append(absoluteFileNameArgument(argv[i]));
+    }
+    return dump(fileNames);
+}
+
+int reportUsageError(const char* option)
+{
+    std::fprintf(stderr, "quenda: %s needs a file name; see quenda --help\n", option);
+    return 2;
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication::setApplicationName(QStringLiteral("Quenda"));
+    QCoreApplication::setOrganizationName(QStringLiteral("Orvanel"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(QUENDA_VERSION));
+
+    if (const auto status = serveRequest(argc, argv)) {
+        return *status;
+    }
+    const std::string_view first = argc > 1 ? argv[1] : "";
+    if (argc == 2 && first == "--help") {
+        printUsage();
+        return 0;
+    }
+    if (argc == 2 && first == "--version") {
+        printVersion();
+        return 0;
+    }
+    if (first == "--dump") {
+        return argc > 2 ? runDump(argc, argv) : reportUsageError(argv[1]);
+    }
+    if (first == "--screenshot") {
+        return argc > 2 ? takeScreenshot(argc, argv) : reportUsageError(argv[1]);
+    }
+    return runViewer(argc, argv);
+}

@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// Draws the window that the viewer would show for argv[3] … into the PNG file argv[2] and says on standard
+/// output what was loaded. Needs no display. Returns the exit status: 1 when the picture could not be
+/// written.
+[[nodiscard]] int takeScreenshot(int argc, char* argv[]);

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#include "app/usage.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+
+void printUsage()
+{
+    const QString text = QCoreApplication::translate("Usage", R"(Usage: quenda [FILE.cnt ...]
+       quenda --show FILE.cnt
+       quenda --install | --uninstall | --isinstall FILE.cnt
+       quenda --dump FILE.cnt ...
+       quenda --screenshot OUT.png [FILE.cnt ...]
+       quenda --help | --version
+
+Opens the help sets of the contents files FILE.cnt in a window; without
+arguments the help sets that were open last, else all installed ones.
+
+  --show FILE.cnt       start as without arguments, then show this help set
+  --install FILE.cnt    add the file to the installed contents list
+  --uninstall FILE.cnt  remove it from the list
+  --isinstall FILE.cnt  tell whether it is in the list
+  --dump                write contents, index and problems as JSON
+  --screenshot OUT.png  draw the window into a picture, without a display
+  --help, --version     write this text, or the version, and exit
+
+The three list requests print one line and exit with 0 (done, or yes),
+1 (file not found) or 2 (already installed, or not installed). --dump exits
+with 1 when a named file is missing or unreadable.
+)");
+    std::fputs(qUtf8Printable(text), stdout);
+}
+
+void printVersion()
+{
+    std::printf("Quenda %s\n", QUENDA_VERSION);
+}

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#include "app/viewer.h"
+
+#include "app/arguments.h"
+#include "library/helplibrary.h"
+#include "mainwindow/helpmainwindow.h"
+
+#include <QApplication>
+
+namespace {
+
+bool isShowRequest(int argc, char* argv[])
+{
+    return argc == 3 && isOption(argv[1], "show");
+}
+
+} // namespace
+
+int runViewer(int argc, char* argv[])
+{
+    // Decided before the toolkit takes its own options out of the list.
+    const bool isDefault = argc == 1 || isShowRequest(argc, argv);
+    const QApplication application(argc, argv);
+    QGuiApplication::setDesktopFileName(QStringLiteral("quenda"));
+    HelpLibrary library;
+    HelpMainWindow window(library);
+    if (isDefault) {
+        window.loadDefault();
+    } else {
+        for (int i = 1; i < argc; ++i) {
+            window.insertContents(absoluteFileNameArgument(argv[i]));
+            window.gotoFirstPage();
+        }
+    }
+    if (isShowRequest(argc, argv)) {
+        window.showInstalled(absoluteFileNameArgument(argv[2]));
+    }
+    window.show();
+    return QApplication::exec();
+}

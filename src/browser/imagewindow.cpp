@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#include "browser/imagewindow.h"
+
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QImageReader>
+#include <QLabel>
+#include <QPixmap>
+#include <QScrollArea>
+
+namespace {
+
+constexpr QSize LargestInitialSize(400, 300);
+
+} // namespace
+
+bool isPicture(const QString& fileName)
+{
+    return !fileName.isEmpty() && QFileInfo(fileName).isFile() &&
+           !QImageReader::imageFormat(fileName).isEmpty();
+}
+
+ImageWindow::ImageWindow(const QString& fileName)
+    : QDialog(nullptr, Qt::Dialog | Qt::WindowMaximizeButtonHint)
+{
+    setModal(true);
+    setWindowTitle(QString(fileName).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
+
+    const QPixmap picture(fileName.trimmed());
+    auto* label = new QLabel;
+    if (picture.isNull()) {
+        label->setText(tr("The picture cannot be shown: it is damaged or too large."));
+        label->setMargin(12);
+    } else {
+        label->setPixmap(picture);
+        label->setFixedSize(picture.size());
+    }
+    auto* area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidget(label);
+    auto* layout = new QGridLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(area);
+
+    const bool isLarge =
+        picture.width() > LargestInitialSize.width() || picture.height() > LargestInitialSize.height();
+    resize(isLarge ? LargestInitialSize : label->sizeHint().expandedTo(label->size()));
+}

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "browser/recordpage.h"
+
+#include "library/helplibrary.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+QString text(const char* source)
+{
+    return QCoreApplication::translate("RecordPage", source);
+}
+
+void addFact(BuiltinPage& page, const QString& name, const QString& value)
+{
+    if (!value.isEmpty()) {
+        page.facts.push_back({name, value});
+    }
+}
+
+void addOrigin(BuiltinPage& page, const QString& helpSet, const NamedBy& namedBy)
+{
+    addFact(page, text(QT_TRANSLATE_NOOP("RecordPage", "Help set:")), helpSet);
+    if (namedBy.file != nullptr) {
+        addFact(page, text(QT_TRANSLATE_NOOP("RecordPage", "Named in:")),
+                text(QT_TRANSLATE_NOOP("RecordPage", "%1, line %2")).arg(*namedBy.file).arg(namedBy.line));
+    }
+}
+
+QString includeProblem(const HelpLibrary& library, const HelpContentsItem& record)
+{
+    for (const auto& problem : library.problems()) {
+        if (problem.line == record.namedInLine && record.namedIn != nullptr &&
+            problem.file == *record.namedIn) {
+            return problem.message;
+        }
+    }
+    return text(QT_TRANSLATE_NOOP("RecordPage", "The contents file \"%1\" has no entries.")).arg(record.page);
+}
+
+RecordPage makeBookPage(const HelpLibrary& library, const HelpContentsItem& record)
+{
+    RecordPage result;
+    const auto& row = *record.listViewItem;
+    result.page.title = row.text;
+    for (const auto* child : row.children) {
+        result.page.links.push_back({child->text.isEmpty() ? child->contentsItem->page : child->text, {}});
+        result.targets.emplace_back(child->contentsItem);
+    }
+    if (!row.children.empty()) {
+        return result;
+    }
+    result.page.text =
+        record.target == EntryTarget::Contents
+            ? includeProblem(library, record)
+            : text(QT_TRANSLATE_NOOP("RecordPage", "The contents name no page for this entry."));
+    addOrigin(result.page, record.title, {record.namedIn, record.namedInLine});
+    return result;
+}
+
+RecordPage makeKeywordPage(const HelpLibrary& library, const HelpContentsItem& record)
+{
+    RecordPage result;
+    const auto& index = library.keywordIndex();
+    result.page.title = record.keyword->keyword;
+    for (const auto* row : index.subKeywords(*record.keyword)) {
+        const auto topics = index.topics(row->indexItem);
+        for (auto* topic : topics) {
+            const QString place = topic->hasPage ? library.pageTitle(topic->link) : QString();
+            result.page.links.push_back({topic->keyword, topics.size() > 1 ? place : QString()});
+            result.targets.emplace_back(topic);
+        }
+    }
+    if (result.targets.empty()) {
+        result.page.text = text(
+            QT_TRANSLATE_NOOP("RecordPage", "The index names no page and no sub-keywords for this keyword."));
+        addOrigin(result.page, record.title, {record.namedIn, record.namedInLine});
+    }
+    return result;
+}
+
+} // namespace
+
+RecordPage makeRecordPage(const HelpLibrary& library, const HelpContentsItem& record)
+{
+    return record.keyword != nullptr ? makeKeywordPage(library, record) : makeBookPage(library, record);
+}
+
+BuiltinPage makeErrorPage(const QString& name, const QString& reason, const QString& helpSet,
+                          const NamedBy& namedBy)
+{
+    BuiltinPage page;
+    page.title = text(QT_TRANSLATE_NOOP("RecordPage", "This page cannot be shown"));
+    page.text = reason;
+    addFact(page, text(QT_TRANSLATE_NOOP("RecordPage", "Page:")), name);
+    addOrigin(page, helpSet, namedBy);
+    return page;
+}

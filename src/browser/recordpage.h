@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "pages/builtinpage.h"
+#include "pages/pagefile.h"
+
+#include <variant>
+#include <vector>
+
+class HelpLibrary;
+struct HelpContentsItem;
+struct HelpIndexItem;
+
+/// What a link of a page of the viewer's own leads to.
+using RecordLink = std::variant<HelpContentsItem*, HelpIndexItem*>;
+
+/// A page of the viewer's own with the targets of its links.
+struct RecordPage {
+    BuiltinPage page;
+    std::vector<RecordLink> targets;
+};
+
+/// The line of a contents or index file that names a page; `file` is null when unknown.
+struct NamedBy {
+    const QString* file = nullptr;
+    int line = 0;
+};
+
+/// The page of a record that has no page file: a book with its children, or a keyword with its sub-keywords.
+[[nodiscard]] RecordPage makeRecordPage(const HelpLibrary& library, const HelpContentsItem& record);
+
+/// The page that says why `name` cannot be shown. `helpSet` may be null.
+[[nodiscard]] BuiltinPage makeErrorPage(const QString& name, const QString& reason, const QString& helpSet,
+                                        const NamedBy& namedBy);

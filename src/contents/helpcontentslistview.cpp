@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#include "contents/helpcontentslistview.h"
+
+#include "contents/helpcontentsmodel.h"
+
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <QStyledItemDelegate>
+
+namespace {
+
+/// Gives each row the icon of its kind; the model knows nothing of icons.
+class ContentsDelegate : public QStyledItemDelegate {
+public:
+    ContentsDelegate(const ContentsIcons& icons, QTreeView* view)
+        : QStyledItemDelegate(view), m_icons(icons), m_view(view)
+    {
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->features |= QStyleOptionViewItem::HasDecoration;
+        option->icon = icon(index);
+        option->decorationSize = m_view->iconSize();
+    }
+
+private:
+    [[nodiscard]] const QIcon& icon(const QModelIndex& index) const
+    {
+        if (!index.model()->hasChildren(index)) {
+            return m_icons.bookItem;
+        }
+        return m_view->isExpanded(index) ? m_icons.bookOpen : m_icons.bookClose;
+    }
+
+    ContentsIcons m_icons;
+    QTreeView* m_view;
+};
+
+constexpr QSize IconSize(16, 16);
+
+} // namespace
+
+HelpContentsListView::HelpContentsListView(const ContentsIcons& icons, QWidget* parent) : QTreeView(parent)
+{
+    setIconSize(IconSize);
+    setItemDelegate(new ContentsDelegate(icons, this));
+    setHeaderHidden(true);
+    setRootIsDecorated(true);
+    setUniformRowHeights(true);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setMouseTracking(true);
+    setAccessibleName(tr("Contents"));
+    // Long titles scroll sideways instead of being cut.
+    header()->setStretchLastSection(false);
+    header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+}
+
+void HelpContentsListView::mouseMoveEvent(QMouseEvent* event)
+{
+    QTreeView::mouseMoveEvent(event);
+    if (const auto* row = HelpContentsModel::rowAt(indexAt(event->position().toPoint()))) {
+        Q_EMIT rowHovered(row);
+    }
+}
+
+void HelpContentsListView::resizeEvent(QResizeEvent* event)
+{
+    header()->setMinimumSectionSize(viewport()->width());
+    QTreeView::resizeEvent(event);
+}

@@ -1,0 +1,279 @@
+// SPDX-License-Identifier: MIT
+#include "formats/contentsreader.h"
+
+#include "formats/helpsettitle.h"
+#include "formats/linereader.h"
+#include "formats/paths.h"
+#include "formats/regularfile.h"
+#include "formats/textdecoding.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <utility>
+
+/// The state of reading one file. Depths count from the file's own unindented entries.
+struct ContentsReader::Source {
+    QString path; ///< as opened
+    QString dir;  ///< base directory, ends with "/"
+    int file = 0;
+    int line = 0;
+    int including = -1; ///< row of the including line; -1 for the top file
+    int title = -1;
+    bool hasIndex = false;
+    bool started = false; ///< the first entry line has been read
+    int lastRow = -1;
+    int depth = 0; ///< of the last row
+};
+
+namespace {
+
+int indentation(QStringView line)
+{
+    const auto* end = std::find_if(line.begin(), line.end(), [](QChar c) { return c != u' ' && c != u'\t'; });
+    return int(std::distance(line.begin(), end));
+}
+
+bool isDirective(QStringView trimmed)
+{
+    return trimmed.startsWith(TitleDirective) || trimmed.startsWith(IndexDirective);
+}
+
+bool hasOnlyOneTopEntry(const QString& text)
+{
+    int count = 0;
+    LineReader lines(text);
+    while (count < 2 && lines.next()) {
+        const QStringView trimmed = lines.trimmed();
+        if (!trimmed.isEmpty() && !isDirective(trimmed) && indentation(lines.line()) == 0) {
+            ++count;
+        }
+    }
+    return count == 1;
+}
+
+QString canonicalPath(const QString& path)
+{
+    return QFileInfo(fileSystemName(path)).canonicalFilePath();
+}
+
+} // namespace
+
+bool onlyOneTopContent(const QString& fileName)
+{
+    const auto bytes = readRegularFile(fileName);
+    return bytes.ok() && hasOnlyOneTopEntry(decodeText(bytes.value()));
+}
+
+ContentsOutline ContentsReader::read(const QString& fileName)
+{
+    m_outline = {};
+    m_openFiles.clear();
+    m_full = false;
+
+    Source source;
+    source.path = absoluteFilePath(fileName);
+    source.dir = extractRightDir(source.path);
+    m_outline.files.push_back(source.path);
+    const auto bytes = readRegularFile(source.path);
+    if (bytes.ok()) {
+        m_outline.readable = true;
+        m_openFiles.append(canonicalPath(source.path));
+        readFile(source, decodeText(bytes.value()));
+    } else {
+        note(source, Problem::Severity::Error,
+             tr("The contents file cannot be read: %1").arg(describe(bytes.error())));
+    }
+    return std::exchange(m_outline, {});
+}
+
+void ContentsReader::readFile(Source& source, const QString& text)
+{
+    LineReader lines(text);
+    while (!m_full && lines.next()) {
+        const QStringView trimmed = lines.trimmed();
+        source.line = lines.number();
+        if (trimmed.startsWith(TitleDirective)) {
+            if (const auto value = directiveValue(trimmed, TitleDirective)) {
+                readTitle(source, *value);
+            }
+        } else if (trimmed.startsWith(IndexDirective)) {
+            if (const auto value = directiveValue(trimmed, IndexDirective)) {
+                readIndexReference(source, *value);
+            }
+        } else if (!trimmed.isEmpty() && !readEntry(source, lines.line(), trimmed, text)) {
+            return;
+        }
+    }
+}
+
+void ContentsReader::readTitle(Source& source, QStringView value)
+{
+    if (source.title >= 0) {
+        return;
+    }
+    // An empty title is a title, a null one would mean that none is known.
+    const QString title = value.isEmpty() ? QStringLiteral("") : value.toString();
+    source.title = int(m_outline.titles.size());
+    m_outline.titles.push_back(title);
+    if (m_outline.title.isNull()) {
+        m_outline.title = title;
+    }
+}
+
+void ContentsReader::readIndexReference(Source& source, QStringView value)
+{
+    if (source.hasIndex) {
+        return;
+    }
+    source.hasIndex = true;
+    const QString name = value.toString();
+    m_outline.indexFiles.push_back({isAbsoluteName(name) ? name : source.dir + name,
+                                    source.title < 0 ? QString() : m_outline.titles[size_t(source.title)],
+                                    source.file, source.line});
+}
+
+/// False when the reading of the file has to stop.
+bool ContentsReader::readEntry(Source& source, QStringView line, QStringView trimmed, const QString& text)
+{
+    const bool first = !source.started;
+    source.started = true;
+    int depth = indentation(line);
+    if (first && depth == 1 && source.including < 0) {
+        note(source, Problem::Severity::Warning,
+             tr("The first entry is indented; it is read as if it were not"));
+        depth = 0;
+    }
+    if (first ? depth > 0 : depth > source.depth + 1) {
+        note(source, Problem::Severity::Error,
+             tr("The entry is indented more than one level deeper than the one before; "
+                "the rest of the file is not read"));
+        m_outline.malformedFiles.append(source.path);
+        return false;
+    }
+
+    OutlineEntry entry = makeEntry(source, trimmed);
+    if (first && isMergeable(source, entry, text)) {
+        auto& row = m_outline.entries[size_t(source.including)];
+        row.page = entry.page;
+        row.helpSet = entry.helpSet;
+        row.file = entry.file;
+        row.line = entry.line;
+        row.target = entry.target;
+        source.lastRow = source.including;
+    } else {
+        if (m_outline.entries.size() >= size_t(MaximumEntries)) {
+            note(source, Problem::Severity::Error,
+                 tr("More than %1 entries; the rest is not read").arg(MaximumEntries));
+            m_full = true;
+            return false;
+        }
+        const int row = append(std::move(entry));
+        if (first && source.including < 0) {
+            m_outline.firstTop = row;
+        } else if (first) {
+            insertFirstChild(row, source.including);
+        } else if (depth > source.depth) {
+            insertFirstChild(row, source.lastRow);
+        } else {
+            insertAfter(row, ancestor(source.lastRow, source.depth - depth));
+        }
+        source.lastRow = row;
+    }
+    source.depth = depth;
+
+    if (m_outline.entries[size_t(source.lastRow)].target == EntryTarget::Contents) {
+        include(source, source.lastRow);
+    } else if (m_outline.firstPage < 0) {
+        m_outline.firstPage = source.lastRow;
+    }
+    return true;
+}
+
+OutlineEntry ContentsReader::makeEntry(const Source& source, QStringView trimmed) const
+{
+    const qsizetype equals = trimmed.indexOf(u'=');
+    const QStringView page = equals < 0 ? QStringView() : trimmed.sliced(equals + 1).trimmed();
+    OutlineEntry entry;
+    entry.title = (equals < 0 ? trimmed : trimmed.first(equals).trimmed()).toString();
+    entry.helpSet = source.title;
+    entry.file = source.file;
+    entry.line = source.line;
+    if (page.endsWith(u".cnt")) {
+        entry.target = EntryTarget::Contents;
+        entry.page = page.toString();
+    } else {
+        entry.target = page.isEmpty() ? EntryTarget::Nothing : EntryTarget::Page;
+        entry.page = page.isEmpty() ? source.dir : source.dir + page;
+    }
+    return entry;
+}
+
+void ContentsReader::include(const Source& source, int row)
+{
+    const QString name = m_outline.entries[size_t(row)].page;
+    Source included;
+    included.including = row;
+    included.path = isAbsoluteName(name) ? name : source.dir + name;
+    included.dir = isAbsoluteName(name) ? source.dir : extractRightDir(included.path);
+    const QString canonical = canonicalPath(included.path);
+    const auto refuse = [&](const QString& reason) {
+        note(source, Problem::Severity::Warning,
+             tr("The contents file \"%1\" is not included: %2").arg(name, reason));
+    };
+    if (!canonical.isEmpty() && m_openFiles.contains(canonical)) {
+        return refuse(tr("it includes itself"));
+    }
+    if (m_openFiles.size() > MaximumNesting) {
+        return refuse(tr("more than %1 files include each other").arg(MaximumNesting));
+    }
+    const auto bytes = readRegularFile(included.path);
+    if (!bytes.ok()) {
+        return refuse(describe(bytes.error()));
+    }
+    included.file = int(m_outline.files.size());
+    m_outline.files.push_back(included.path);
+    m_openFiles.append(canonical);
+    readFile(included, decodeText(bytes.value()));
+    m_openFiles.removeLast();
+}
+
+bool ContentsReader::isMergeable(const Source& source, const OutlineEntry& entry, const QString& text) const
+{
+    return source.including >= 0 && m_outline.entries[size_t(source.including)].title == entry.title &&
+           hasOnlyOneTopEntry(text);
+}
+
+int ContentsReader::append(OutlineEntry entry)
+{
+    m_outline.entries.push_back(std::move(entry));
+    return int(m_outline.entries.size()) - 1;
+}
+
+void ContentsReader::insertFirstChild(int row, int parent)
+{
+    auto& child = m_outline.entries[size_t(row)];
+    child.parent = parent;
+    child.nextSibling = std::exchange(m_outline.entries[size_t(parent)].firstChild, row);
+}
+
+void ContentsReader::insertAfter(int row, int predecessor)
+{
+    auto& before = m_outline.entries[size_t(predecessor)];
+    auto& entry = m_outline.entries[size_t(row)];
+    entry.parent = before.parent;
+    entry.nextSibling = std::exchange(before.nextSibling, row);
+}
+
+int ContentsReader::ancestor(int row, int steps) const
+{
+    for (; steps > 0; --steps) {
+        row = m_outline.entries[size_t(row)].parent;
+    }
+    return row;
+}
+
+void ContentsReader::note(const Source& source, Problem::Severity severity, const QString& message)
+{
+    m_outline.problems.push_back({source.path, source.line, severity, message});
+}

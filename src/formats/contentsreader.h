@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "formats/contentsoutline.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+
+/// Reads a contents file and the contents files that it includes into an outline. Touches nothing but those
+/// files.
+class ContentsReader {
+    Q_DECLARE_TR_FUNCTIONS(ContentsReader)
+
+public:
+    static constexpr int MaximumNesting = 64;
+    static constexpr int MaximumEntries = 5'000'000;
+
+    /// Never fails: what cannot be read is missing from the outline and listed among its problems.
+    [[nodiscard]] ContentsOutline read(const QString& fileName);
+
+private:
+    struct Source;
+
+    void readFile(Source& source, const QString& text);
+    void readTitle(Source& source, QStringView value);
+    void readIndexReference(Source& source, QStringView value);
+    bool readEntry(Source& source, QStringView line, QStringView trimmed, const QString& text);
+    [[nodiscard]] OutlineEntry makeEntry(const Source& source, QStringView trimmed) const;
+    void include(const Source& source, int row);
+
+    [[nodiscard]] bool isMergeable(const Source& source, const OutlineEntry& entry,
+                                   const QString& text) const;
+    int append(OutlineEntry entry);
+    void insertFirstChild(int row, int parent);
+    void insertAfter(int row, int predecessor);
+    [[nodiscard]] int ancestor(int row, int steps) const;
+    void note(const Source& source, Problem::Severity severity, const QString& message);
+
+    ContentsOutline m_outline;
+    QStringList m_openFiles; ///< canonical paths of the files being read, outermost first
+    bool m_full = false;
+};
+
+/// Whether the contents file has exactly one unindented entry line; false when it cannot be read.
+[[nodiscard]] bool onlyOneTopContent(const QString& fileName);

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QStringView>
+
+/// Walks the lines of a text that outlives it. A line ends with LF, CRLF or a lone CR; the ends are not part
+/// of it.
+class LineReader {
+public:
+    explicit LineReader(QStringView text) : m_text(text) {}
+
+    /// Steps to the next line; false at the end of the text.
+    bool next();
+    [[nodiscard]] QStringView line() const { return m_line; }
+    /// The line without white space at both ends.
+    [[nodiscard]] QStringView trimmed() const { return m_line.trimmed(); }
+    /// Counted from 1.
+    [[nodiscard]] int number() const { return m_number; }
+
+private:
+    [[nodiscard]] qsizetype find(QChar end, qsizetype cached) const;
+
+    QStringView m_text;
+    QStringView m_line;
+    qsizetype m_position = 0;
+    qsizetype m_nextLineFeed = -1;
+    qsizetype m_nextReturn = -1;
+    int m_number = 0;
+};

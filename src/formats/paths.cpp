@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "formats/paths.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+bool isCleanAbsolutePath(QStringView path)
+{
+    return path.startsWith(u'/') && !path.contains(u"//") && !path.contains(u"/./") &&
+           !path.contains(u"/../") && !path.endsWith(u"/.") && !path.endsWith(u"/..");
+}
+
+} // namespace
+
+bool isAbsoluteName(const QString& name)
+{
+    return name.startsWith(u'/') || name.startsWith(u"~/") || (name.size() > 1 && name.at(1) == u':');
+}
+
+QString fileSystemName(const QString& name)
+{
+    return name.startsWith(u':') ? QDir::currentPath() + u'/' + name : name;
+}
+
+QString absoluteFilePath(const QString& name)
+{
+    return isCleanAbsolutePath(name) ? name : QFileInfo(fileSystemName(name)).absoluteFilePath();
+}
+
+QString getRightDir(const QString& dir)
+{
+    const bool complete = dir.isEmpty() || dir.endsWith(u'/') || dir.endsWith(u'\\');
+    return complete ? dir : dir + u'/';
+}
+
+QString extractRightDir(const QString& path)
+{
+    return getRightDir(QFileInfo(fileSystemName(path)).absolutePath());
+}
+
+QString extractFileName(const QString& path)
+{
+    return QFileInfo(path).filePath();
+}
+
+bool isOneFile(const QString& a, const QString& b)
+{
+    return a == b || absoluteFilePath(a) == absoluteFilePath(b);
+}

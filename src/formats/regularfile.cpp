@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+#include "formats/regularfile.h"
+
+#include "formats/paths.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <array>
+#include <cerrno>
+#include <fcntl.h>
+#include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr qint64 MaximumSize = qint64(1) << 30;
+
+class FileDescriptor {
+public:
+    explicit FileDescriptor(int fd) : m_fd(fd) {}
+    ~FileDescriptor()
+    {
+        if (m_fd >= 0) {
+            ::close(m_fd);
+        }
+    }
+    Q_DISABLE_COPY_MOVE(FileDescriptor)
+
+    [[nodiscard]] int get() const { return m_fd; }
+
+private:
+    int m_fd;
+};
+
+FileError fromErrno(int error)
+{
+    return error == ENOENT || error == ENOTDIR ? FileError::NotFound : FileError::Unreadable;
+}
+
+std::optional<FileError> refusal(const struct stat& status)
+{
+    if (S_ISDIR(status.st_mode)) {
+        return FileError::Directory;
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return FileError::NotRegular;
+    }
+    if (status.st_size > MaximumSize) {
+        return FileError::TooLarge;
+    }
+    return std::nullopt;
+}
+
+Result<QByteArray, FileError> readAll(int fd, qint64 expected)
+{
+    QByteArray bytes;
+    bytes.reserve(expected + 1);
+    std::array<char, 65536> block{};
+    for (;;) {
+        const auto count = ::read(fd, block.data(), block.size());
+        if (count == 0) {
+            return bytes;
+        }
+        if (count < 0 && errno != EINTR) {
+            return FileError::Unreadable;
+        }
+        if (count > 0) {
+            bytes.append(block.data(), count);
+        }
+        if (bytes.size() > MaximumSize) {
+            return FileError::TooLarge;
+        }
+    }
+}
+
+} // namespace
+
+QString describe(FileError error)
+{
+    switch (error) {
+    case FileError::NotFound:
+        return QCoreApplication::translate("FileError", "no such file");
+    case FileError::Directory:
+        return QCoreApplication::translate("FileError", "it is a directory");
+    case FileError::NotRegular:
+        return QCoreApplication::translate("FileError", "it is not a regular file");
+    case FileError::Unreadable:
+        return QCoreApplication::translate("FileError", "it is not readable");
+    case FileError::TooLarge:
+        return QCoreApplication::translate("FileError", "it is larger than 1 GiB");
+    }
+    return {};
+}
+
+Result<QByteArray, FileError> readRegularFile(const QString& path)
+{
+    const QByteArray name = QFile::encodeName(fileSystemName(path));
+    struct stat status = {};
+    // Opening a device can have effects of its own, so look before opening.
+    if (name.isEmpty() || name.contains('\0') || ::stat(name.constData(), &status) != 0) {
+        return name.isEmpty() ? FileError::NotFound : fromErrno(errno);
+    }
+    if (const auto refused = refusal(status)) {
+        return *refused;
+    }
+    const FileDescriptor file(::open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (file.get() < 0 || ::fstat(file.get(), &status) != 0) {
+        return fromErrno(errno);
+    }
+    if (const auto refused = refusal(status)) {
+        return *refused;
+    }
+    return readAll(file.get(), status.st_size);
+}
+
+bool isRegularFile(const QString& path)
+{
+    const QByteArray name = QFile::encodeName(fileSystemName(path));
+    struct stat status = {};
+    return !name.isEmpty() && !name.contains('\0') && ::stat(name.constData(), &status) == 0 &&
+           S_ISREG(status.st_mode);
+}

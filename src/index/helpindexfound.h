@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDialog>
+
+class HelpLibrary;
+class QLabel;
+class QPushButton;
+class QTreeWidget;
+struct HelpIndexItem;
+
+/// Lets the user choose among the topics of one keyword.
+class HelpIndexFound : public QDialog {
+    Q_OBJECT
+
+public:
+    /// The distinct entries of one group of the library's keyword index.
+    HelpIndexFound(const HelpLibrary& library, int group, QWidget* parent);
+
+    /// Entry of the current row; null when there is none.
+    [[nodiscard]] HelpIndexItem* getIndex() const;
+
+private:
+    void buildLayout();
+    void addTopics(const HelpLibrary& library);
+
+    QLabel* m_promptLabel;
+    QTreeWidget* m_topicList;
+    QPushButton* m_showButton;
+    QPushButton* m_cancelButton;
+    std::vector<HelpIndexItem*> m_items;
+};

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "mainwindow/helpactions.h"
+
+#include <QHash>
+#include <QMainWindow>
+
+class HelpBrowser;
+class HelpContents;
+class HelpIndex;
+class HelpLibrary;
+class HelpSetMenu;
+class QDockWidget;
+class QTabWidget;
+struct HelpContentsItem;
+struct HelpIndexItem;
+
+/// The viewer's window: commands, panes and page view, and the wiring between them. The library must outlive
+/// it.
+class HelpMainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    explicit HelpMainWindow(HelpLibrary& library, QWidget* parent = nullptr);
+    ~HelpMainWindow() override;
+
+    /// Whether the window leaves its state in the settings store when it is destroyed; it does by default.
+    void setPersistent(bool persistent) { m_isPersistent = persistent; }
+
+    /// Loads one contents file into both panes and shows its first page; a name that is no file is skipped.
+    void insertContents(const QString& fileName);
+    /// Unloads the contents file whose "Remove Contents" entry has this id.
+    void removeContents(int menuId);
+    /// Makes sure that a contents file is loaded and shows its first page.
+    void showInstalled(const QString& fileName);
+    /// Loads the contents files that were open last, else all installed ones, and shows the first page.
+    void loadDefault();
+    void gotoFirstPage();
+
+    /// Null empties the page view.
+    void loadHtml(HelpContentsItem* item);
+    void loadHtml(const HelpIndexItem* item);
+    void setHelpCaption(const QString& title);
+    void showLinkInStatusBar(const QString& text);
+
+protected Q_SLOTS:
+    virtual void sourceEmpty(bool value);
+    virtual void fileAddContents();
+    virtual void fileRemoveContents(int index);
+    virtual void fileShowInstalled(int index);
+    virtual void fileExit();
+    virtual void selectionChanged();
+    virtual void editCopy();
+    virtual void viewZoomIn();
+    virtual void viewZoomOut();
+    virtual void viewContents();
+    virtual void viewGoToolbar();
+    virtual void viewContentsChanged(bool visible);
+    virtual void viewGoToolbarChanged(bool visible);
+    virtual void goBack();
+    virtual void goForward();
+    virtual void goUp();
+    virtual void goHome();
+    virtual void goSync();
+    virtual void goBackEnabled(bool value);
+    virtual void goForwardEnabled(bool value);
+    virtual void goUpEnabled(bool value);
+    virtual void goHomeEnabled(bool value);
+    virtual void goSyncEnabled(bool value);
+    virtual void helpManual();
+    virtual void helpAbout();
+
+protected:
+    bool event(QEvent* event) override;
+
+private:
+    void buildMenus();
+    void buildToolBar();
+    void buildPanes();
+    void buildPaneShortcuts();
+    void connectActions();
+    void connectPanes();
+    void connectBrowser();
+
+    void buildInstalledMenu();
+    void loadFromSettings();
+    void saveSettings() const;
+    void showPane(QWidget* pane);
+
+    HelpLibrary& m_library;
+    HelpActions m_actions;
+    HelpSetMenu* m_removeMenu = nullptr;
+    HelpSetMenu* m_installedMenu = nullptr;
+    QToolBar* m_goToolBar = nullptr;
+    QDockWidget* m_contentsDock = nullptr;
+    QTabWidget* m_paneTabs = nullptr;
+    HelpBrowser* m_browser = nullptr;
+    HelpContents* m_contentsPane = nullptr;
+    HelpIndex* m_indexPane = nullptr;
+    QHash<int, QString> m_installed; ///< file names by the ids of their menu entries
+    QStringList m_installedFiles;    ///< in menu order
+    bool m_isPersistent = true;
+};

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+#include "pages/links.h"
+
+#include "formats/paths.h"
+#include "formats/regularfile.h"
+
+#include <QDir>
+#include <QRegularExpression>
+#include <QUrl>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+bool hasRemotePrefix(QStringView trimmed)
+{
+    return trimmed.startsWith(u"http://") || trimmed.startsWith(u"https://") || trimmed.startsWith(u"ftp://");
+}
+
+QString decoded(QStringView text)
+{
+    return text.contains(u'%') ? QUrl::fromPercentEncoding(text.toUtf8()) : text.toString();
+}
+
+/// The file that a path means: as decoded, else as written, else as decoded without its "?query".
+QString existingFile(const QString& dir, QStringView path)
+{
+    const auto absolute = [&](const QString& name) {
+        return QDir::cleanPath(name.startsWith(u'/') ? name : dir + name);
+    };
+    const QString preferred = absolute(decoded(path));
+    if (isRegularFile(preferred)) {
+        return preferred;
+    }
+    const QString raw = absolute(path.toString());
+    if (isRegularFile(raw)) {
+        return raw;
+    }
+    const qsizetype query = path.indexOf(u'?');
+    return query < 0 ? preferred : absolute(decoded(path.first(query)));
+}
+
+} // namespace
+
+bool isRemoteName(const QString& name)
+{
+    static constexpr std::array pictures{QStringView(u".gif"), QStringView(u".bmp"), QStringView(u".png"),
+                                         QStringView(u".jpg")};
+    const QStringView trimmed = QStringView(name).trimmed();
+    return hasRemotePrefix(trimmed) || std::any_of(pictures.begin(), pictures.end(), [&](QStringView suffix) {
+               return trimmed.endsWith(suffix);
+           });
+}
+
+QString foreignScheme(const QString& name)
+{
+    static const QRegularExpression scheme(QStringLiteral("^\\s*([A-Za-z][A-Za-z0-9+.-]+):"));
+    const QString found = scheme.match(name).captured(1).toLower();
+    return hasRemotePrefix(QStringView(name).trimmed()) || found == u"file" ? QString() : found;
+}
+
+QString resolveLink(const QString& pageFile, const QString& href)
+{
+    const QString dir = extractRightDir(pageFile);
+    const QStringView trimmed = QStringView(href).trimmed();
+    if (hasRemotePrefix(trimmed)) {
+        return href;
+    }
+    if (trimmed.startsWith(u"//")) {
+        return QStringLiteral("https:") + trimmed;
+    }
+    if (trimmed.startsWith(u"file:", Qt::CaseInsensitive)) {
+        const QUrl url(trimmed.toString());
+        const QString anchor = url.hasFragment() ? u'#' + url.fragment(QUrl::FullyDecoded) : QString();
+        return url.host().isEmpty() ? QDir::cleanPath(url.path(QUrl::FullyDecoded)) + anchor : href;
+    }
+    const qsizetype hash = trimmed.indexOf(u'#');
+    const QStringView path = hash < 0 ? trimmed : trimmed.first(hash);
+    const QString anchor = hash < 0 ? QString() : decoded(trimmed.sliced(hash));
+    if (path.isEmpty()) {
+        return pageFile + anchor;
+    }
+    const QString file = existingFile(dir, path);
+    // A file may look like a scheme ("std::list.html"); one that exists wins.
+    if (!foreignScheme(href).isEmpty() && !isRegularFile(file)) {
+        return href;
+    }
+    return file + anchor;
+}

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+#include "pages/pagefile.h"
+
+#include "formats/paths.h"
+#include "formats/regularfile.h"
+#include "pages/pagedecoding.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QStringDecoder>
+
+#include <algorithm>
+
+namespace {
+
+PageError fromFileError(FileError error)
+{
+    switch (error) {
+    case FileError::NotFound:
+        return PageError::NotFound;
+    case FileError::Directory:
+        return PageError::Directory;
+    case FileError::NotRegular:
+        return PageError::NotRegular;
+    case FileError::TooLarge:
+        return PageError::TooLarge;
+    case FileError::Unreadable:
+        break;
+    }
+    return PageError::Unreadable;
+}
+
+QString withIndexPage(const QString& file)
+{
+    const QString index = getRightDir(file) + QStringLiteral("index.html");
+    return QFileInfo(fileSystemName(file)).isDir() && isRegularFile(index) ? index : file;
+}
+
+bool isText(const QByteArray& bytes)
+{
+    const auto bom = QStringConverter::encodingForData(bytes);
+    if (bom && *bom != QStringConverter::Utf8) {
+        return true;
+    }
+    return !bytes.startsWith("%PDF-") && !bytes.first(std::min<qsizetype>(bytes.size(), 4096)).contains('\0');
+}
+
+bool looksLikeHtml(const QString& file, const QString& text)
+{
+    const QString suffix = QFileInfo(file).suffix().toLower();
+    if (suffix.startsWith(u"htm") || suffix == u"xhtml" || suffix == u"shtml") {
+        return true;
+    }
+    static const QRegularExpression tag(QStringLiteral("<(!doctype|!--|\\?xml|/?[a-z][a-z0-9]*[\\s/>])"),
+                                        QRegularExpression::CaseInsensitiveOption);
+    return suffix != u"txt" && tag.match(text.left(1024)).hasMatch();
+}
+
+} // namespace
+
+PageLocation locatePage(const QString& name)
+{
+    if (isRegularFile(name) || !name.contains(u'#')) {
+        return {withIndexPage(name), {}};
+    }
+    // From the right: directories may have a "#" in their names, too.
+    for (qsizetype hash = name.lastIndexOf(u'#'); hash > 0; hash = name.lastIndexOf(u'#', hash - 1)) {
+        const QString file = withIndexPage(name.first(hash));
+        if (isRegularFile(file)) {
+            return {file, name.sliced(hash + 1)};
+        }
+    }
+    const qsizetype hash = name.indexOf(u'#');
+    return {name.first(hash), name.sliced(hash + 1)};
+}
+
+QString describe(PageError error)
+{
+    switch (error) {
+    case PageError::NotFound:
+        return QCoreApplication::translate("PageError", "There is no such file.");
+    case PageError::Directory:
+        return QCoreApplication::translate("PageError", "This is a directory, not a page.");
+    case PageError::NotRegular:
+        return QCoreApplication::translate("PageError", "This is not a regular file.");
+    case PageError::Unreadable:
+        return QCoreApplication::translate("PageError",
+                                           "The file cannot be read. You may lack the permission.");
+    case PageError::TooLarge:
+        return QCoreApplication::translate("PageError", "The file is larger than 1 GiB.");
+    case PageError::NotText:
+        return QCoreApplication::translate("PageError", "The file does not hold text.");
+    case PageError::Empty:
+        return QCoreApplication::translate("PageError", "The file is empty.");
+    }
+    return {};
+}
+
+Result<PageText, PageError> readPage(const QString& file)
+{
+    const auto bytes = readRegularFile(file);
+    if (!bytes.ok()) {
+        return fromFileError(bytes.error());
+    }
+    if (!isText(bytes.value())) {
+        return PageError::NotText;
+    }
+    const QString text = decodePage(bytes.value());
+    if (text.trimmed().isEmpty()) {
+        return PageError::Empty;
+    }
+    return PageText{text, looksLikeHtml(file, text)};
+}

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "formats/result.h"
+
+#include <QString>
+
+/// Where a page name leads: the file to open and the place in it.
+struct PageLocation {
+    QString file;
+    QString anchor; ///< without "#"; empty for the top of the page
+};
+
+/// Splits a page name at its "#", unless a file has that very name. A directory with an index.html means that
+/// file.
+[[nodiscard]] PageLocation locatePage(const QString& name);
+
+/// The text of a page file.
+struct PageText {
+    QString text;
+    bool isHtml = true; ///< otherwise plain text
+};
+
+/// Why a page cannot be shown.
+enum class PageError { NotFound, Directory, NotRegular, Unreadable, TooLarge, NotText, Empty };
+
+/// A sentence for people.
+[[nodiscard]] QString describe(PageError error);
+
+[[nodiscard]] Result<PageText, PageError> readPage(const QString& file);

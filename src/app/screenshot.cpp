@@ -7,6 +7,7 @@
 #include "mainwindow/helpmainwindow.h"
 
 #include <QApplication>
+#include <QLoggingCategory>
 #include <QPixmap>
 #include <QTimer>
 
@@ -23,7 +24,7 @@ void printSummary(const HelpLibrary& library)
     for (const auto* root : library.roots()) {
         topics += library.helpSet(*root).records().size();
     }
-    const QString text = QCoreApplication::translate("Screenshot", "%1 help sets, %2 topics, %3 keywords\n");
+    const QString text = QCoreApplication::translate("Screenshot", "%1 help set(s), %2 topics, %3 keywords\n");
     std::fputs(qUtf8Printable(
                    text.arg(library.roots().size()).arg(topics).arg(library.keywordIndex().rows().size())),
                stdout);
@@ -36,6 +37,8 @@ int takeScreenshot(int argc, char* argv[])
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
+    // The offscreen platform reports what it cannot do.
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.*=false"));
     const QString picture = fileNameArgument(argv[2]);
     const QApplication application(argc, argv);
     HelpLibrary library;

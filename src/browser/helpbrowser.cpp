@@ -25,6 +25,9 @@
 namespace {
 
 constexpr int HintMargin = 32; // pixels
+constexpr int PageMargin = 10; // pixels
+// Larger style sheets are written for web browsers: rich text follows little of them and takes seconds over it.
+constexpr qint64 LargestStyleSheet = 4096; // bytes
 
 /// Pages without a file are told apart by their record, all others by their name.
 bool isGenerated(const HelpContentsItem* item)
@@ -35,6 +38,13 @@ bool isGenerated(const HelpContentsItem* item)
 bool isSamePage(const HelpContentsItem* a, const HelpContentsItem* b)
 {
     return a == b || (!isGenerated(a) && !isGenerated(b) && HelpLibrary::isOneFile(a->page, b->page));
+}
+
+/// Whether a page that has been set shows neither text nor pictures.
+bool isBlank(const QTextDocument& document)
+{
+    constexpr int shortPage = 256; // characters; longer pages are not looked at
+    return document.characterCount() < shortPage && document.toPlainText().trimmed().isEmpty();
 }
 
 /// Stands where a picture is missing: an empty frame.
@@ -55,6 +65,7 @@ QImage missingPicture()
 HelpBrowser::HelpBrowser(HelpLibrary& library, QWidget* parent) : QTextBrowser(parent), m_library(library)
 {
     setOpenLinks(false);
+    document()->setDocumentMargin(PageMargin);
     setAccessibleName(tr("Page"));
     connect(this, &QTextBrowser::anchorClicked, this, &HelpBrowser::followLink);
     connect(this, &QTextBrowser::highlighted, this,
@@ -250,10 +261,7 @@ void HelpBrowser::displayFile(const QString& url, const HelpContentsItem* item, 
     const QFileInfo info(location.file);
     const auto page = readPage(location.file);
     if (!page.ok()) {
-        const bool known = item != nullptr && item->namedIn != nullptr;
-        displayBuiltin(makeErrorPage(url, describe(page.error()), item == nullptr ? QString() : item->title,
-                                     known ? NamedBy{item->namedIn, item->namedInLine} : namedBy),
-                       {});
+        displayError(page.error(), url, item, namedBy);
         return;
     }
     Shown shown;
@@ -262,7 +270,19 @@ void HelpBrowser::displayFile(const QString& url, const HelpContentsItem* item, 
     shown.size = info.size();
     shown.text = page.value().text;
     displayText(std::move(shown), page.value().isHtml);
+    if (isBlank(*document())) {
+        displayError(PageError::NothingToShow, url, item, namedBy);
+        return;
+    }
     scrollTo(location.anchor);
+}
+
+void HelpBrowser::displayError(PageError error, const QString& url, const HelpContentsItem* item,
+                               const NamedBy& namedBy)
+{
+    const bool isKnown = item != nullptr && item->namedIn != nullptr;
+    const NamedBy origin = isKnown ? NamedBy{item->namedIn, item->namedInLine} : namedBy;
+    displayBuiltin(makeErrorPage(url, describe(error), item == nullptr ? QString() : item->title, origin), {});
 }
 
 bool HelpBrowser::isShown(const QString& file) const
@@ -431,8 +451,10 @@ QVariant HelpBrowser::loadResource(int type, const QUrl& name)
         const QImage picture = isPicture(file) ? QImage(file) : QImage();
         return picture.isNull() ? missingPicture() : picture;
     }
-    const auto sheet = readPage(file);
-    return sheet.ok() ? QVariant(sheet.value().text) : QVariant();
+    const bool isSmall = QFileInfo(file).isFile() && QFileInfo(file).size() <= LargestStyleSheet;
+    const auto sheet = isSmall ? readPage(file) : Result<PageText, PageError>(PageError::TooLarge);
+    // Never a null value: the document would then open the file by itself, whatever it is.
+    return sheet.ok() ? sheet.value().text : QString();
 }
 
 /// All loading goes through this class's own setSource().

@@ -92,6 +92,7 @@ private:
 
     void display(const QString& url, const HelpContentsItem* item, const NamedBy& namedBy);
     void displayFile(const QString& url, const HelpContentsItem* item, const NamedBy& namedBy);
+    void displayError(PageError error, const QString& url, const HelpContentsItem* item, const NamedBy& namedBy);
     void displayBuiltin(const BuiltinPage& page, std::vector<RecordLink> targets);
     void displayText(Shown shown, bool isHtml);
     [[nodiscard]] bool isShown(const QString& file) const;

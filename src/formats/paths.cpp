@@ -45,6 +45,20 @@ QString extractFileName(const QString& path)
     return QFileInfo(path).filePath();
 }
 
+qsizetype anchorPosition(const QString& page)
+{
+    qsizetype hash = page.indexOf(u'#');
+    while (hash >= 0) {
+        const qsizetype slash = page.indexOf(u'/', hash);
+        const qsizetype end = slash < 0 ? page.size() : slash;
+        if (!QFileInfo(fileSystemName(page.first(end))).isDir()) {
+            break;
+        }
+        hash = page.indexOf(u'#', end);
+    }
+    return hash;
+}
+
 bool isOneFile(const QString& a, const QString& b)
 {
     return a == b || absoluteFilePath(a) == absoluteFilePath(b);

@@ -22,5 +22,9 @@
 /// The path as the file-information facility gives it back.
 [[nodiscard]] QString extractFileName(const QString& path);
 
+/// Where the anchor begins in the name of a page that need not exist: the first "#" that is not part of an
+/// existing directory's name; -1 when there is none.
+[[nodiscard]] qsizetype anchorPosition(const QString& page);
+
 /// Whether both names have the same absolute path, compared as text.
 [[nodiscard]] bool isOneFile(const QString& a, const QString& b);

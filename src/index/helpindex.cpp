@@ -52,9 +52,8 @@ HelpIndex::HelpIndex(HelpLibrary& library, QWidget* parent)
             [this](int row) { Q_EMIT linkHovered(itemAt(row)->link); });
 }
 
-void HelpIndex::focusLookFor()
+void HelpIndex::selectLookFor()
 {
-    m_lookForEdit->setFocus(Qt::ShortcutFocusReason);
     m_lookForEdit->selectAll();
 }
 

@@ -17,8 +17,8 @@ class HelpIndex : public QWidget {
 public:
     HelpIndex(HelpLibrary& library, QWidget* parent);
 
-    /// Puts the keyboard into the look-for field.
-    void focusLookFor();
+    /// Selects the text of the look-for field, so that typing replaces it.
+    void selectLookFor();
 
 Q_SIGNALS:
     /// The user wants what this entry leads to; null: no page at all.

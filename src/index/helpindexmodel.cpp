@@ -17,8 +17,17 @@ int HelpIndexModel::rowCount(const QModelIndex& parent) const
 
 QVariant HelpIndexModel::data(const QModelIndex& index, int role) const
 {
-    if (!index.isValid() || role != Qt::DisplayRole) {
+    if (!index.isValid()) {
         return {};
     }
-    return m_index.rows()[size_t(index.row())].text();
+    const auto& row = m_index.rows()[size_t(index.row())];
+    switch (role) {
+    case Qt::DisplayRole:
+        return row.text();
+    case Qt::ToolTipRole:
+        // In a tag, or the tool tip would guess whether the keyword is rich text.
+        return QString(QStringLiteral("<span>") + row.indexItem->keyword.toHtmlEscaped() + QStringLiteral("</span>"));
+    default:
+        return {};
+    }
 }

@@ -187,7 +187,7 @@ QString HelpLibrary::pageTitle(const QString& link) const
     if (record != nullptr && !record->listViewItem->text.isEmpty()) {
         return record->listViewItem->text;
     }
-    const qsizetype hash = link.indexOf(u'#');
+    const qsizetype hash = anchorPosition(link);
     return link.sliced(link.lastIndexOf(u'/', hash < 0 ? -1 : hash) + 1);
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "library/missingpages.h"
 
+#include "formats/paths.h"
 #include "formats/regularfile.h"
 #include "library/helplibrary.h"
 #include "library/helpset.h"
@@ -14,13 +15,7 @@ class MissingPages {
 public:
     void check(const QString& page, const QString& file, int line)
     {
-        const qsizetype hash = page.indexOf(u'#');
-        const QString path = hash < 0 ? page : page.first(hash);
-        auto known = m_exists.find(path);
-        if (known == m_exists.end()) {
-            known = m_exists.insert(path, isRegularFile(path));
-        }
-        if (!*known && !(hash >= 0 && isRegularFile(page))) {
+        if (!exists(page)) {
             m_problems.push_back(
                 {file, line, Problem::Severity::Warning,
                  QCoreApplication::translate("MissingPages", "The page \"%1\" does not exist").arg(page)});
@@ -30,6 +25,30 @@ public:
     std::vector<Problem> take() { return std::move(m_problems); }
 
 private:
+    bool exists(const QString& page)
+    {
+        // From the right: files and directories may have a "#" in their names, too.
+        for (qsizetype hash = page.lastIndexOf(u'#'); hash > 0; hash = page.lastIndexOf(u'#', hash - 1)) {
+            if (isPage(page.first(hash))) {
+                return true;
+            }
+        }
+        return isPage(page);
+    }
+
+    /// A directory with an index.html counts, as the viewer shows that file.
+    bool isPage(const QString& path)
+    {
+        const auto known = m_exists.constFind(path);
+        if (known != m_exists.cend()) {
+            return *known;
+        }
+        const bool found =
+            isRegularFile(path) || isRegularFile(getRightDir(path) + QStringLiteral("index.html"));
+        m_exists.insert(path, found);
+        return found;
+    }
+
     QHash<QString, bool> m_exists;
     std::vector<Problem> m_problems;
 };

@@ -69,6 +69,10 @@ HelpMainWindow::~HelpMainWindow()
     if (m_isPersistent) {
         saveSettings();
     }
+    // While this is still a whole window: going away, panes and tool bar tell it about their visibility.
+    delete takeCentralWidget();
+    delete m_contentsDock;
+    delete m_goToolBar;
 }
 
 void HelpMainWindow::buildMenus()
@@ -145,7 +149,10 @@ void HelpMainWindow::buildPanes()
 void HelpMainWindow::buildPaneShortcuts()
 {
     new QShortcut(Qt::CTRL | Qt::Key_1, this, [this] { showPane(m_contentsPane); });
-    new QShortcut(Qt::CTRL | Qt::Key_2, this, [this] { showPane(m_indexPane); });
+    new QShortcut(Qt::CTRL | Qt::Key_2, this, [this] {
+        showPane(m_indexPane);
+        m_indexPane->selectLookFor();
+    });
     new QShortcut(Qt::Key_F6, this, [this] {
         if (m_contentsDock->isAncestorOf(QApplication::focusWidget())) {
             m_browser->setFocus(Qt::ShortcutFocusReason);

@@ -46,6 +46,14 @@ bool isText(const QByteArray& bytes)
     return !bytes.startsWith("%PDF-") && !bytes.first(std::min<qsizetype>(bytes.size(), 4096)).contains('\0');
 }
 
+/// Rich text takes all behind an unclosed link element for its content and shows nothing of it.
+QString withClosedLinks(QString html)
+{
+    static const QRegularExpression unclosed(QStringLiteral("<link\\b([^<>]*[^<>/])>"),
+                                             QRegularExpression::CaseInsensitiveOption);
+    return html.replace(unclosed, QStringLiteral("<link\\1/>"));
+}
+
 bool looksLikeHtml(const QString& file, const QString& text)
 {
     const QString suffix = QFileInfo(file).suffix().toLower();
@@ -71,8 +79,9 @@ PageLocation locatePage(const QString& name)
             return {file, name.sliced(hash + 1)};
         }
     }
-    const qsizetype hash = name.indexOf(u'#');
-    return {name.first(hash), name.sliced(hash + 1)};
+    const qsizetype hash = anchorPosition(name);
+    return hash < 0 ? PageLocation{withIndexPage(name), {}}
+                    : PageLocation{name.first(hash), name.sliced(hash + 1)};
 }
 
 QString describe(PageError error)
@@ -91,6 +100,10 @@ QString describe(PageError error)
         return QCoreApplication::translate("PageError", "The file is larger than 1 GiB.");
     case PageError::NotText:
         return QCoreApplication::translate("PageError", "The file does not hold text.");
+    case PageError::NothingToShow:
+        return QCoreApplication::translate(
+            "PageError",
+            "The page holds nothing that can be shown here, for example only scripts or frames.");
     case PageError::Empty:
         return QCoreApplication::translate("PageError", "The file is empty.");
     }
@@ -110,5 +123,5 @@ Result<PageText, PageError> readPage(const QString& file)
     if (text.trimmed().isEmpty()) {
         return PageError::Empty;
     }
-    return PageText{text, looksLikeHtml(file, text)};
+    return looksLikeHtml(file, text) ? PageText{withClosedLinks(text), true} : PageText{text, false};
 }

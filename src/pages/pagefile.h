@@ -22,7 +22,7 @@ struct PageText {
 };
 
 /// Why a page cannot be shown.
-enum class PageError { NotFound, Directory, NotRegular, Unreadable, TooLarge, NotText, Empty };
+enum class PageError { NotFound, Directory, NotRegular, Unreadable, TooLarge, NotText, Empty, NothingToShow };
 
 /// A sentence for people.
 [[nodiscard]] QString describe(PageError error);

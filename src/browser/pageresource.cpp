@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#include "browser/pageresource.h"
+
+#include "browser/imagewindow.h"
+#include "pages/pagefile.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QTextDocument>
+
+namespace {
+
+/// An empty frame, crossed out.
+QImage missingPicture()
+{
+    constexpr int size = 16;
+    QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setPen(Qt::gray);
+    painter.drawRect(0, 0, size - 1, size - 1);
+    painter.drawLine(0, 0, size - 1, size - 1);
+    return image;
+}
+
+} // namespace
+
+QVariant loadPageResource(int type, const QUrl& url)
+{
+    const QString file = url.isLocalFile() && url.host().isEmpty() ? url.toLocalFile() : QString();
+    if (type == QTextDocument::ImageResource) {
+        const QImage picture = isPicture(file) ? QImage(file) : QImage();
+        return picture.isNull() ? missingPicture() : picture;
+    }
+    const auto sheet = readPage(file);
+    return sheet.ok() ? QVariant(sheet.value().text) : QVariant();
+}

@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QUrl>
+#include <QVariant>
+
+/// A picture (QImage) or style sheet (QString) that a page refers to; `type` is a
+/// QTextDocument::ResourceType. Only regular files of this machine are read. A picture that is missing comes
+/// back as a small drawing that says so, a style sheet as an invalid value.
+[[nodiscard]] QVariant loadPageResource(int type, const QUrl& url);

@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+#include "mainwindow/pageprinter.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QPainter>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QRegularExpression>
+#include <QStandardPaths>
+
+namespace {
+
+constexpr int NumberDistance = 5;       // pixels between the text area and a sheet's number
+constexpr qsizetype NameLength = 80;    // characters of a title that go into a file name
+constexpr qsizetype TrailerLength = 64; // bytes at the end of a PDF file
+
+/// Text area of a sheet in device pixels. Sheets too small for margins of an inch keep half their size.
+QRect bodyRect(const QPaintDevice& sheet)
+{
+    const int marginX = qMin(sheet.logicalDpiX(), sheet.width() / 4);
+    const int marginY = qMin(sheet.logicalDpiY(), sheet.height() / 4);
+    return {marginX, marginY, sheet.width() - 2 * marginX, sheet.height() - 2 * marginY};
+}
+
+/// Paints one sheet's strip of the text, counted from 0.
+void paintStrip(QPainter& painter, PrintDocument& document, const QRect& body, int sheet)
+{
+    const QRectF strip(0, qreal(sheet) * body.height(), body.width(), body.height());
+    QAbstractTextDocumentLayout::PaintContext context;
+    context.palette = QPalette(QColor(Qt::white));
+    context.palette.setColor(QPalette::Text, Qt::black);
+    context.clip = strip;
+    painter.save();
+    painter.translate(body.left(), body.top() - strip.top());
+    painter.setClipRect(strip);
+    document.documentLayout()->draw(&painter, context);
+    painter.restore();
+}
+
+void paintNumber(QPainter& painter, const QFont& font, const QRect& body, int number)
+{
+    painter.setFont(font);
+    painter.setPen(Qt::black);
+    const auto metrics = painter.fontMetrics();
+    const QString text = QString::number(number);
+    painter.drawText(body.left() + body.width() - metrics.horizontalAdvance(text),
+                     body.top() + body.height() + NumberDistance + metrics.ascent(), text);
+}
+
+/// A full disk is not reported while a PDF file is painted, but it leaves the file without its end. Pipes and
+/// devices cannot be looked at.
+bool isWholePdf(const QString& fileName)
+{
+    QFile file(fileName);
+    return !QFileInfo(fileName).isFile() ||
+           (file.open(QIODevice::ReadOnly) && file.seek(qMax(qint64(0), file.size() - TrailerLength)) &&
+            file.readAll().trimmed().endsWith("%%EOF"));
+}
+
+void nameJob(QPrinter& printer, const QString& title)
+{
+    printer.setCreator(QCoreApplication::applicationName());
+    printer.setDocName(title);
+}
+
+/// The folder of documents, or the home folder when there is none.
+QDir documentsFolder()
+{
+    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    return documents.exists() ? documents : QDir::home();
+}
+
+} // namespace
+
+void PagePrinter::prepare(QPrinter& printer, const QString& title)
+{
+    nameJob(printer, title);
+    printer.setFullPage(true);
+    if (QPrinterInfo::availablePrinterNames().isEmpty()) {
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(suggestedPdfName(title));
+    }
+}
+
+bool PagePrinter::paint(QPrinter& printer, const PrintablePage& page)
+{
+    printer.setFullPage(true);
+    QPainter painter;
+    if (!painter.begin(&printer)) {
+        return false;
+    }
+    const QRect body = bodyRect(printer);
+    PrintDocument document(page, &printer, body.size());
+    const int sheets = document.pageCount();
+    for (int sheet = 0; sheet < sheets; ++sheet) {
+        if (sheet > 0 && !printer.newPage()) {
+            return false;
+        }
+        paintStrip(painter, document, body, sheet);
+        paintNumber(painter, page.font, body, sheet + 1);
+    }
+    return painter.end() && printer.printerState() != QPrinter::Error;
+}
+
+bool PagePrinter::exportPdf(const QString& fileName, const PrintablePage& page)
+{
+    QPrinter printer(QPrinter::ScreenResolution);
+    nameJob(printer, page.title);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(fileName);
+    return paint(printer, page) && isWholePdf(fileName);
+}
+
+QString PagePrinter::suggestedPdfName(const QString& title)
+{
+    static const QRegularExpression unsafe(QStringLiteral(R"([\p{C}/\\:*?"<>|~$`!;&]+)"));
+    static const QRegularExpression edges(QStringLiteral(R"(^[\s._-]+|[\s._-]+$)"));
+    QString name = title.simplified().first(qMin(title.simplified().size(), NameLength));
+    name.replace(unsafe, QStringLiteral("_")).remove(edges);
+    if (name.isEmpty()) {
+        name = QCoreApplication::translate("PagePrinter", "page");
+    }
+    const QDir folder = documentsFolder();
+    QString file = folder.filePath(name + u".pdf");
+    while (QFileInfo(file).isDir()) {
+        name += u'_';
+        file = folder.filePath(name + u".pdf");
+    }
+    return file;
+}

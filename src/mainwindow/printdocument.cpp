@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: MIT
+#include "mainwindow/printdocument.h"
+
+#include "browser/pageresource.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QFontMetricsF>
+#include <QImage>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextFrame>
+#include <QTextOption>
+#include <QTextTable>
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+constexpr int LightestInk = 170; // lightness of the lightest text that is readable on white paper
+
+const QString LinkStyle = QStringLiteral("a{color:#0000ff;text-decoration:underline}");
+
+/// Only these make sense to a reader of a file: names of pages mean something to the viewer alone.
+bool isExternal(const QString& href)
+{
+    static const auto schemes = {u"http", u"https", u"ftp", u"mailto"};
+    const QString scheme = QUrl(href).scheme();
+    return std::any_of(schemes.begin(), schemes.end(),
+                       [&scheme](const char16_t* known) { return scheme == QStringView(known); });
+}
+
+/// Whether the block stands on a colour of its own; the page's background does not count.
+bool hasBackground(const QTextBlock& block)
+{
+    bool found = block.blockFormat().hasProperty(QTextFormat::BackgroundBrush);
+    const auto* root = block.document()->rootFrame();
+    for (auto* frame = QTextCursor(block).currentFrame(); !found && frame != root;
+         frame = frame->parentFrame()) {
+        found = frame->frameFormat().hasProperty(QTextFormat::BackgroundBrush);
+        if (const auto* table = qobject_cast<QTextTable*>(frame)) {
+            const auto cell = table->cellAt(block.position());
+            found = found || cell.format().hasProperty(QTextFormat::BackgroundBrush);
+        }
+    }
+    return found;
+}
+
+/// Whether text was made for a dark page, which paper is not.
+bool isPale(const QTextCharFormat& format)
+{
+    return !format.hasProperty(QTextFormat::BackgroundBrush) &&
+           format.foreground().style() == Qt::SolidPattern &&
+           format.foreground().color().lightness() > LightestInk;
+}
+
+struct Change {
+    int position;
+    int length;
+    QTextCharFormat format;
+};
+
+} // namespace
+
+PrintDocument::PrintDocument(const PrintablePage& page, QPaintDevice* device, const QSizeF& body)
+{
+    setUndoRedoEnabled(false);
+    documentLayout()->setPaintDevice(device);
+    setUseDesignMetrics(true);
+    setDocumentMargin(0);
+    setDefaultFont(page.font);
+    QTextOption option = defaultTextOption();
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    setDefaultTextOption(option);
+    setBaseUrl(page.baseUrl);
+    setDefaultStyleSheet(page.styleSheet + LinkStyle);
+    if (page.isHtml) {
+        setHtml(page.text);
+    } else {
+        setPlainText(page.text);
+    }
+    setMetaInformation(DocumentTitle, page.title);
+    adapt(body);
+    setPageSize(body);
+}
+
+QVariant PrintDocument::loadResource(int type, const QUrl& name)
+{
+    return loadPageResource(type, name);
+}
+
+/// Changes what would be lost on paper.
+void PrintDocument::adapt(const QSizeF& body)
+{
+    auto page = rootFrame()->frameFormat();
+    page.clearBackground();
+    rootFrame()->setFrameFormat(page);
+    // Fragments come and go when formats change, so look at all of them first.
+    std::vector<Change> changes;
+    for (auto block = begin(); block.isValid(); block = block.next()) {
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const auto fragment = it.fragment();
+            const auto format = adapted(fragment.charFormat(), block, body);
+            if (format != fragment.charFormat()) {
+                changes.push_back({fragment.position(), fragment.length(), format});
+            }
+        }
+    }
+    QTextCursor cursor(this);
+    cursor.beginEditBlock();
+    for (const auto& change : changes) {
+        cursor.setPosition(change.position);
+        cursor.setPosition(change.position + change.length, QTextCursor::KeepAnchor);
+        cursor.setCharFormat(change.format);
+    }
+    breakLongLines(cursor);
+    cursor.endEditBlock();
+}
+
+QTextCharFormat PrintDocument::adapted(QTextCharFormat format, const QTextBlock& block,
+                                       const QSizeF& body) const
+{
+    if (!format.anchorHref().isEmpty() && !isExternal(format.anchorHref())) {
+        format.clearProperty(QTextFormat::AnchorHref);
+    }
+    if (isPale(format) && !hasBackground(block)) {
+        format.setForeground(Qt::black);
+    }
+    if (format.isImageFormat()) {
+        return fitted(format.toImageFormat(), body);
+    }
+    return format;
+}
+
+/// A picture larger than a sheet is made smaller.
+QTextImageFormat PrintDocument::fitted(QTextImageFormat format, const QSizeF& body) const
+{
+    const auto picture = resource(ImageResource, QUrl(format.name())).value<QImage>();
+    QSizeF size = picture.deviceIndependentSize();
+    if (size.isEmpty()) {
+        return format;
+    }
+    const qreal ratio = size.width() / size.height();
+    if (format.width() > 0) {
+        size = {format.width(), format.height() > 0 ? format.height() : format.width() / ratio};
+    } else if (format.height() > 0) {
+        size = {format.height() * ratio, format.height()};
+    }
+    // The line that holds the picture is a little higher than the picture.
+    const QSizeF room(body.width(), body.height() - 2 * QFontMetricsF(defaultFont()).height());
+    if (size.width() > room.width() || size.height() > room.height()) {
+        size.scale(room, Qt::KeepAspectRatio);
+        format.setWidth(size.width());
+        format.setHeight(size.height());
+    }
+    return format;
+}
+
+/// Paper has no scroll bar.
+void PrintDocument::breakLongLines(QTextCursor& cursor)
+{
+    for (auto block = begin(); block.isValid(); block = block.next()) {
+        auto format = block.blockFormat();
+        if (format.nonBreakableLines()) {
+            format.setNonBreakableLines(false);
+            cursor.setPosition(block.position());
+            cursor.setBlockFormat(format);
+        }
+    }
+}

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QFont>
+#include <QTextDocument>
+#include <QTextFormat>
+#include <QUrl>
+
+class QPaintDevice;
+class QTextBlock;
+class QTextCursor;
+
+/// The page to print and the looks that the user gave it.
+struct PrintablePage {
+    QString text;
+    bool isHtml = true; ///< otherwise plain text
+    QUrl baseUrl;       ///< the page's file, which relative names start from
+    QString title;      ///< plain text
+    QFont font;
+    QString styleSheet; ///< rules that come before the page's own
+};
+
+/// A page laid out for sheets of paper: black on white with blue, underlined links, and nothing wider than a
+/// sheet that can be made to fit.
+class PrintDocument : public QTextDocument {
+    Q_OBJECT
+
+public:
+    /// `device` is what will be painted on; `body` is the size of a sheet's text area in its pixels.
+    PrintDocument(const PrintablePage& page, QPaintDevice* device, const QSizeF& body);
+
+protected:
+    /// Pictures and style sheets come from regular local files only.
+    QVariant loadResource(int type, const QUrl& name) override;
+
+private:
+    void adapt(const QSizeF& body);
+    [[nodiscard]] QTextCharFormat adapted(QTextCharFormat format, const QTextBlock& block,
+                                          const QSizeF& body) const;
+    [[nodiscard]] QTextImageFormat fitted(QTextImageFormat format, const QSizeF& body) const;
+    void breakLongLines(QTextCursor& cursor);
+};

@@ -1,0 +1,447 @@
+// SPDX-License-Identifier: MIT
+#include "browser/helpbrowser.h"
+#include "library/helplibrary.h"
+#include "testfiles.h"
+
+#include <QImage>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+namespace {
+
+/// A library with one help set, a browser on it, and a log of all that the browser emits.
+struct Fixture {
+    explicit Fixture(const QByteArray& text) : files(text), browser(library, nullptr)
+    {
+        load(files.first());
+        browser.resize(400, 300);
+        browser.show();
+        const auto flag = [this](const char* name) {
+            return [this, name](bool value) {
+                log.append(QLatin1StringView(name) + (value ? QStringLiteral("+") : QStringLiteral("-")));
+            };
+        };
+        QObject::connect(&browser, &HelpBrowser::sourceEmpty, flag("empty"));
+        QObject::connect(&browser, &HelpBrowser::backEnabled, flag("back"));
+        QObject::connect(&browser, &HelpBrowser::forwardEnabled, flag("forward"));
+        QObject::connect(&browser, &HelpBrowser::upEnabled, flag("up"));
+        QObject::connect(&browser, &HelpBrowser::homeEnabled, flag("home"));
+        QObject::connect(&browser, &HelpBrowser::syncEnabled, flag("sync"));
+        QObject::connect(&browser, &HelpBrowser::captionChanged,
+                         [this](const QString& title) { log.append(QStringLiteral("caption ") + title); });
+        QObject::connect(&browser, &HelpBrowser::linkHovered,
+                         [this](const QString& link) { hovered = link; });
+    }
+
+    void load(const QString& contents)
+    {
+        (void)library.loadContents(contents, nullptr);
+        library.buildIndex();
+    }
+    [[nodiscard]] QString path(const char* name) const { return files.path(QLatin1StringView(name)); }
+    void show(const char* name) { browser.setSource(path(name)); }
+    [[nodiscard]] QString text() const { return browser.toPlainText(); }
+    /// What has been emitted since the last call.
+    QString emitted() { return std::exchange(log, {}).join(QLatin1Char(' ')); }
+    [[nodiscard]] QString current() const
+    {
+        return browser.getCurrentLink() == nullptr ? QString()
+                                                   : files.shortened(browser.getCurrentLink()->page);
+    }
+    HelpContentsItem* record(size_t number) { return library.topRows().at(number)->contentsItem; }
+
+    TemporaryFiles files;
+    HelpLibrary library;
+    HelpBrowser browser;
+    QStringList log;
+    QString hovered;
+};
+
+constexpr auto ThreePages = R"(== set.cnt
+:title=Set
+:index=set.idx
+One=one.html
+ Sub=sub.html
+Two=two.html
+Book
+ Child=one.html#place
+ Empty
+Gone=gone.html
+== set.idx
+nothing
+subs
+ first=one.html
+ second=two.html
+lost=lost.html
+== one.html
+<p>one</p><a name="place">here</a>
+== sub.html
+<p>sub</p>
+== two.html
+<p>two</p>
+== other.html
+<p>other</p>
+== blank.html
+
+== script.html
+<html><head><script>document.write("x")</script></head><body></body></html>
+== loose.html
+<title>t</title><link rel="stylesheet" href="none.css"><p>loose</p>
+)";
+
+/// A directory of fake browser programs, first and alone in PATH, which log how they were called.
+class FakeBrowsers {
+public:
+    explicit FakeBrowsers(const QStringList& programs) : m_path(qgetenv("PATH"))
+    {
+        for (const auto& program : programs) {
+            const QString file =
+                m_files.write(program, "#!/bin/sh\nprintf '%s\\n' \"${0##*/}\" \"$#\" \"$1\" >\"" +
+                                           log().toUtf8() + "\"\n");
+            QFile(file).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        }
+        qputenv("PATH", m_files.path({}).toUtf8());
+    }
+    ~FakeBrowsers() { qputenv("PATH", m_path); }
+    Q_DISABLE_COPY_MOVE(FakeBrowsers)
+
+    /// Program, number of arguments and first argument of the call; waits for it.
+    QStringList call()
+    {
+        QStringList lines;
+        (void)QTest::qWaitFor([&] {
+            QFile file(log());
+            lines = file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).split(u'\n')
+                                                   : QStringList();
+            return lines.size() == 4;
+        });
+        return lines.mid(0, 3);
+    }
+
+private:
+    [[nodiscard]] QString log() const { return m_files.path(QStringLiteral("log")); }
+
+    TemporaryFiles m_files;
+    QByteArray m_path;
+};
+
+} // namespace
+
+class TestBrowser : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void historyAndSignals();
+    void homeForgetsTheWayForward();
+    void clearLinks();
+    void anchorTakesTheRowOfItsPage();
+    void pageThatCannotBeShown_data();
+    void pageThatCannotBeShown();
+    void bookAndKeywordWithoutPage();
+    void linksInPages_data();
+    void linksInPages();
+    void linkTargetsAreShown();
+    void remoteNames_data();
+    void remoteNames();
+    void noBrowserStarts();
+    void pictureWindow_data();
+    void pictureWindow();
+    void onlyRegularLocalFilesAreRead();
+    void changedPageIsReadAgain();
+};
+
+void TestBrowser::historyAndSignals()
+{
+    Fixture f(ThreePages);
+    f.browser.setSource(f.record(0));
+    QCOMPARE(f.emitted(), QStringLiteral("caption Set forward- empty- up- home- sync+"));
+    f.browser.setSource(f.record(0));
+    f.show("one.html");
+    QCOMPARE(f.emitted(), QString());
+    f.show("sub.html");
+    QCOMPARE(f.emitted(), QStringLiteral("caption Set back+ forward- empty- up+ home+ sync+"));
+    f.show("other.html");
+    QCOMPARE(f.emitted(), QStringLiteral("back+ forward- empty- up- home+ sync-"));
+    f.browser.backward();
+    QCOMPARE(f.emitted(), QStringLiteral("caption Set empty- up+ home+ sync+ back+ forward+"));
+    QCOMPARE(f.text(), QStringLiteral("sub"));
+    f.browser.backward();
+    QCOMPARE(f.emitted(), QStringLiteral("caption Set empty- up- home- sync+ back- forward+"));
+    f.browser.backward();
+    QCOMPARE(f.emitted(), QString());
+    f.browser.forward();
+    f.browser.forward();
+    f.emitted();
+    f.browser.forward();
+    QCOMPARE(f.emitted(), QString());
+    QCOMPARE(f.current(), QStringLiteral("D/other.html"));
+    f.browser.setSource(QString());
+    QCOMPARE(f.emitted(), QStringLiteral("empty+"));
+    QCOMPARE(f.current(), QStringLiteral("D/other.html"));
+    QVERIFY(f.text().isEmpty());
+}
+
+void TestBrowser::homeForgetsTheWayForward()
+{
+    Fixture f(ThreePages);
+    f.browser.home();
+    QCOMPARE(f.emitted(), QString());
+    f.show("one.html");
+    f.show("sub.html");
+    f.show("two.html");
+    f.emitted();
+    f.browser.home();
+    QCOMPARE(f.emitted(), QStringLiteral("forward- caption Set forward- empty- up- home- sync+"));
+    f.browser.backward();
+    QCOMPARE(f.text(), QStringLiteral("sub"));
+}
+
+void TestBrowser::clearLinks()
+{
+    Fixture f(ThreePages);
+    f.show("one.html");
+    f.show("two.html");
+    f.emitted();
+    f.browser.clearLinks();
+    QCOMPARE(f.emitted(), QStringLiteral("back- forward- home- sync-"));
+    QCOMPARE(f.text(), QStringLiteral("two"));
+    f.show("sub.html");
+    QCOMPARE(f.emitted(), QStringLiteral("caption Set forward- empty- up+ home- sync+"));
+}
+
+void TestBrowser::anchorTakesTheRowOfItsPage()
+{
+    Fixture f(ThreePages);
+    f.show("sub.html#x");
+    QCOMPARE(f.emitted(), QStringLiteral("caption Set forward- empty- up+ home- sync+"));
+    QCOMPARE(f.current(), QStringLiteral("D/sub.html#x"));
+    f.show("sub.html");
+    QCOMPARE(f.emitted(), QStringLiteral("caption Set back+ forward- empty- up+ home+ sync+"));
+}
+
+void TestBrowser::pageThatCannotBeShown_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("missing, named in the contents") << "gone.html"
+                                                    << "D/set.cnt, line 9";
+    QTest::newRow("missing") << "nowhere.html"
+                             << "There is no such file.";
+    QTest::newRow("missing with anchor") << "nowhere.html#x"
+                                         << "D/nowhere.html#x";
+    QTest::newRow("directory") << "."
+                               << "This is a directory, not a page.";
+    QTest::newRow("empty") << "blank.html"
+                           << "The file is empty.";
+    QTest::newRow("only scripts") << "script.html"
+                                  << "holds nothing that can be shown";
+    QTest::newRow("markup in the name") << "<b>x</b>.html"
+                                        << "D/<b>x</b>.html";
+}
+
+void TestBrowser::pageThatCannotBeShown()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, expected);
+    Fixture f(ThreePages);
+    f.show("one.html");
+    f.emitted();
+    f.browser.setSource(f.files.path(name));
+    QVERIFY2(f.files.shortened(f.text()).contains(expected), qPrintable(f.text()));
+    QVERIFY(f.emitted().contains(QStringLiteral("back+ forward- empty-")));
+    f.browser.backward();
+    QVERIFY(f.text().startsWith(QStringLiteral("one")));
+}
+
+void TestBrowser::bookAndKeywordWithoutPage()
+{
+    Fixture f(ThreePages);
+    auto* book = f.record(2);
+    f.browser.setSource(book);
+    QCOMPARE(f.text(), QStringLiteral("Book\nChild\nEmpty"));
+    f.emitted();
+    QTest::keyClick(&f.browser, Qt::Key_Tab);
+    QTest::keyClick(&f.browser, Qt::Key_Return);
+    QCOMPARE(f.current(), QStringLiteral("D/one.html#place"));
+    QVERIFY(f.emitted().contains(QStringLiteral("back+")));
+    f.browser.backward();
+    QCOMPARE(f.browser.getCurrentLink(), book);
+
+    // A book in a book has the same page name, but is another page.
+    f.browser.setSource(book->listViewItem->children.at(1)->contentsItem);
+    QVERIFY(f.text().contains(QStringLiteral("The contents name no page for this entry.")));
+    QVERIFY(f.emitted().contains(QStringLiteral("back+")));
+
+    const auto& rows = f.library.keywordIndex().rows();
+    f.browser.setSource(*rows.at(1).indexItem);
+    QVERIFY(f.text().contains(QStringLiteral("no page and no sub-keywords")));
+    f.browser.setSource(*rows.at(2).indexItem);
+    QCOMPARE(f.text(), QStringLiteral("subs\nsecond\nfirst"));
+    const auto* keywordPage = f.browser.getCurrentLink();
+    QVERIFY(keywordPage->listViewItem == nullptr);
+    f.browser.setSource(*rows.at(0).indexItem);
+    QVERIFY(f.files.shortened(f.text()).contains(QStringLiteral("D/set.idx, line 5")));
+    f.browser.backward();
+    QCOMPARE(f.browser.getCurrentLink(), keywordPage);
+    QCOMPARE(f.text(), QStringLiteral("subs\nsecond\nfirst"));
+}
+
+void TestBrowser::linksInPages_data()
+{
+    QTest::addColumn<QString>("href");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("plain") << "sub.html"
+                           << "D/sub.html";
+    QTest::newRow("escaped") << "a%20b%23c.html"
+                             << "D/a b#c.html";
+    QTest::newRow("anchor") << "#place"
+                            << "D/page.html#place";
+    QTest::newRow("up and down") << "../x/./sub.html#p"
+                                 << "x/sub.html#p";
+    QTest::newRow("letter case") << "HTTP://UP.CASE/A"
+                                 << "HTTP://UP.CASE/A";
+    QTest::newRow("code of the viewer's own") << "item:0"
+                                              << "item:0";
+    QTest::newRow("coded by the page") << "raw:736563726574"
+                                       << "raw:736563726574";
+    QTest::newRow("script") << "javascript:alert(1)"
+                            << "javascript:alert(1)";
+}
+
+void TestBrowser::linksInPages()
+{
+    QFETCH(QString, href);
+    QFETCH(QString, expected);
+    Fixture f(ThreePages);
+    f.files.write(QStringLiteral("page.html"), "<a href=\"" + href.toUtf8() + "\">link</a>");
+    f.files.write(QStringLiteral("a b#c.html"), "x");
+    f.show("page.html");
+    QTest::keyClick(&f.browser, Qt::Key_Tab);
+    QTest::keyClick(&f.browser, Qt::Key_Return);
+    QVERIFY2(f.current().endsWith(expected), qPrintable(f.current()));
+}
+
+void TestBrowser::linkTargetsAreShown()
+{
+    Fixture f(ThreePages);
+    f.files.write(QStringLiteral("page.html"), "<a href=\"two.html\">link</a>");
+    f.show("page.html");
+    const QPoint link = f.browser.cursorRect().topLeft() + QPoint(8, 8);
+    QTest::mouseMove(f.browser.viewport(), link);
+    QTRY_COMPARE(f.files.shortened(f.hovered), QStringLiteral("D/two.html"));
+    QTest::mouseMove(f.browser.viewport(), QPoint(300, 250));
+    QTRY_COMPARE(f.hovered, QString());
+    QTest::mouseMove(f.browser.viewport(), link);
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(f.browser.viewport(), &leave);
+    QCOMPARE(f.hovered, QString());
+}
+
+void TestBrowser::remoteNames_data()
+{
+    QTest::addColumn<QStringList>("programs");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("started");
+    const QStringList all{QStringLiteral("netscape"), QStringLiteral("konqueror"), QStringLiteral("htmlview"),
+                          QStringLiteral("xdg-open")};
+    QTest::newRow("first") << all << "http://x/?a=1&b='2'"
+                           << "netscape";
+    QTest::newRow("second") << all.mid(1) << "https://x"
+                            << "konqueror";
+    QTest::newRow("third") << all.mid(2) << "ftp://x"
+                           << "htmlview";
+    QTest::newRow("last") << all.mid(3) << "  http://x "
+                          << "xdg-open";
+    QTest::newRow("missing picture") << all << "/nowhere/a.png"
+                                     << "netscape";
+}
+
+void TestBrowser::remoteNames()
+{
+    QFETCH(QStringList, programs);
+    QFETCH(QString, name);
+    QFETCH(QString, started);
+    FakeBrowsers fakes(programs);
+    Fixture f(ThreePages);
+    f.show("one.html");
+    f.emitted();
+    f.browser.setSource(name);
+    QCOMPARE(fakes.call(), (QStringList{started, QStringLiteral("1"), name}));
+    QCOMPARE(f.emitted(), QString());
+    QVERIFY(f.text().startsWith(QStringLiteral("one")));
+}
+
+void TestBrowser::noBrowserStarts()
+{
+    FakeBrowsers none({});
+    Fixture f(ThreePages);
+    for (const auto* name : {"http://x", "-http://x.png"}) {
+        QString shown;
+        QTimer::singleShot(0, &f.browser, [&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            shown = box->windowTitle() + u'|' + box->text();
+            box->button(QMessageBox::Ok)->click();
+        });
+        f.browser.setSource(QLatin1StringView(name));
+        QCOMPARE(shown, QStringLiteral("Load help file error|On-line Help can display local file only."));
+    }
+    QCOMPARE(f.emitted(), QString());
+}
+
+void TestBrowser::pictureWindow_data()
+{
+    QTest::addColumn<QSize>("picture");
+    QTest::addColumn<QSize>("window");
+    QTest::newRow("small") << QSize(200, 100) << QSize(200, 100);
+    QTest::newRow("wide") << QSize(1000, 200) << QSize(400, 300);
+    QTest::newRow("tall") << QSize(20, 301) << QSize(400, 300);
+}
+
+void TestBrowser::pictureWindow()
+{
+    QFETCH(QSize, picture);
+    QFETCH(QSize, window);
+    Fixture f(ThreePages);
+    const QString name = f.path("picture.html");
+    QImage image(picture, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QVERIFY(image.save(name, "PNG"));
+    QString title;
+    QSize size;
+    QTimer::singleShot(0, &f.browser, [&] {
+        auto* dialog = QApplication::activeModalWidget();
+        title = dialog->windowTitle();
+        size = dialog->size();
+        dialog->close();
+    });
+    f.browser.setSource(name);
+    QCOMPARE(title, name);
+    QCOMPARE(size, window);
+    QCOMPARE(f.emitted(), QString());
+}
+
+void TestBrowser::onlyRegularLocalFilesAreRead()
+{
+    Fixture f(ThreePages);
+    f.files.write(QStringLiteral("page.html"),
+                  "<head><link rel=stylesheet href='/dev/zero'></head><body><img src='/dev/zero'>"
+                  "<img src='http://x/y.png'><img src='file://h/y.png'><p>end</p>");
+    f.show("page.html");
+    QVERIFY(f.text().contains(QStringLiteral("end")));
+    f.show("loose.html");
+    QCOMPARE(f.text().trimmed(), QStringLiteral("loose"));
+}
+
+void TestBrowser::changedPageIsReadAgain()
+{
+    Fixture f(ThreePages);
+    f.show("one.html");
+    f.files.write(QStringLiteral("one.html"), "<p>quite another text</p>");
+    f.show("one.html");
+    QCOMPARE(f.text(), QStringLiteral("quite another text"));
+}
+
+QTEST_MAIN(TestBrowser)
+#include "tst_browser.moc"

@@ -1,0 +1,486 @@
+// SPDX-License-Identifier: MIT
+#include "browser/helpbrowser.h"
+#include "contents/helpcontents.h"
+#include "contents/helpcontentslistview.h"
+#include "index/helpindexfound.h"
+#include "index/helpindexlistbox.h"
+#include "library/helplibrary.h"
+#include "library/installedcontents.h"
+#include "mainwindow/helpmainwindow.h"
+#include "mainwindow/manual.h"
+#include "testfiles.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QDockWidget>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSettings>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+#include <QTreeWidget>
+
+namespace {
+
+constexpr auto TwoSets = R"(== a.cnt
+:title=A & B
+:index=a.idx
+Start=a1.html
+Book=a2.html
+ Leaf=a3.html
+== a.idx
+Alpha=a1.html
+Shared=a3.html
+== b.cnt
+:title=Beta
+:index=b.idx
+Other=b1.html
+== b.idx
+Beta=b1.html
+Shared=b1.html
+== bad.cnt
+Fine=a1.html
+   Too deep=a2.html
+== a1.html
+<p>start</p>
+== a2.html
+<p>book</p>
+== a3.html
+<p>leaf</p>
+== b1.html
+<p>other</p>
+)";
+
+/// The shown window with helpers that act as a user would.
+struct Fixture {
+    explicit Fixture(const QByteArray& text = TwoSets) : files(text) {}
+
+    void open()
+    {
+        window = std::make_unique<HelpMainWindow>(library);
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+    }
+    void load(const char* name)
+    {
+        window->insertContents(path(name));
+        window->gotoFirstPage();
+    }
+    [[nodiscard]] QString path(const char* name) const { return files.path(QLatin1StringView(name)); }
+    [[nodiscard]] QAction* action(const char* name) const
+    {
+        return window->findChild<QAction*>(QLatin1StringView(name));
+    }
+    void trigger(const char* name) const { action(name)->trigger(); }
+    [[nodiscard]] QMenu* menu(const char* name) const
+    {
+        return window->findChild<QMenu*>(QLatin1StringView(name));
+    }
+    [[nodiscard]] HelpBrowser* browser() const { return window->findChild<HelpBrowser*>(); }
+    [[nodiscard]] HelpContentsListView* tree() const { return window->findChild<HelpContentsListView*>(); }
+    [[nodiscard]] HelpIndexListBox* keywords() const { return window->findChild<HelpIndexListBox*>(); }
+    [[nodiscard]] QLineEdit* lookFor() const { return window->findChild<QLineEdit*>(); }
+    [[nodiscard]] QString page() const { return browser()->toPlainText().trimmed(); }
+    [[nodiscard]] QString row() const { return tree()->currentIndex().data().toString(); }
+    /// The enabled ones among the commands that depend on the page.
+    [[nodiscard]] QString enabled() const
+    {
+        QStringList names;
+        for (const auto* name :
+             {"Print", "Copy", "Find", "ZoomIn", "ZoomOut", "Back", "Forward", "Up", "Home", "Sync"}) {
+            for (const auto* group : {"file", "edit", "view", "go"}) {
+                const auto* found = action(qPrintable(QLatin1StringView(group) + QLatin1StringView(name) +
+                                                      QStringLiteral("Action")));
+                if (found != nullptr && found->isEnabled()) {
+                    names.append(QLatin1StringView(name));
+                }
+            }
+        }
+        return names.join(u' ');
+    }
+
+    TemporaryFiles files;
+    HelpLibrary library;
+    std::unique_ptr<HelpMainWindow> window;
+};
+
+/// Runs `act` on the modal dialog that is opened next.
+template <typename Dialog, typename Act>
+void onDialog(Act act)
+{
+    QTimer::singleShot(0, qApp, [act] {
+        auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+        QVERIFY(dialog != nullptr);
+        act(dialog);
+    });
+}
+
+} // namespace
+
+class TestWindow : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void freshWindow();
+    void commandsFollowThePage();
+    void clicksAndKeysInTheTree();
+    void upAndSynchronize();
+    void synchronizeKeepsThePlace();
+    void removeContents();
+    void sameFileTwice();
+    void malformedFiles();
+    void index();
+    void foundTopics();
+    void installedMenu();
+    void showInstalled();
+    void defaultLoad_data();
+    void defaultLoad();
+    void paneAndToolBarMarks();
+    void foreignTextIsPlain();
+    void addContents();
+    void manual();
+};
+
+void TestWindow::init()
+{
+    QSettings().clear();
+}
+
+void TestWindow::freshWindow()
+{
+    Fixture f;
+    f.open();
+    QCOMPARE(f.window->windowTitle(), QStringLiteral("On-line Help"));
+    QCOMPARE(f.enabled(), QString());
+    QVERIFY(!f.menu("removeMenu")->isEnabled());
+    QVERIFY(!f.menu("installedMenu")->isEnabled());
+    for (const auto* name :
+         {"fileAddContentsAction", "fileExitAction", "viewContentsAction", "viewGoToolbarAction"}) {
+        QVERIFY(f.action(name)->isEnabled());
+    }
+    QCOMPARE(f.action("goHomeAction")->shortcut(), QKeySequence(QStringLiteral("Alt+Up")));
+    QVERIFY(f.action("goUpAction")->shortcut().isEmpty());
+    const auto* goToolBar = f.window->findChild<QToolBar*>();
+    QCOMPARE(goToolBar->actions().size(), 5);
+    QVERIFY(f.window->findChild<QDockWidget*>()->width() >= 200);
+}
+
+void TestWindow::commandsFollowThePage()
+{
+    Fixture f;
+    f.open();
+    f.load("a.cnt");
+    QCOMPARE(f.window->windowTitle(), QStringLiteral("On-line Help: A & B"));
+    QCOMPARE(f.enabled(), QStringLiteral("Print Copy Find ZoomIn ZoomOut Sync"));
+    f.browser()->selectAll();
+    f.trigger("editCopyAction");
+    QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("start"));
+    f.browser()->setTextCursor(QTextCursor(f.browser()->document()));
+    QVERIFY(!f.action("editCopyAction")->isEnabled());
+    f.window->loadHtml(f.library.topRows().at(1)->children.at(0)->contentsItem);
+    QCOMPARE(f.enabled(), QStringLiteral("Print Copy Find ZoomIn ZoomOut Back Up Home Sync"));
+    QTest::keyClick(f.window.get(), Qt::Key_Left, Qt::AltModifier);
+    QCOMPARE(f.page(), QStringLiteral("start"));
+    QTest::keyClick(f.window.get(), Qt::Key_Right, Qt::AltModifier);
+    QCOMPARE(f.page(), QStringLiteral("leaf"));
+    QTest::keyClick(f.window.get(), Qt::Key_Up, Qt::AltModifier);
+    QCOMPARE(f.page(), QStringLiteral("start"));
+}
+
+void TestWindow::clicksAndKeysInTheTree()
+{
+    Fixture f;
+    f.open();
+    f.load("a.cnt");
+    auto* tree = f.tree();
+    const auto click = [&](int row) {
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {},
+                          tree->visualRect(tree->model()->index(row, 0)).center());
+    };
+    click(1);
+    QCOMPARE(f.page(), QStringLiteral("book"));
+    f.browser()->setSource(f.path("b1.html"));
+    click(1);
+    QCOMPARE(f.page(), QStringLiteral("book"));
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, QPoint(20, tree->viewport()->height() - 5));
+    QCOMPARE(f.page(), QStringLiteral("book"));
+    QTest::keyClick(tree, Qt::Key_Right);
+    QTest::keyClick(tree, Qt::Key_Down);
+    QCOMPARE(f.page(), QStringLiteral("leaf"));
+    QTest::mouseMove(tree->viewport(), tree->visualRect(tree->model()->index(0, 0)).center());
+    QTRY_COMPARE(f.files.shortened(f.window->statusBar()->currentMessage()), QStringLiteral("D/a1.html"));
+}
+
+void TestWindow::upAndSynchronize()
+{
+    Fixture f;
+    f.open();
+    f.load("a.cnt");
+    f.browser()->setSource(f.path("a3.html"));
+    QCOMPARE(f.row(), QStringLiteral("Start"));
+    f.trigger("goSyncAction");
+    QCOMPARE(f.row(), QStringLiteral("Leaf"));
+    QVERIFY(f.tree()->isExpanded(f.tree()->model()->index(1, 0)));
+    f.trigger("goUpAction");
+    QCOMPARE(f.row(), QStringLiteral("Book"));
+    QCOMPARE(f.page(), QStringLiteral("book"));
+}
+
+void TestWindow::synchronizeKeepsThePlace()
+{
+    Fixture f;
+    f.open();
+    f.load("a.cnt");
+    f.browser()->setSource(f.path("a3.html#there"));
+    f.trigger("goSyncAction");
+    QCOMPARE(f.row(), QStringLiteral("Leaf"));
+    QCOMPARE(f.files.shortened(f.browser()->getCurrentLink()->page), QStringLiteral("D/a3.html#there"));
+}
+
+void TestWindow::removeContents()
+{
+    Fixture f;
+    f.open();
+    f.load("a.cnt");
+    f.load("b.cnt");
+    QCOMPARE(f.library.topRows().size(), size_t(3));
+    QCOMPARE(f.keywords()->model()->rowCount(), 3);
+    f.menu("removeMenu")->actions().at(0)->trigger();
+    QCOMPARE(f.library.topRows().size(), size_t(1));
+    QCOMPARE(f.keywords()->model()->rowCount(), 2);
+    QCOMPARE(f.page(), QStringLiteral("other"));
+    QCOMPARE(f.window->windowTitle(), QStringLiteral("On-line Help: Beta"));
+    QVERIFY(!f.action("goBackAction")->isEnabled());
+    f.menu("removeMenu")->actions().at(0)->trigger();
+    QVERIFY(!f.menu("removeMenu")->isEnabled());
+    QCOMPARE(f.enabled(), QString());
+    QCOMPARE(f.window->windowTitle(), QStringLiteral("On-line Help"));
+    QVERIFY(f.page().isEmpty());
+}
+
+void TestWindow::sameFileTwice()
+{
+    Fixture f;
+    f.open();
+    f.load("a.cnt");
+    f.load("a.cnt");
+    QCOMPARE(f.menu("removeMenu")->actions().size(), 2);
+    f.menu("removeMenu")->actions().at(0)->trigger();
+    QCOMPARE(f.library.topRows().size(), size_t(2));
+    f.browser()->setSource(f.path("a3.html"));
+    f.trigger("goUpAction");
+    QCOMPARE(f.page(), QStringLiteral("book"));
+    f.lookFor()->setText(QStringLiteral("shared"));
+    QTest::keyClick(f.lookFor(), Qt::Key_Return);
+    QCOMPARE(f.page(), QStringLiteral("leaf"));
+}
+
+void TestWindow::malformedFiles()
+{
+    Fixture f;
+    f.open();
+    f.load("bad.cnt");
+    QTRY_VERIFY(QApplication::activeModalWidget() != nullptr);
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    QVERIFY(box != nullptr);
+    QCOMPARE(box->windowTitle(), QStringLiteral("Load contents error"));
+    QCOMPARE(f.files.shortened(box->text()), QStringLiteral("'D/bad.cnt' not a contents file."));
+    box->button(QMessageBox::Ok)->click();
+    QCOMPARE(f.library.topRows().size(), size_t(1));
+}
+
+void TestWindow::index()
+{
+    Fixture f;
+    f.open();
+    f.load("a.cnt");
+    QTest::keyClick(f.window.get(), Qt::Key_2, Qt::ControlModifier);
+    QVERIFY(f.lookFor()->isVisible());
+    QTest::keyClicks(f.lookFor(), QStringLiteral("SH"));
+    QCOMPARE(f.keywords()->currentIndex().row(), 1);
+    QTest::keyClick(f.lookFor(), Qt::Key_Return);
+    QCOMPARE(f.page(), QStringLiteral("leaf"));
+    QTest::keyClick(f.lookFor(), Qt::Key_Up);
+    QCOMPARE(f.keywords()->currentIndex().row(), 0);
+    const QPoint second = f.keywords()->visualRect(f.keywords()->model()->index(1, 0)).center();
+    QTest::mouseClick(f.keywords()->viewport(), Qt::LeftButton, {}, second);
+    QCOMPARE(f.lookFor()->text(), QStringLiteral("Shared"));
+    f.browser()->setSource(f.path("a1.html"));
+    QTest::mouseDClick(f.keywords()->viewport(), Qt::LeftButton, {}, second);
+    QCOMPARE(f.page(), QStringLiteral("leaf"));
+    f.browser()->setSource(f.path("a1.html"));
+    QTest::keyClick(f.keywords(), Qt::Key_Return);
+    QCOMPARE(f.page(), QStringLiteral("leaf"));
+    QTest::mouseMove(f.keywords()->viewport(), second + QPoint(1, 0));
+    QTRY_COMPARE(f.files.shortened(f.window->statusBar()->currentMessage()), QStringLiteral("D/a3.html"));
+}
+
+void TestWindow::foundTopics()
+{
+    Fixture f;
+    f.open();
+    f.load("a.cnt");
+    f.load("b.cnt");
+    f.window->findChild<QTabWidget*>()->setCurrentIndex(1);
+    f.lookFor()->setText(QStringLiteral("shared"));
+    QStringList rows;
+    onDialog<HelpIndexFound>([&](HelpIndexFound* dialog) {
+        auto* list = dialog->findChild<QTreeWidget*>();
+        for (int i = 0; i < list->topLevelItemCount(); ++i) {
+            const auto* row = list->topLevelItem(i);
+            rows.append(QStringList{row->text(0), row->text(1), row->text(2)}.join(u'|'));
+        }
+        dialog->reject();
+    });
+    QTest::keyClick(f.lookFor(), Qt::Key_Return);
+    QCOMPARE(rows, (QStringList{QStringLiteral("Shared|A & B|Leaf"), QStringLiteral("Shared|Beta|Other")}));
+    QCOMPARE(f.page(), QStringLiteral("start"));
+    onDialog<HelpIndexFound>([](HelpIndexFound* dialog) {
+        QTest::keyClick(dialog->findChild<QTreeWidget*>(), Qt::Key_Down);
+        QTest::keyClick(dialog->findChild<QTreeWidget*>(), Qt::Key_Return);
+    });
+    QTest::keyClick(f.lookFor(), Qt::Key_Return);
+    QCOMPARE(f.page(), QStringLiteral("other"));
+    onDialog<HelpIndexFound>([](HelpIndexFound* dialog) { dialog->accept(); });
+    QTest::keyClick(f.lookFor(), Qt::Key_Return);
+    QCOMPARE(f.page(), QStringLiteral("leaf"));
+}
+
+void TestWindow::installedMenu()
+{
+    Fixture f;
+    for (const auto* name : {"b.cnt", "bad.cnt", "a.cnt"}) {
+        InstalledContents::installContents(f.path(name));
+    }
+    QFile::remove(f.path("bad.cnt"));
+    f.open();
+    QStringList titles;
+    for (const auto* entry : f.menu("installedMenu")->actions()) {
+        titles.append(entry->text());
+    }
+    QCOMPARE(titles, (QStringList{QStringLiteral("A && B"), QStringLiteral("Beta")}));
+    QCOMPARE(InstalledContents::loadInstalledFromSettings(), (QStringList{f.path("a.cnt"), f.path("b.cnt")}));
+    f.menu("installedMenu")->actions().at(1)->trigger();
+    f.menu("installedMenu")->actions().at(0)->trigger();
+    f.menu("installedMenu")->actions().at(1)->trigger();
+    QCOMPARE(f.menu("removeMenu")->actions().size(), 2);
+    QCOMPARE(f.page(), QStringLiteral("other"));
+    QCOMPARE(f.row(), QStringLiteral("Other"));
+    QVERIFY(!f.action("goBackAction")->isEnabled());
+}
+
+void TestWindow::showInstalled()
+{
+    Fixture f;
+    f.open();
+    f.window->showInstalled(f.path("nowhere.cnt"));
+    QCOMPARE(f.enabled(), QString());
+    f.window->showInstalled(f.path("a.cnt"));
+    f.window->showInstalled(f.path("./a.cnt"));
+    QCOMPARE(f.menu("removeMenu")->actions().size(), 2);
+}
+
+void TestWindow::defaultLoad_data()
+{
+    QTest::addColumn<QStringList>("lastOpen");
+    QTest::addColumn<QStringList>("installed");
+    QTest::addColumn<QString>("titles");
+    const QString a = QStringLiteral("a.cnt");
+    const QString b = QStringLiteral("b.cnt");
+    QTest::newRow("nothing") << QStringList() << QStringList() << "";
+    QTest::newRow("last open, in title order") << QStringList{b, a} << QStringList{b} << "A && B,Beta";
+    QTest::newRow("nothing open: installed") << QStringList{QString()} << QStringList{b, a} << "A && B,Beta";
+    QTest::newRow("last open has gone: installed")
+        << QStringList{QStringLiteral("gone.cnt")} << QStringList{b} << "Beta";
+}
+
+void TestWindow::defaultLoad()
+{
+    QFETCH(QStringList, lastOpen);
+    QFETCH(QStringList, installed);
+    QFETCH(QString, titles);
+    Fixture f;
+    for (auto& name : lastOpen) {
+        name = name.isEmpty() ? name : f.files.path(name);
+    }
+    QSettings().setValue(QStringLiteral("HelpMainWindow/contents"), lastOpen);
+    for (const auto& name : installed) {
+        InstalledContents::installContents(f.files.path(name));
+    }
+    f.open();
+    f.window->loadDefault();
+    QStringList loaded;
+    for (const auto* entry : f.menu("removeMenu")->actions()) {
+        loaded.append(entry->text());
+    }
+    QCOMPARE(loaded.join(u','), titles);
+    QCOMPARE(f.page().isEmpty(), titles.isEmpty());
+}
+
+void TestWindow::paneAndToolBarMarks()
+{
+    Fixture f;
+    f.open();
+    auto* dock = f.window->findChild<QDockWidget*>();
+    QVERIFY(f.action("viewContentsAction")->isChecked());
+    QVERIFY(f.action("viewGoToolbarAction")->isChecked());
+    dock->close();
+    QVERIFY(!f.action("viewContentsAction")->isChecked());
+    f.trigger("viewContentsAction");
+    QVERIFY(dock->isVisible());
+    f.trigger("viewGoToolbarAction");
+    QVERIFY(!f.window->findChild<QToolBar*>()->isVisible());
+}
+
+void TestWindow::foreignTextIsPlain()
+{
+    Fixture f("== a.cnt\n:title=<b>x</b> &File [*]\tCtrl+Q\n<i>row</i>=a.html\n== a.html\n<p>x</p>\n");
+    f.open();
+    f.load("a.cnt");
+    QCOMPARE(f.window->windowTitle(), QStringLiteral("On-line Help: <b>x</b> &File [*][*]\tCtrl+Q"));
+    QCOMPARE(f.menu("removeMenu")->actions().at(0)->text(), QStringLiteral("<b>x</b> &&File [*] Ctrl+Q"));
+    QCOMPARE(f.row(), QStringLiteral("<i>row</i>"));
+}
+
+void TestWindow::addContents()
+{
+    Fixture f;
+    f.open();
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    QTimer::singleShot(0, f.window.get(), [&] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        QCOMPARE(dialog->nameFilters().constFirst(), QStringLiteral("Contents File (*.cnt)"));
+        dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(f.path("b.cnt"));
+        static_cast<QDialog*>(dialog)->accept();
+    });
+    f.trigger("fileAddContentsAction");
+    QCOMPARE(f.page(), QStringLiteral("other"));
+    QVERIFY(InstalledContents::loadInstalledFromSettings().isEmpty());
+}
+
+void TestWindow::manual()
+{
+    if (manualContentsFile().isEmpty()) {
+        QSKIP("the tests were built outside the source tree");
+    }
+    Fixture f;
+    f.open();
+    f.load("a.cnt");
+    QTest::keyClick(f.window.get(), Qt::Key_F1);
+    QTest::keyClick(f.window.get(), Qt::Key_F1);
+    QCOMPARE(f.menu("removeMenu")->actions().size(), 2);
+    QVERIFY(f.page().contains(QStringLiteral("Quenda")));
+    f.trigger("goBackAction");
+    QCOMPARE(f.page(), QStringLiteral("start"));
+}
+
+QTEST_MAIN(TestWindow)
+#include "tst_window.moc"

@@ -1,0 +1,41 @@
+# SPDX-License-Identifier: MIT
+# Sourced by ./run, ./test and .ci/run: the Debian packages that they need.
+
+build_packages=(g++ cmake ninja-build qt6-base-dev)
+run_packages=(fonts-dejavu-core)
+test_packages=(poppler-utils)
+check_packages=(clang-format clang-tidy)
+
+say() { printf '%s\n' "==> $*"; }
+
+# need PACKAGE ...: installs those that are missing; asks apt only when one is.
+need() {
+    local missing=() package
+    for package in "$@"; do
+        [[ $(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null) == installed ]] || missing+=("$package")
+    done
+    [[ ${#missing[@]} -eq 0 ]] && return
+    local as_root=()
+    if [[ $(id -u) -ne 0 ]]; then
+        command -v sudo >/dev/null || {
+            printf 'Please install these packages first: %s\n' "${missing[*]}" >&2
+            exit 1
+        }
+        as_root=(sudo)
+    fi
+    say "Installing ${missing[*]}"
+    "${as_root[@]}" apt-get update -qq
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
+        "${missing[@]}" >/dev/null
+}
+
+# build PRESET: configures once, then builds what changed.
+build() {
+    local log=$root/build/$1.log
+    mkdir -p "$root/build"
+    say "Building ($1)"
+    if [[ ! -f $root/build/$1/build.ninja ]]; then
+        (cd "$root" && cmake --preset "$1") >"$log" 2>&1 || { cat "$log" >&2; exit 1; }
+    fi
+    (cd "$root" && cmake --build --preset "$1") >"$log" 2>&1 || { cat "$log" >&2; exit 1; }
+}

@@ -4,15 +4,17 @@
 #include "library/helplibrary.h"
 
 #include <QFile>
+#include <QLoggingCategory>
+
+#include <algorithm>
+#include <array>
 
 bool isOption(std::string_view argument, std::string_view name)
 {
-    for (const std::string_view prefix : {"--", "-", "/"}) {
-        if (argument.starts_with(prefix) && argument.substr(prefix.size()) == name) {
-            return true;
-        }
-    }
-    return false;
+    static constexpr std::array<std::string_view, 3> prefixes{"--", "-", "/"};
+    return std::any_of(prefixes.begin(), prefixes.end(), [&](std::string_view prefix) {
+        return argument.starts_with(prefix) && argument.substr(prefix.size()) == name;
+    });
 }
 
 QString fileNameArgument(const char* argument)
@@ -25,4 +27,13 @@ QString fileNameArgument(const char* argument)
 QString absoluteFileNameArgument(const char* argument)
 {
     return HelpLibrary::absoluteName(fileNameArgument(argument));
+}
+
+void useOffscreenPlatform()
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    // The offscreen platform reports what it cannot do.
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.*=false"));
 }

@@ -13,3 +13,7 @@
 
 /// The same, made absolute.
 [[nodiscard]] QString absoluteFileNameArgument(const char* argument);
+
+/// Lets the toolkit run without a display, unless the user chose a platform; call it before the application
+/// object is made.
+void useOffscreenPlatform();

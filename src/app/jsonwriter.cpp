@@ -5,6 +5,13 @@ namespace {
 
 constexpr size_t BufferSize = 1 << 16; // bytes
 
+/// Control characters could act on a terminal.
+bool isControl(char16_t unit)
+{
+    return unit < 0x20 || (unit >= 0x7F && unit < 0xA0);
+}
+
+/// Also for lone surrogates, which have no UTF-8 form.
 void appendEscape(std::string& out, char16_t unit)
 {
     static constexpr std::string_view digits = "0123456789abcdef";
@@ -78,21 +85,19 @@ void JsonWriter::writeString(const QString& text)
 {
     m_buffer += '"';
     for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar c = text.at(i);
-        if (c == u'"' || c == u'\\') {
+        const char16_t unit = text.at(i).unicode();
+        const bool isPair =
+            text.at(i).isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate();
+        if (unit == u'"' || unit == u'\\') {
             m_buffer += '\\';
-            m_buffer += char(c.unicode());
-        } else if (c.unicode() < 0x20 || c.unicode() == 0x7F) {
-            appendEscape(m_buffer, c.unicode());
-        } else if (c.unicode() < 0x7F) {
-            m_buffer += char(c.unicode());
-        } else if (c.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate()) {
-            m_buffer += QStringView(text).sliced(i++, 2).toUtf8().toStdString();
-        } else if (c.isSurrogate() || (c.unicode() >= 0x80 && c.unicode() < 0xA0)) {
-            // A lone surrogate has no UTF-8 form; C1 controls could act on a terminal.
-            appendEscape(m_buffer, c.unicode());
+            m_buffer += char(unit);
+        } else if (isControl(unit) || (text.at(i).isSurrogate() && !isPair)) {
+            appendEscape(m_buffer, unit);
+        } else if (unit < 0x80) {
+            m_buffer += char(unit);
         } else {
-            m_buffer += QStringView(&c, 1).toUtf8().toStdString();
+            m_buffer += QStringView(text).sliced(i, isPair ? 2 : 1).toUtf8().toStdString();
+            i += isPair ? 1 : 0;
         }
     }
     m_buffer += '"';

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/arguments.h"
 #include "app/dump.h"
+#include "app/render.h"
 #include "app/requests.h"
 #include "app/screenshot.h"
 #include "app/usage.h"
@@ -53,6 +54,9 @@ int main(int argc, char* argv[])
     }
     if (first == "--screenshot") {
         return argc > 2 ? takeScreenshot(argc, argv) : reportUsageError(argv[1]);
+    }
+    if (first == "--pdf" || first == "--png") {
+        return renderPage(argc, argv);
     }
     return runViewer(argc, argv);
 }

@@ -7,7 +7,6 @@
 #include "mainwindow/helpmainwindow.h"
 
 #include <QApplication>
-#include <QLoggingCategory>
 #include <QPixmap>
 #include <QTimer>
 
@@ -24,7 +23,8 @@ void printSummary(const HelpLibrary& library)
     for (const auto* root : library.roots()) {
         topics += library.helpSet(*root).records().size();
     }
-    const QString text = QCoreApplication::translate("Screenshot", "%1 help set(s), %2 topics, %3 keywords\n");
+    const QString text =
+        QCoreApplication::translate("Screenshot", "%1 help set(s), %2 topics, %3 keywords\n");
     std::fputs(qUtf8Printable(
                    text.arg(library.roots().size()).arg(topics).arg(library.keywordIndex().rows().size())),
                stdout);
@@ -34,11 +34,7 @@ void printSummary(const HelpLibrary& library)
 
 int takeScreenshot(int argc, char* argv[])
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
-    // The offscreen platform reports what it cannot do.
-    QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.*=false"));
+    useOffscreenPlatform();
     const QString picture = fileNameArgument(argv[2]);
     const QApplication application(argc, argv);
     HelpLibrary library;

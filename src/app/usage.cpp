@@ -12,6 +12,8 @@ void printUsage()
        quenda --install | --uninstall | --isinstall FILE.cnt
        quenda --dump FILE.cnt ...
        quenda --screenshot OUT.png [FILE.cnt ...]
+       quenda --pdf OUT.pdf PAGE.html
+       quenda --png OUT.png [--width W] PAGE.html
        quenda --help | --version
 
 Opens the help sets of the contents files FILE.cnt in a window; without
@@ -23,11 +25,14 @@ arguments the help sets that were open last, else all installed ones.
   --isinstall FILE.cnt  tell whether it is in the list
   --dump                write contents, index and problems as JSON
   --screenshot OUT.png  draw the window into a picture, without a display
+  --pdf OUT.pdf         print a page into a PDF file, without a display
+  --png OUT.png         draw a page into a picture, W pixels wide (800)
   --help, --version     write this text, or the version, and exit
 
 The three list requests print one line and exit with 0 (done, or yes),
 1 (file not found) or 2 (already installed, or not installed). --dump exits
-with 1 when a named file is missing or unreadable.
+with 1 when a named file is missing or unreadable; --screenshot, --pdf and
+--png when they cannot do their work.
 )");
     std::fputs(qUtf8Printable(text), stdout);
 }

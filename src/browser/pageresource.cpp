@@ -4,11 +4,16 @@
 #include "browser/imagewindow.h"
 #include "pages/pagefile.h"
 
+#include <QFileInfo>
 #include <QImage>
 #include <QPainter>
 #include <QTextDocument>
 
 namespace {
+
+// Larger style sheets are written for web browsers: rich text follows little of them and takes seconds over
+// it.
+constexpr qint64 LargestStyleSheet = 4096; // bytes
 
 /// An empty frame, crossed out.
 QImage missingPicture()
@@ -32,6 +37,9 @@ QVariant loadPageResource(int type, const QUrl& url)
         const QImage picture = isPicture(file) ? QImage(file) : QImage();
         return picture.isNull() ? missingPicture() : picture;
     }
-    const auto sheet = readPage(file);
-    return sheet.ok() ? QVariant(sheet.value().text) : QVariant();
+    const QFileInfo info(file);
+    const bool isSmall = info.isFile() && info.size() <= LargestStyleSheet;
+    const auto sheet = isSmall ? readPage(file) : Result<PageText, PageError>(PageError::TooLarge);
+    // Never a null value: the document would then open the file by itself, whatever it is.
+    return sheet.ok() ? sheet.value().text : QStringLiteral("");
 }

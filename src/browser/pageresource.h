@@ -6,5 +6,5 @@
 
 /// A picture (QImage) or style sheet (QString) that a page refers to; `type` is a
 /// QTextDocument::ResourceType. Only regular files of this machine are read. A picture that is missing comes
-/// back as a small drawing that says so, a style sheet as an invalid value.
+/// back as a small drawing that says so, a style sheet that is missing or large as an empty text.
 [[nodiscard]] QVariant loadPageResource(int type, const QUrl& url);

@@ -5,9 +5,10 @@
 
 QString decodeText(const QByteArray& bytes)
 {
-    if (const auto marked = QStringConverter::encodingForData(bytes)) {
+    const auto marked = QStringConverter::encodingForData(bytes);
+    if (marked && *marked != QStringConverter::Utf8) {
         QStringDecoder decoder(*marked);
         return decoder(bytes);
     }
-    return bytes.isValidUtf8() ? QString::fromUtf8(bytes) : QString::fromLatin1(bytes);
+    return marked || bytes.isValidUtf8() ? QString::fromUtf8(bytes) : QString::fromLatin1(bytes);
 }

@@ -133,6 +133,25 @@ HelpContentsItem* HelpLibrary::findPage(const QString& fileName) const
     return result;
 }
 
+/// Record of the row that shows the page without its anchor, and the anchor with its "#".
+HelpLibrary::WholePage HelpLibrary::findWholePage(const QString& fileName) const
+{
+    // From the right: directories may have a "#" in their names, too.
+    for (qsizetype hash = fileName.lastIndexOf(u'#'); hash > 0; hash = fileName.lastIndexOf(u'#', hash - 1)) {
+        if (const auto* record = findPage(fileName.first(hash))) {
+            return {record, fileName.sliced(hash)};
+        }
+    }
+    return {};
+}
+
+const HelpContentsListViewItem* HelpLibrary::findRow(const QString& fileName) const
+{
+    const auto* exact = findPage(fileName);
+    const auto* record = exact != nullptr ? exact : findWholePage(fileName).record;
+    return record == nullptr ? nullptr : record->listViewItem;
+}
+
 HelpContentsItem* HelpLibrary::getPage(const QString& fileName)
 {
     if (auto* record = findPage(fileName)) {
@@ -140,16 +159,12 @@ HelpContentsItem* HelpLibrary::getPage(const QString& fileName)
     }
     auto& record = m_pageRecords.emplace_back();
     record.page = fileName;
-    // From the right: directories may have a "#" in their names, too.
-    for (qsizetype hash = fileName.lastIndexOf(u'#'); hash > 0; hash = fileName.lastIndexOf(u'#', hash - 1)) {
-        if (const auto* whole = findPage(fileName.first(hash))) {
-            record.listViewItem = whole->listViewItem;
-            record.title = whole->title;
-            record.root = whole->root;
-            record.namedIn = whole->namedIn;
-            record.namedInLine = whole->namedInLine;
-            break;
-        }
+    if (const auto* whole = findWholePage(fileName).record) {
+        record.listViewItem = whole->listViewItem;
+        record.title = whole->title;
+        record.root = whole->root;
+        record.namedIn = whole->namedIn;
+        record.namedInLine = whole->namedInLine;
     }
     return &record;
 }
@@ -186,6 +201,10 @@ QString HelpLibrary::pageTitle(const QString& link) const
     const auto* record = findPage(link);
     if (record != nullptr && !record->listViewItem->text.isEmpty()) {
         return record->listViewItem->text;
+    }
+    const auto whole = findWholePage(link);
+    if (whole.record != nullptr && !whole.record->listViewItem->text.isEmpty()) {
+        return QStringLiteral("%1 (%2)").arg(whole.record->listViewItem->text, whole.anchor);
     }
     const qsizetype hash = anchorPosition(link);
     return link.sliced(link.lastIndexOf(u'/', hash < 0 ? -1 : hash) + 1);

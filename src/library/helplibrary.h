@@ -53,6 +53,8 @@ public:
 
     /// Record of the row that shows exactly this page; null when there is none.
     [[nodiscard]] HelpContentsItem* findPage(const QString& fileName) const;
+    /// The row that shows the page, or the page without its anchor; null when there is none.
+    [[nodiscard]] const HelpContentsListViewItem* findRow(const QString& fileName) const;
     /// Record of the row that shows the page; else a new page record, which takes row, title and root of the
     /// row that shows the page without its anchor.
     [[nodiscard]] HelpContentsItem* getPage(const QString& fileName);
@@ -60,7 +62,8 @@ public:
     [[nodiscard]] HelpContentsItem* getPage(const HelpIndexItem& keyword);
     /// First record of the help set that was loaded under exactly this name; null when there is none.
     [[nodiscard]] HelpContentsItem* getContentsByFileName(const QString& fileName) const;
-    /// What the contents call a page; where no row shows it, its file name with its anchor.
+    /// What the contents call a page, with its anchor when only the whole page has a row; where none has, the
+    /// file name with the anchor.
     [[nodiscard]] QString pageTitle(const QString& link) const;
 
     [[nodiscard]] static bool isOneFile(const QString& a, const QString& b);
@@ -79,6 +82,12 @@ Q_SIGNALS:
     void helpSetRemoved();
 
 private:
+    struct WholePage {
+        const HelpContentsItem* record = nullptr;
+        QString anchor;
+    };
+
+    [[nodiscard]] WholePage findWholePage(const QString& fileName) const;
     [[nodiscard]] size_t insertPosition(const HelpContentsListViewItem* current) const;
     void numberTopRows(size_t first);
 

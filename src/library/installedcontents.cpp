@@ -4,9 +4,7 @@
 #include "formats/helpsettitle.h"
 #include "formats/paths.h"
 #include "formats/regularfile.h"
-#include "library/storelock.h"
-
-#include <QSettings>
+#include "library/settingsstore.h"
 
 #include <algorithm>
 #include <utility>
@@ -16,70 +14,81 @@ namespace InstalledContents {
 
 namespace {
 
-const QString Key = QStringLiteral("/HelpMainWindow/contentsInstalled");
+constexpr auto Key = "contentsInstalled";
 
-QStringList storedList()
+QStringList storedList(const SettingsStore& store)
 {
-    return QSettings().value(Key).toStringList();
+    return store.value(Key).toStringList();
+}
+
+bool storeList(SettingsStore& store, const QStringList& list)
+{
+    store.setValue(Key, list.isEmpty() ? QVariant(QString()) : QVariant(list));
+    return store.sync();
+}
+
+Answer query(const SettingsStore& store, const QString& fileName)
+{
+    return storedList(store).contains(absoluteFilePath(fileName)) ? Answer::Yes : Answer::No;
 }
 
 } // namespace
 
 Answer isinstallContents(const QString& fileName)
 {
-    if (!isRegularFile(fileName)) {
-        return Answer::NotFound;
-    }
-    return storedList().contains(absoluteFilePath(fileName)) ? Answer::Yes : Answer::No;
+    return isRegularFile(fileName) ? query(SettingsStore(SettingsStore::Access::Read), fileName)
+                                   : Answer::NotFound;
 }
 
 Outcome installContents(const QString& fileName)
 {
-    const StoreLock lock;
-    const Answer present = isinstallContents(fileName);
+    if (!isRegularFile(fileName)) {
+        return {Answer::NotFound};
+    }
+    SettingsStore store(SettingsStore::Access::Write);
+    const Answer present = query(store, fileName);
     if (present != Answer::No) {
         return {present == Answer::Yes ? Answer::No : Answer::NotFound};
     }
-    return {Answer::Yes, saveInstalledToSettings(loadInstalledFromSettings() << absoluteFilePath(fileName))};
+    return {Answer::Yes, storeList(store, sortingCntList(storedList(store)) << absoluteFilePath(fileName))};
 }
 
 Outcome uninstallContents(const QString& fileName)
 {
-    const StoreLock lock;
-    const Answer present = isinstallContents(fileName);
+    if (!isRegularFile(fileName)) {
+        return {Answer::NotFound};
+    }
+    SettingsStore store(SettingsStore::Access::Write);
+    const Answer present = query(store, fileName);
     if (present != Answer::Yes) {
         return {present};
     }
-    QStringList list = loadInstalledFromSettings();
+    QStringList list = sortingCntList(storedList(store));
     list.removeOne(absoluteFilePath(fileName));
-    return {Answer::Yes, saveInstalledToSettings(list)};
+    return {Answer::Yes, storeList(store, list)};
 }
 
 QStringList loadInstalledFromSettings()
 {
-    return sortingCntList(storedList());
+    return sortingCntList(storedList(SettingsStore(SettingsStore::Access::Read)));
 }
 
 bool saveInstalledToSettings(const QStringList& list)
 {
-    QSettings settings;
-    // A writable file in a directory that is not: written in place.
-    settings.setAtomicSyncRequired(false);
-    settings.setValue(Key, list.isEmpty() ? QVariant(QString()) : QVariant(list));
-    settings.sync();
-    return settings.status() == QSettings::NoError;
+    SettingsStore store(SettingsStore::Access::Write);
+    return storeList(store, list);
 }
 
 QStringList dropVanishedContents()
 {
-    const StoreLock lock;
-    QStringList list = loadInstalledFromSettings();
+    SettingsStore store(SettingsStore::Access::Write);
+    QStringList list = sortingCntList(storedList(store));
     // An empty list is stored as the empty text, which reads back as one empty entry.
     list.removeAll(QString());
     QStringList present = list;
     present.removeIf([](const QString& name) { return !isRegularFile(name); });
     if (present.size() != list.size()) {
-        saveInstalledToSettings(present);
+        storeList(store, present);
     }
     return present;
 }

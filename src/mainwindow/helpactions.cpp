@@ -42,15 +42,26 @@ HelpActions::HelpActions(QMainWindow& window)
           make(window, "fileAddContentsAction", QT_TRANSLATE_NOOP("HelpActions", "&Add Contents..."))),
       filePrintAction(make(window, "filePrintAction", QT_TRANSLATE_NOOP("HelpActions", "&Print..."),
                            Qt::CTRL | Qt::Key_P)),
+      filePreviewAction(
+          make(window, "filePreviewAction", QT_TRANSLATE_NOOP("HelpActions", "Print Pre&view..."))),
+      fileExportAction(
+          make(window, "fileExportAction", QT_TRANSLATE_NOOP("HelpActions", "Export as P&DF..."))),
       fileExitAction(make(window, "fileExitAction", QT_TRANSLATE_NOOP("HelpActions", "E&xit"))),
       editCopyAction(
           make(window, "editCopyAction", QT_TRANSLATE_NOOP("HelpActions", "&Copy"), Qt::CTRL | Qt::Key_C)),
       editFindAction(
           make(window, "editFindAction", QT_TRANSLATE_NOOP("HelpActions", "&Find..."), Qt::CTRL | Qt::Key_F)),
+      editFindNextAction(
+          make(window, "editFindNextAction", QT_TRANSLATE_NOOP("HelpActions", "Find &Next"), Qt::Key_F3)),
+      editFindPreviousAction(make(window, "editFindPreviousAction",
+                                  QT_TRANSLATE_NOOP("HelpActions", "Find &Previous"),
+                                  Qt::SHIFT | Qt::Key_F3)),
       viewZoomInAction(make(window, "viewZoomInAction", QT_TRANSLATE_NOOP("HelpActions", "Zoom &In"),
                             Qt::CTRL | Qt::Key_Plus)),
       viewZoomOutAction(make(window, "viewZoomOutAction", QT_TRANSLATE_NOOP("HelpActions", "Zoom &Out"),
                              Qt::CTRL | Qt::Key_Minus)),
+      viewZoomResetAction(make(window, "viewZoomResetAction",
+                               QT_TRANSLATE_NOOP("HelpActions", "Normal Si&ze"), Qt::CTRL | Qt::Key_0)),
       viewContentsAction(make(window, "viewContentsAction", QT_TRANSLATE_NOOP("HelpActions", "&Contents"))),
       viewGoToolbarAction(
           make(window, "viewGoToolbarAction", QT_TRANSLATE_NOOP("HelpActions", "Go Toolbar"))),
@@ -70,4 +81,18 @@ HelpActions::HelpActions(QMainWindow& window)
 {
     viewContentsAction->setCheckable(true);
     viewGoToolbarAction->setCheckable(true);
+    // On most keyboards the plus sign needs Shift, the equals sign beside it does not.
+    viewZoomInAction->setShortcuts({Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal});
+}
+
+QList<QAction*> HelpActions::pageActions() const
+{
+    return {filePrintAction,   filePreviewAction,  fileExportAction,       editCopyAction,
+            editFindAction,    editFindNextAction, editFindPreviousAction, viewZoomInAction,
+            viewZoomOutAction, viewZoomResetAction};
+}
+
+QList<QAction*> HelpActions::goActions() const
+{
+    return {goBackAction, goForwardAction, goUpAction, goHomeAction, goSyncAction};
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QList>
+
 class QAction;
 class QMainWindow;
 
@@ -8,13 +10,23 @@ class QMainWindow;
 struct HelpActions {
     explicit HelpActions(QMainWindow& window);
 
+    /// The commands that need a page to act on.
+    [[nodiscard]] QList<QAction*> pageActions() const;
+    /// Back, Forward, Up, Home, Synchronize.
+    [[nodiscard]] QList<QAction*> goActions() const;
+
     QAction* fileAddContentsAction;
     QAction* filePrintAction;
+    QAction* filePreviewAction;
+    QAction* fileExportAction;
     QAction* fileExitAction;
     QAction* editCopyAction;
     QAction* editFindAction;
+    QAction* editFindNextAction;
+    QAction* editFindPreviousAction;
     QAction* viewZoomInAction;
     QAction* viewZoomOutAction;
+    QAction* viewZoomResetAction;
     QAction* viewContentsAction;
     QAction* viewGoToolbarAction;
     QAction* viewSettingsAction;

@@ -2,15 +2,18 @@
 #include "mainwindow/helpmainwindow.h"
 
 #include "browser/helpbrowser.h"
+#include "browser/helpsettings.h"
 #include "contents/helpcontents.h"
 #include "contents/helpcontentslistview.h"
 #include "icons/icons.h"
 #include "index/helpindex.h"
 #include "library/helplibrary.h"
-#include "library/installedcontents.h"
+#include "mainwindow/contentsfiles.h"
 #include "mainwindow/helpsetmenu.h"
-#include "mainwindow/malformedfiles.h"
 #include "mainwindow/manual.h"
+#include "mainwindow/pagesearch.h"
+#include "mainwindow/printcommands.h"
+#include "mainwindow/windowsettings.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -19,7 +22,6 @@
 #include <QFileInfo>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QSettings>
 #include <QShortcut>
 #include <QSplitter>
 #include <QStatusBar>
@@ -28,40 +30,32 @@
 #include <QTextDocumentFragment>
 #include <QToolBar>
 
-#include <algorithm>
-
 namespace {
 
 constexpr int DockWidth = 200; // pixels
 constexpr QSize ToolIconSize(16, 16);
-constexpr QSize DefaultSize(590, 400);
-
-const QString LastOpenKey = QStringLiteral("/HelpMainWindow/contents");
 
 } // namespace
 
 HelpMainWindow::HelpMainWindow(HelpLibrary& library, QWidget* parent)
-    : QMainWindow(parent), m_library(library), m_actions(*this)
+    : QMainWindow(parent), m_library(library), m_actions(*this), m_menus(*menuBar(), m_actions)
 {
     setHelpCaption({});
     setWindowIcon(applicationIcon());
-    buildMenus();
     buildToolBar();
     buildPanes();
     buildPaneShortcuts();
     connectActions();
     connectPanes();
-    connectBrowser();
+    connectBrowserAndMenus();
     statusBar();
     selectionChanged();
-    for (auto* action :
-         {m_actions.filePrintAction, m_actions.editCopyAction, m_actions.editFindAction,
-          m_actions.viewZoomInAction, m_actions.viewZoomOutAction, m_actions.goBackAction,
-          m_actions.goForwardAction, m_actions.goUpAction, m_actions.goHomeAction, m_actions.goSyncAction}) {
+    sourceEmpty(true);
+    for (auto* action : m_actions.goActions()) {
         action->setEnabled(false);
     }
-    buildInstalledMenu();
-    resize(DefaultSize);
+    m_contentsFiles->buildInstalledMenu();
+    loadSettings();
 }
 
 HelpMainWindow::~HelpMainWindow()
@@ -75,49 +69,12 @@ HelpMainWindow::~HelpMainWindow()
     delete m_goToolBar;
 }
 
-void HelpMainWindow::buildMenus()
-{
-    auto* fileMenu = menuBar()->addMenu(tr("&File"));
-    fileMenu->addAction(m_actions.fileAddContentsAction);
-    m_removeMenu = new HelpSetMenu(tr("&Remove Contents"), fileMenu);
-    m_removeMenu->setObjectName(QStringLiteral("removeMenu"));
-    connect(m_removeMenu, &HelpSetMenu::chosen, this, &HelpMainWindow::fileRemoveContents);
-    fileMenu->addMenu(m_removeMenu);
-    fileMenu->addSeparator();
-    m_installedMenu = new HelpSetMenu(tr("&Installed Contents"), fileMenu);
-    m_installedMenu->setObjectName(QStringLiteral("installedMenu"));
-    connect(m_installedMenu, &HelpSetMenu::chosen, this, &HelpMainWindow::fileShowInstalled);
-    fileMenu->addMenu(m_installedMenu);
-    fileMenu->addSeparator();
-    fileMenu->addAction(m_actions.filePrintAction);
-    fileMenu->addSeparator();
-    fileMenu->addAction(m_actions.fileExitAction);
-
-    auto* editMenu = menuBar()->addMenu(tr("&Edit"));
-    editMenu->addActions({m_actions.editCopyAction, m_actions.editFindAction});
-
-    auto* viewMenu = menuBar()->addMenu(tr("&View"));
-    viewMenu->addActions({m_actions.viewZoomInAction, m_actions.viewZoomOutAction});
-    viewMenu->addSeparator();
-    viewMenu->addActions({m_actions.viewContentsAction, m_actions.viewGoToolbarAction});
-    viewMenu->addSeparator();
-    viewMenu->addAction(m_actions.viewSettingsAction);
-
-    auto* goMenu = menuBar()->addMenu(tr("&Go"));
-    goMenu->addActions({m_actions.goBackAction, m_actions.goForwardAction, m_actions.goUpAction,
-                        m_actions.goHomeAction, m_actions.goSyncAction});
-
-    auto* helpMenu = menuBar()->addMenu(tr("&Help"));
-    helpMenu->addActions({m_actions.helpManualAction, m_actions.helpAboutAction});
-}
-
 void HelpMainWindow::buildToolBar()
 {
     m_goToolBar = addToolBar(tr("Go"));
     m_goToolBar->setObjectName(QStringLiteral("goToolBar"));
     m_goToolBar->setIconSize(ToolIconSize);
-    m_goToolBar->addActions({m_actions.goBackAction, m_actions.goForwardAction, m_actions.goUpAction,
-                             m_actions.goHomeAction, m_actions.goSyncAction});
+    m_goToolBar->addActions(m_actions.goActions());
     connect(m_goToolBar, &QToolBar::visibilityChanged, this, &HelpMainWindow::viewGoToolbarChanged);
 }
 
@@ -142,6 +99,8 @@ void HelpMainWindow::buildPanes()
     m_browser = new HelpBrowser(m_library, splitter);
     m_browser->setHint(
         tr("No help set is open.\n\nOpen one with File, Add Contents.\nPress F1 for the manual."));
+    m_search = new PageSearch(this, m_browser);
+    m_contentsFiles = new ContentsFiles(m_library, *m_contentsPane, m_menus, this);
     resizeDocks({m_contentsDock}, {DockWidth}, Qt::Horizontal);
 }
 
@@ -168,10 +127,18 @@ void HelpMainWindow::connectActions()
         connect(action, &QAction::triggered, this, slot);
     };
     run(m_actions.fileAddContentsAction, &HelpMainWindow::fileAddContents);
+    run(m_actions.filePrintAction, &HelpMainWindow::filePrint);
+    run(m_actions.filePreviewAction, &HelpMainWindow::filePreview);
+    run(m_actions.fileExportAction, &HelpMainWindow::fileExport);
     run(m_actions.fileExitAction, &HelpMainWindow::fileExit);
     run(m_actions.editCopyAction, &HelpMainWindow::editCopy);
+    run(m_actions.editFindAction, &HelpMainWindow::editFind);
+    run(m_actions.editFindNextAction, &HelpMainWindow::editFindNext);
+    run(m_actions.editFindPreviousAction, &HelpMainWindow::editFindPrevious);
     run(m_actions.viewZoomInAction, &HelpMainWindow::viewZoomIn);
     run(m_actions.viewZoomOutAction, &HelpMainWindow::viewZoomOut);
+    run(m_actions.viewZoomResetAction, &HelpMainWindow::viewZoomReset);
+    run(m_actions.viewSettingsAction, &HelpMainWindow::viewSettings);
     run(m_actions.viewContentsAction, &HelpMainWindow::viewContents);
     run(m_actions.viewGoToolbarAction, &HelpMainWindow::viewGoToolbar);
     run(m_actions.goBackAction, &HelpMainWindow::goBack);
@@ -193,7 +160,7 @@ void HelpMainWindow::connectPanes()
     connect(m_indexPane, &HelpIndex::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
 }
 
-void HelpMainWindow::connectBrowser()
+void HelpMainWindow::connectBrowserAndMenus()
 {
     connect(m_browser, &HelpBrowser::selectionChanged, this, &HelpMainWindow::selectionChanged);
     connect(m_browser, &HelpBrowser::sourceEmpty, this, &HelpMainWindow::sourceEmpty);
@@ -205,6 +172,8 @@ void HelpMainWindow::connectBrowser()
     connect(m_browser, &HelpBrowser::captionChanged, this, &HelpMainWindow::setHelpCaption);
     connect(m_browser, &HelpBrowser::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
     connect(m_browser, &HelpBrowser::noticed, this, &HelpMainWindow::showLinkInStatusBar);
+    connect(m_menus.removeMenu, &HelpSetMenu::chosen, this, &HelpMainWindow::fileRemoveContents);
+    connect(m_menus.installedMenu, &HelpSetMenu::chosen, this, &HelpMainWindow::fileShowInstalled);
     connect(&m_library, &HelpLibrary::helpSetAboutToBeRemoved, m_browser, &HelpBrowser::clearLinks);
 }
 
@@ -246,37 +215,17 @@ void HelpMainWindow::gotoFirstPage()
 
 void HelpMainWindow::insertContents(const QString& fileName)
 {
-    if (!HelpLibrary::isFile(fileName)) {
-        return;
-    }
-    const auto loaded = m_library.loadContents(fileName, m_contentsPane->currentRow());
-    loaded.root->menuId = m_removeMenu->addEntry(HelpLibrary::getTitle(fileName));
-    if (loaded.firstPage != nullptr) {
-        m_contentsPane->gotoPage(loaded.firstPage);
-    }
-    m_library.buildIndex();
-    reportMalformedFiles(loaded.malformedFiles, m_contentsPane);
+    m_contentsFiles->insertContents(fileName);
 }
 
 void HelpMainWindow::removeContents(int menuId)
 {
-    const auto roots = m_library.roots();
-    const auto root = std::find_if(roots.begin(), roots.end(),
-                                   [menuId](const auto* candidate) { return candidate->menuId == menuId; });
-    if (root == roots.end()) {
-        return;
-    }
-    m_library.removeContents(*root);
-    m_contentsPane->gotoFirstPage();
-    m_removeMenu->removeEntry(menuId);
+    m_contentsFiles->removeContents(menuId);
 }
 
 void HelpMainWindow::showInstalled(const QString& fileName)
 {
-    if (m_library.getContentsByFileName(fileName) == nullptr) {
-        insertContents(fileName);
-    }
-    if (auto* record = m_library.getContentsByFileName(fileName)) {
+    if (auto* record = m_contentsFiles->ensureLoaded(fileName)) {
         m_browser->clearLinks();
         loadHtml(record);
         goSync();
@@ -285,44 +234,46 @@ void HelpMainWindow::showInstalled(const QString& fileName)
 
 void HelpMainWindow::loadDefault()
 {
-    loadFromSettings();
-    if (m_library.isEmpty()) {
-        for (const auto& fileName : std::as_const(m_installedFiles)) {
-            insertContents(fileName);
-        }
-    }
-    m_contentsPane->gotoFirstPage();
+    m_contentsFiles->loadDefault();
+    showLastPage();
 }
 
-void HelpMainWindow::loadFromSettings()
+/// Brings back the page that was shown last, when it still belongs to a loaded help set.
+void HelpMainWindow::showLastPage()
 {
-    const QStringList stored = QSettings().value(LastOpenKey).toStringList();
-    for (const auto& fileName : InstalledContents::sortingCntList(stored)) {
-        insertContents(fileName);
+    const auto session = WindowSettings::loadSession();
+    if (session.page.isEmpty() || m_library.findRow(session.page) == nullptr) {
+        return;
     }
+    m_browser->setSource(session.page);
+    m_browser->setPlace(session.scroll);
+    goSync();
+}
+
+void HelpMainWindow::loadSettings()
+{
+    WindowSettings::loadDisplay(*m_browser);
+    WindowSettings::loadGeometry(*this);
 }
 
 void HelpMainWindow::saveSettings() const
 {
+    WindowSettings::saveDisplay(*m_browser);
+    WindowSettings::saveGeometry(*this);
     QStringList open;
     for (const auto* root : m_library.roots()) {
         open.append(root->fileName);
     }
-    QSettings().setValue(LastOpenKey, open.isEmpty() ? QVariant(QString()) : QVariant(open));
-}
-
-void HelpMainWindow::buildInstalledMenu()
-{
-    m_installedFiles = InstalledContents::dropVanishedContents();
-    for (const auto& fileName : std::as_const(m_installedFiles)) {
-        m_installed.insert(m_installedMenu->addEntry(HelpLibrary::getTitle(fileName)), fileName);
-    }
+    WindowSettings::saveContents(open);
+    const auto* record = m_browser->getCurrentLink();
+    WindowSettings::saveSession(record == nullptr
+                                    ? WindowSettings::Session()
+                                    : WindowSettings::Session{record->page, m_browser->place()});
 }
 
 void HelpMainWindow::sourceEmpty(bool value)
 {
-    for (auto* action : {m_actions.filePrintAction, m_actions.editCopyAction, m_actions.editFindAction,
-                         m_actions.viewZoomInAction, m_actions.viewZoomOutAction}) {
+    for (auto* action : m_actions.pageActions()) {
         action->setEnabled(!value);
     }
 }
@@ -343,9 +294,25 @@ void HelpMainWindow::fileRemoveContents(int index)
 
 void HelpMainWindow::fileShowInstalled(int index)
 {
-    if (m_installed.contains(index)) {
-        showInstalled(m_installed.value(index));
+    const QString fileName = m_contentsFiles->installedFile(index);
+    if (!fileName.isEmpty()) {
+        showInstalled(fileName);
     }
+}
+
+void HelpMainWindow::filePrint()
+{
+    PrintCommands::print(this, *m_browser);
+}
+
+void HelpMainWindow::filePreview()
+{
+    PrintCommands::preview(this, *m_browser);
+}
+
+void HelpMainWindow::fileExport()
+{
+    PrintCommands::exportAsPdf(this, *m_browser);
 }
 
 void HelpMainWindow::fileExit()
@@ -363,6 +330,21 @@ void HelpMainWindow::editCopy()
     QApplication::clipboard()->setText(m_browser->textCursor().selection().toPlainText());
 }
 
+void HelpMainWindow::editFind()
+{
+    m_search->editFind();
+}
+
+void HelpMainWindow::editFindNext()
+{
+    m_search->findNext(true);
+}
+
+void HelpMainWindow::editFindPrevious()
+{
+    m_search->findNext(false);
+}
+
 void HelpMainWindow::viewZoomIn()
 {
     m_browser->zoomIn();
@@ -371,6 +353,11 @@ void HelpMainWindow::viewZoomIn()
 void HelpMainWindow::viewZoomOut()
 {
     m_browser->zoomOut();
+}
+
+void HelpMainWindow::viewZoomReset()
+{
+    m_browser->resetZoom();
 }
 
 void HelpMainWindow::viewContents()
@@ -391,6 +378,21 @@ void HelpMainWindow::viewContentsChanged(bool visible)
 void HelpMainWindow::viewGoToolbarChanged(bool visible)
 {
     m_actions.viewGoToolbarAction->setChecked(visible);
+}
+
+void HelpMainWindow::viewSettings()
+{
+    HelpSettings dialog(this);
+    dialog.setFontFamily(m_browser->getFontFamily());
+    dialog.setFontFixedFamily(m_browser->getFontFixedFamily());
+    dialog.setLinkUnderline(m_browser->getLinkUnderline());
+    dialog.setLinkColor(m_browser->getLinkColor());
+    if (dialog.exec() == QDialog::Accepted) {
+        m_browser->setFontFamily(dialog.getFontFamily());
+        m_browser->setFontFixedFamily(dialog.getFontFixedFamily());
+        m_browser->setLinkUnderline(dialog.getLinkUnderline());
+        m_browser->setLinkColor(dialog.getLinkColor());
+    }
 }
 
 void HelpMainWindow::showPane(QWidget* pane)
@@ -471,10 +473,7 @@ void HelpMainWindow::helpManual()
         showLinkInStatusBar(tr("The manual is not installed."));
         return;
     }
-    if (m_library.getContentsByFileName(fileName) == nullptr) {
-        insertContents(fileName);
-    }
-    if (auto* record = m_library.getContentsByFileName(fileName)) {
+    if (auto* record = m_contentsFiles->ensureLoaded(fileName)) {
         loadHtml(record);
         goSync();
     }

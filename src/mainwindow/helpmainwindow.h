@@ -2,15 +2,16 @@
 #pragma once
 
 #include "mainwindow/helpactions.h"
+#include "mainwindow/mainmenus.h"
 
-#include <QHash>
 #include <QMainWindow>
 
+class ContentsFiles;
 class HelpBrowser;
 class HelpContents;
 class HelpIndex;
 class HelpLibrary;
-class HelpSetMenu;
+class PageSearch;
 class QDockWidget;
 class QTabWidget;
 struct HelpContentsItem;
@@ -49,15 +50,23 @@ protected Q_SLOTS:
     virtual void fileAddContents();
     virtual void fileRemoveContents(int index);
     virtual void fileShowInstalled(int index);
+    virtual void filePrint();
+    virtual void filePreview();
+    virtual void fileExport();
     virtual void fileExit();
     virtual void selectionChanged();
     virtual void editCopy();
+    virtual void editFind();
+    virtual void editFindNext();
+    virtual void editFindPrevious();
     virtual void viewZoomIn();
     virtual void viewZoomOut();
+    virtual void viewZoomReset();
     virtual void viewContents();
     virtual void viewGoToolbar();
     virtual void viewContentsChanged(bool visible);
     virtual void viewGoToolbarChanged(bool visible);
+    virtual void viewSettings();
     virtual void goBack();
     virtual void goForward();
     virtual void goUp();
@@ -75,30 +84,28 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    void buildMenus();
     void buildToolBar();
     void buildPanes();
     void buildPaneShortcuts();
     void connectActions();
     void connectPanes();
-    void connectBrowser();
+    void connectBrowserAndMenus();
 
-    void buildInstalledMenu();
-    void loadFromSettings();
+    void loadSettings();
     void saveSettings() const;
+    void showLastPage();
     void showPane(QWidget* pane);
 
     HelpLibrary& m_library;
     HelpActions m_actions;
-    HelpSetMenu* m_removeMenu = nullptr;
-    HelpSetMenu* m_installedMenu = nullptr;
+    MainMenus m_menus;
     QToolBar* m_goToolBar = nullptr;
     QDockWidget* m_contentsDock = nullptr;
     QTabWidget* m_paneTabs = nullptr;
     HelpBrowser* m_browser = nullptr;
     HelpContents* m_contentsPane = nullptr;
     HelpIndex* m_indexPane = nullptr;
-    QHash<int, QString> m_installed; ///< file names by the ids of their menu entries
-    QStringList m_installedFiles;    ///< in menu order
+    PageSearch* m_search = nullptr;
+    ContentsFiles* m_contentsFiles = nullptr;
     bool m_isPersistent = true;
 };

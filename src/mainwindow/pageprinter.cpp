@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/pageprinter.h"
 
-#include <QAbstractTextDocumentLayout>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -24,21 +23,6 @@ QRect bodyRect(const QPaintDevice& sheet)
     const int marginX = qMin(sheet.logicalDpiX(), sheet.width() / 4);
     const int marginY = qMin(sheet.logicalDpiY(), sheet.height() / 4);
     return {marginX, marginY, sheet.width() - 2 * marginX, sheet.height() - 2 * marginY};
-}
-
-/// Paints one sheet's strip of the text, counted from 0.
-void paintStrip(QPainter& painter, PrintDocument& document, const QRect& body, int sheet)
-{
-    const QRectF strip(0, qreal(sheet) * body.height(), body.width(), body.height());
-    QAbstractTextDocumentLayout::PaintContext context;
-    context.palette = QPalette(QColor(Qt::white));
-    context.palette.setColor(QPalette::Text, Qt::black);
-    context.clip = strip;
-    painter.save();
-    painter.translate(body.left(), body.top() - strip.top());
-    painter.setClipRect(strip);
-    document.documentLayout()->draw(&painter, context);
-    painter.restore();
 }
 
 void paintNumber(QPainter& painter, const QFont& font, const QRect& body, int number)
@@ -100,7 +84,10 @@ bool PagePrinter::paint(QPrinter& printer, const PrintablePage& page)
         if (sheet > 0 && !printer.newPage()) {
             return false;
         }
-        paintStrip(painter, document, body, sheet);
+        painter.save();
+        painter.translate(body.topLeft());
+        document.paintSheet(painter, sheet);
+        painter.restore();
         paintNumber(painter, page.font, body, sheet + 1);
     }
     return painter.end() && printer.printerState() != QPrinter::Error;

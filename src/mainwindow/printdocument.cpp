@@ -6,6 +6,7 @@
 #include <QAbstractTextDocumentLayout>
 #include <QFontMetricsF>
 #include <QImage>
+#include <QPainter>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextFrame>
@@ -13,13 +14,14 @@
 #include <QTextTable>
 
 #include <algorithm>
-#include <vector>
 
 namespace {
 
 constexpr int LightestInk = 170; // lightness of the lightest text that is readable on white paper
 
-const QString LinkStyle = QStringLiteral("a{color:#0000ff;text-decoration:underline}");
+constexpr qreal FarAway = 1e6; // pixels, more than any sheet is high
+
+const QString LinkStyle = QStringLiteral("a:link{color:#0000ff;text-decoration:underline}");
 
 /// Only these make sense to a reader of a file: names of pages mean something to the viewer alone.
 bool isExternal(const QString& href)
@@ -82,6 +84,7 @@ PrintDocument::PrintDocument(const PrintablePage& page, QPaintDevice* device, co
     setMetaInformation(DocumentTitle, page.title);
     adapt(body);
     setPageSize(body);
+    findLeftovers();
 }
 
 QVariant PrintDocument::loadResource(int type, const QUrl& name)
@@ -166,5 +169,52 @@ void PrintDocument::breakLongLines(QTextCursor& cursor)
             cursor.setPosition(block.position());
             cursor.setBlockFormat(format);
         }
+    }
+}
+
+void PrintDocument::paintSheet(QPainter& painter, int sheet)
+{
+    const QRectF strip(QPointF(0, sheet * pageSize().height()), pageSize());
+    QAbstractTextDocumentLayout::PaintContext context;
+    context.palette = QPalette(QColor(Qt::white));
+    context.palette.setColor(QPalette::Text, Qt::black);
+    // Text that only touches the strip belongs to a neighbour.
+    context.clip = strip.adjusted(0, 1, 0, -1);
+    painter.save();
+    painter.translate(0, -strip.top());
+    painter.setClipRect(strip);
+    moveLeftovers(sheet, -FarAway);
+    documentLayout()->draw(&painter, context);
+    moveLeftovers(sheet, FarAway);
+    painter.restore();
+}
+
+/// A text layout paints one line more than the clip asks for, the one above. It is cut off, but readers of a
+/// PDF file would find its text twice.
+void PrintDocument::findLeftovers()
+{
+    for (auto block = begin(); block.isValid(); block = block.next()) {
+        const auto* layout = block.layout();
+        const qreal top = documentLayout()->blockBoundingRect(block).top() - layout->boundingRect().top();
+        int last = 0;
+        for (int i = 0; i < layout->lineCount(); ++i) {
+            const auto line = layout->lineAt(i);
+            const int sheet = int((top + line.y() + line.height() / 2) / pageSize().height());
+            if (i > 0 && sheet != last) {
+                m_leftovers.push_back({sheet, layout->lineAt(i - 1)});
+            }
+            last = sheet;
+        }
+    }
+    std::stable_sort(m_leftovers.begin(), m_leftovers.end(),
+                     [](const auto& a, const auto& b) { return a.sheet < b.sheet; });
+}
+
+void PrintDocument::moveLeftovers(int sheet, qreal distance)
+{
+    auto leftover = std::lower_bound(m_leftovers.begin(), m_leftovers.end(), sheet,
+                                     [](const auto& a, int number) { return a.sheet < number; });
+    for (; leftover != m_leftovers.end() && leftover->sheet == sheet; ++leftover) {
+        leftover->line.setPosition(leftover->line.position() + QPointF(0, distance));
     }
 }

@@ -4,9 +4,13 @@
 #include <QFont>
 #include <QTextDocument>
 #include <QTextFormat>
+#include <QTextLayout>
 #include <QUrl>
 
+#include <vector>
+
 class QPaintDevice;
+class QPainter;
 class QTextBlock;
 class QTextCursor;
 
@@ -29,14 +33,28 @@ public:
     /// `device` is what will be painted on; `body` is the size of a sheet's text area in its pixels.
     PrintDocument(const PrintablePage& page, QPaintDevice* device, const QSizeF& body);
 
+    /// Paints the strip of the text that is on one sheet, counted from 0, with the body's corner at the
+    /// origin.
+    void paintSheet(QPainter& painter, int sheet);
+
 protected:
     /// Pictures and style sheets come from regular local files only.
     QVariant loadResource(int type, const QUrl& name) override;
 
 private:
+    /// The last line that a paragraph has on the sheet before.
+    struct Leftover {
+        int sheet;
+        QTextLine line;
+    };
+
+    void findLeftovers();
+    void moveLeftovers(int sheet, qreal distance);
     void adapt(const QSizeF& body);
     [[nodiscard]] QTextCharFormat adapted(QTextCharFormat format, const QTextBlock& block,
                                           const QSizeF& body) const;
     [[nodiscard]] QTextImageFormat fitted(QTextImageFormat format, const QSizeF& body) const;
     void breakLongLines(QTextCursor& cursor);
+
+    std::vector<Leftover> m_leftovers; ///< ascending by sheet
 };

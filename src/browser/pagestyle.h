@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QColor>
+#include <QPalette>
+#include <QString>
+
+/// The display settings that pages take as a style sheet; what a page says itself goes before it.
+struct PageStyle {
+    QString fixedFamily; ///< of preformatted text and code
+    bool linkUnderline = true;
+    bool hasOwnLinkColor = false; ///< the user chose it; otherwise the palette's is made readable
+
+    /// What links look like where the page does not say.
+    [[nodiscard]] QColor shownLinkColor(const QPalette& palette) const;
+    [[nodiscard]] QString sheet(const QPalette& palette) const;
+};
+
+/// Contrast ratio of two opaque colours by their relative luminance, from 1 to 21.
+[[nodiscard]] double contrast(const QColor& a, const QColor& b);
+
+/// `color`, made lighter or darker until its contrast to `ground` is at least 4.5.
+[[nodiscard]] QColor readableOn(const QColor& color, const QColor& ground);

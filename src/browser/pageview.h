@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "browser/pagestyle.h"
+
+#include <QDateTime>
+#include <QSet>
+#include <QTextBrowser>
+
+/// A page on the screen.
+struct ShownPage {
+    QString file; ///< absolute path; empty for pages of the viewer's own
+    QDateTime modified;
+    qint64 size = -1;
+    QString text;
+    bool isHtml = true; ///< otherwise plain text
+};
+
+/// Shows the text of one page and follows the display settings. Knows nothing of help sets; what a link means
+/// is for others to decide.
+class PageView : public QTextBrowser {
+    Q_OBJECT
+
+public:
+    explicit PageView(QWidget* parent);
+
+    /// The HTML or plain text of the page shown; empty when none.
+    [[nodiscard]] const QString& sourceText() const { return m_page.text; }
+    [[nodiscard]] const ShownPage& page() const { return m_page; }
+    /// The text painted while no page is shown.
+    void setHint(const QString& hint);
+
+    /// Position in the text of what stands at the top of the view.
+    [[nodiscard]] int place() const;
+    void setPlace(int place);
+
+    [[nodiscard]] QString getFontFamily() const { return m_fontFamily; }
+    void setFontFamily(const QString& family);
+    /// In points, or in pixels when the font is sized in pixels.
+    [[nodiscard]] int getFontSize() const;
+    void setFontSize(int size);
+    /// Family of preformatted text and code.
+    [[nodiscard]] QString getFontFixedFamily() const { return m_style.fixedFamily; }
+    void setFontFixedFamily(const QString& family);
+    [[nodiscard]] QColor getLinkColor() const;
+    void setLinkColor(const QColor& color);
+    [[nodiscard]] bool getLinkUnderline() const { return m_style.linkUnderline; }
+    void setLinkUnderline(bool underline);
+    /// The rules for pages that the display settings make.
+    [[nodiscard]] QString pageSheet() const { return m_style.sheet(palette()); }
+
+    /// One step of the font size, up or down; code follows in proportion.
+    void zoomIn() { zoomBy(1); }
+    void zoomOut() { zoomBy(-1); }
+    /// Back to the toolkit's own font size.
+    void resetZoom();
+
+Q_SIGNALS:
+    /// The user activated a link; `href` as the page wrote it.
+    void linkActivated(const QString& href);
+    /// Target of the link under the pointer or the keyboard, as linkTarget() gives it; empty when there is
+    /// none.
+    void linkHovered(const QString& target);
+    /// Something about the page just shown that the user should know.
+    void noticed(const QString& text);
+
+protected Q_SLOTS:
+    /// The pointer or the keyboard is over a link, as written in the page; empty when over none.
+    virtual void linkHighlighted(const QString& href);
+
+protected:
+    void showPage(const ShownPage& page);
+    void clearPage();
+    /// Whether the page shown has neither text nor pictures.
+    [[nodiscard]] bool isBlank() const;
+    /// Whether the page of this file is shown as the file is now.
+    [[nodiscard]] bool isShown(const QString& file) const;
+    /// An empty anchor means the top of the page.
+    void scrollTo(const QString& anchor);
+    /// What a link, as written in the page shown, leads to, for the user to read.
+    [[nodiscard]] virtual QString linkTarget(const QString& href) const = 0;
+
+    bool event(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    [[nodiscard]] QMimeData* createMimeDataFromSelection() const override;
+    QVariant loadResource(int type, const QUrl& name) override;
+    void doSetSource(const QUrl& url, QTextDocument::ResourceType type) override;
+
+private:
+    void applyText();
+    void restyle();
+    void zoomBy(int step);
+    void applyFont(const QFont& font);
+
+    ShownPage m_page;
+    QSet<QString> m_anchors;
+    PageStyle m_style;
+    QString m_appliedSheet;
+    QString m_fontFamily;
+    int m_defaultFontSize;
+    QString m_hint;
+};

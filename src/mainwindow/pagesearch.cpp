@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#include "mainwindow/pagesearch.h"
+
+#include "browser/helpbrowser.h"
+
+#include <QTextDocumentFragment>
+
+#include <utility>
+
+PageSearch::PageSearch(QWidget* window, HelpBrowser* browser)
+    : QObject(window), m_window(window), m_browser(browser)
+{
+}
+
+HelpFindDialog* PageSearch::dialog()
+{
+    if (m_findDialog == nullptr) {
+        m_findDialog = new HelpFindDialog(m_window, m_browser);
+        m_findDialog->setSearch(m_lastSearch);
+        connect(m_findDialog, qOverload<>(&HelpFindDialog::done), this, &PageSearch::editFindDialogDone);
+    }
+    return m_findDialog;
+}
+
+void PageSearch::editFind()
+{
+    dialog()->resetFind();
+    dialog()->setFindText(m_browser->textCursor().selection().toPlainText());
+    dialog()->show();
+    dialog()->raise();
+    dialog()->activateWindow();
+}
+
+void PageSearch::findNext(bool forward)
+{
+    if (dialog()->findText().isEmpty()) {
+        editFind();
+    } else {
+        dialog()->findNext(forward);
+    }
+}
+
+void PageSearch::editFindDialogDone()
+{
+    if (m_findDialog != nullptr) {
+        m_lastSearch = m_findDialog->search();
+        // The call comes out of the dialog itself.
+        std::exchange(m_findDialog, nullptr)->deleteLater();
+    }
+}

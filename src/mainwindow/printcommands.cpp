@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+#include "mainwindow/printcommands.h"
+
+#include "browser/pageview.h"
+#include "mainwindow/pageprinter.h"
+
+#include <QCoreApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+
+namespace PrintCommands {
+
+namespace {
+
+QString text(const char* source)
+{
+    return QCoreApplication::translate("PrintCommands", source);
+}
+
+void reportFailure(QWidget* window, const QString& output)
+{
+    const QString reason =
+        output.isEmpty()
+            ? text(QT_TRANSLATE_NOOP("PrintCommands", "The page could not be printed."))
+            : text(QT_TRANSLATE_NOOP("PrintCommands", "The file '%1' could not be written.")).arg(output);
+    QMessageBox box(QMessageBox::Warning, text(QT_TRANSLATE_NOOP("PrintCommands", "Print error")), reason,
+                    QMessageBox::Ok, window);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+} // namespace
+
+PrintablePage printablePage(const PageView& view)
+{
+    PrintablePage page;
+    page.text = view.sourceText();
+    page.isHtml = view.page().isHtml;
+    page.baseUrl = view.document()->baseUrl();
+    page.title = view.documentTitle().simplified();
+    if (page.title.isEmpty()) {
+        page.title = QFileInfo(view.page().file).completeBaseName();
+    }
+    page.font = view.font();
+    page.styleSheet = view.pageSheet();
+    return page;
+}
+
+void print(QWidget* window, const PageView& view)
+{
+    const PrintablePage page = printablePage(view);
+    QPrinter printer(QPrinter::ScreenResolution);
+    PagePrinter::prepare(printer, page.title);
+    QPrintDialog dialog(&printer, window);
+    if (dialog.exec() == QDialog::Accepted && !PagePrinter::paint(printer, page)) {
+        reportFailure(window, printer.outputFileName());
+    }
+}
+
+void preview(QWidget* window, const PageView& view)
+{
+    const PrintablePage page = printablePage(view);
+    QPrinter printer(QPrinter::ScreenResolution);
+    PagePrinter::prepare(printer, page.title);
+    QPrintPreviewDialog dialog(&printer, window);
+    bool painted = true;
+    QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog,
+                     [&](QPrinter* sheets) { painted = PagePrinter::paint(*sheets, page); });
+    if (dialog.exec() == QDialog::Accepted && !painted) {
+        reportFailure(window, printer.outputFileName());
+    }
+}
+
+void exportAsPdf(QWidget* window, const PageView& view)
+{
+    const PrintablePage page = printablePage(view);
+    QString fileName =
+        QFileDialog::getSaveFileName(window, text(QT_TRANSLATE_NOOP("PrintCommands", "Export as PDF")),
+                                     PagePrinter::suggestedPdfName(page.title),
+                                     text(QT_TRANSLATE_NOOP("PrintCommands", "PDF files (*.pdf)")));
+    if (fileName.isEmpty()) {
+        return;
+    }
+    if (QFileInfo(fileName).suffix().isEmpty()) {
+        fileName += QStringLiteral(".pdf");
+    }
+    if (!PagePrinter::exportPdf(fileName, page)) {
+        reportFailure(window, fileName);
+    }
+}
+
+} // namespace PrintCommands

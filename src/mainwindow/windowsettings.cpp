@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: MIT
+#include "mainwindow/windowsettings.h"
+
+#include "browser/pageview.h"
+#include "library/settingsstore.h"
+
+#include <QDataStream>
+#include <QGuiApplication>
+#include <QIODevice>
+#include <QScreen>
+#include <QWidget>
+
+#include <algorithm>
+
+namespace WindowSettings {
+
+namespace {
+
+constexpr QSize DefaultSize(590, 400);
+constexpr int LargestFontSize = 500;
+constexpr QSize LeastVisible(100, 50); // pixels of the window that must be on a screen
+
+/// restoreGeometry() accepts blocks that are cut off and then makes a window without a size.
+bool isWholeBlock(const QByteArray& block)
+{
+    constexpr quint32 magic = 0x1D9D0CB;
+    constexpr qsizetype length1 = 46;
+    constexpr qsizetype length2 = 50;
+    constexpr qsizetype length3 = 66;
+    QDataStream stream(block);
+    quint32 foundMagic = 0;
+    quint16 version = 0;
+    stream >> foundMagic >> version;
+    const qsizetype length = version >= 3 ? length3 : version == 2 ? length2 : length1;
+    return foundMagic == magic && block.size() >= length;
+}
+
+bool isReachable(const QRect& frame)
+{
+    const auto screens = QGuiApplication::screens();
+    return std::any_of(screens.begin(), screens.end(), [&](const QScreen* screen) {
+        const QRect seen = screen->availableGeometry() & frame;
+        return seen.width() >= LeastVisible.width() && seen.height() >= LeastVisible.height();
+    });
+}
+
+void makeReachable(QWidget& window)
+{
+    const QRect available = window.screen()->availableGeometry();
+    const QSize least = window.minimumSizeHint().expandedTo(LeastVisible);
+    const bool isAbsurd = window.width() < least.width() || window.height() < least.height() ||
+                          window.width() > available.width() || window.height() > available.height();
+    if (isAbsurd && !window.isMaximized() && !window.isFullScreen()) {
+        window.resize(DefaultSize.boundedTo(available.size()));
+    }
+    if (!isReachable(window.frameGeometry())) {
+        window.move(available.center() - window.rect().center());
+    }
+}
+
+} // namespace
+
+void loadDisplay(PageView& view)
+{
+    const SettingsStore store(SettingsStore::Access::Write);
+    if (const QString family = store.value("fontName").toString(); !family.isEmpty()) {
+        view.setFontFamily(family);
+    }
+    const int size = store.value("fontSize", view.getFontSize()).toInt();
+    if (size > 0 && size <= LargestFontSize) {
+        view.setFontSize(size);
+    }
+    if (const QString family = store.value("fontFixedName").toString(); !family.isEmpty()) {
+        view.setFontFixedFamily(family);
+    }
+    view.setLinkUnderline(store.value("linkUnderline", view.getLinkUnderline()).toBool());
+    const auto argb = QRgb(store.value("linkColor", int(view.getLinkColor().rgba())).toInt());
+    view.setLinkColor(QColor::fromRgb(argb));
+}
+
+void saveDisplay(const PageView& view)
+{
+    SettingsStore store(SettingsStore::Access::Write);
+    store.setValue("fontName", view.getFontFamily());
+    store.setValue("fontSize", view.getFontSize());
+    store.setValue("fontFixedName", view.getFontFixedFamily());
+    store.setValue("linkUnderline", view.getLinkUnderline());
+    store.setValue("linkColor", int(view.getLinkColor().rgba()));
+}
+
+void loadGeometry(QWidget& window)
+{
+    const SettingsStore store(SettingsStore::Access::Write);
+    // A window that has not been moved is placed by the window manager.
+    if (store.contains("geometry/x") || store.contains("geometry/y")) {
+        window.move(store.value("geometry/x", window.x()).toInt(),
+                    store.value("geometry/y", window.y()).toInt());
+    }
+    window.resize(store.value("geometry/w", DefaultSize.width()).toInt(),
+                  store.value("geometry/h", DefaultSize.height()).toInt());
+    const QByteArray block = store.value("dockGeometry").toByteArray();
+    if (isWholeBlock(block) && window.restoreGeometry(block)) {
+        makeReachable(window);
+    }
+}
+
+void saveGeometry(const QWidget& window)
+{
+    SettingsStore store(SettingsStore::Access::Write);
+    store.setValue("geometry/x", window.x());
+    store.setValue("geometry/y", window.y());
+    store.setValue("geometry/w", window.width());
+    store.setValue("geometry/h", window.height());
+    store.setValue("dockGeometry", window.saveGeometry());
+}
+
+QStringList loadContents()
+{
+    return SettingsStore(SettingsStore::Access::Write).value("contents").toStringList();
+}
+
+void saveContents(const QStringList& fileNames)
+{
+    // No file is one empty entry.
+    SettingsStore(SettingsStore::Access::Write)
+        .setValue("contents", fileNames.isEmpty() ? QStringList{QString()} : fileNames);
+}
+
+Session loadSession()
+{
+    const SettingsStore store(SettingsStore::Access::Write);
+    return {store.value("session/page").toString(), store.value("session/scroll").toInt()};
+}
+
+void saveSession(const Session& session)
+{
+    SettingsStore store(SettingsStore::Access::Write);
+    store.setValue("session/page", session.page);
+    store.setValue("session/scroll", session.scroll);
+}
+
+} // namespace WindowSettings

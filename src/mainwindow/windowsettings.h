@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QStringList>
+
+class PageView;
+class QWidget;
+
+/// What the viewer keeps in the settings store between runs, beside the installed contents list. Keys that
+/// are absent or useless leave things as they are; write errors are not reported.
+namespace WindowSettings {
+
+void loadDisplay(PageView& view);
+void saveDisplay(const PageView& view);
+
+/// Position and size; a stored block that is damaged, or that would leave the window out of reach, is
+/// corrected.
+void loadGeometry(QWidget& window);
+void saveGeometry(const QWidget& window);
+
+/// The contents files that were open last, in load order.
+[[nodiscard]] QStringList loadContents();
+void saveContents(const QStringList& fileNames);
+
+/// The page that was shown last and the place in it.
+struct Session {
+    QString page; ///< empty for none
+    int scroll = 0;
+};
+[[nodiscard]] Session loadSession();
+void saveSession(const Session& session);
+
+} // namespace WindowSettings

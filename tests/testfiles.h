@@ -4,65 +4,68 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QString>
-#include <QStringList>
 #include <QTemporaryDir>
+#include <QTest>
 
 /// Files of one test in a directory of their own.
 class TemporaryFiles {
 public:
-    /// `text` holds files, each behind a line "== name".
-    explicit TemporaryFiles(const QByteArray& text = {})
+    /// `text` holds files, each behind a line "== name"; without any such line it is the file a.cnt.
+    explicit TemporaryFiles(const QByteArray& text)
     {
-        QString name;
-        QByteArray bytes;
-        for (const auto& line : text.split('\n')) {
-            if (line.startsWith("== ")) {
-                finish(name, bytes);
-                name = QString::fromUtf8(line.sliced(3));
-                bytes.clear();
-            } else {
-                bytes += line + '\n';
-            }
+        const QString all =
+            (text.startsWith("== ") ? QString() : QStringLiteral("== a.cnt\n")) + QString::fromUtf8(text);
+        for (const auto& part : all.sliced(3).split(QStringLiteral("\n== "))) {
+            write(part.section(u'\n', 0, 0), part.section(u'\n', 1).toUtf8());
         }
-        finish(name, bytes);
     }
+    TemporaryFiles() = default;
 
     QString write(const QString& name, const QByteArray& bytes)
     {
-        const QString file = path(name);
+        m_names += name;
+        QFile file(path(name));
         QDir().mkpath(QFileInfo(file).path());
-        QFile out(file);
-        if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size()) {
-            qFatal("cannot write %s", qUtf8Printable(file));
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
+            qFatal("cannot write %s", qUtf8Printable(file.fileName()));
         }
-        return file;
+        return file.fileName();
     }
 
     [[nodiscard]] QString path(const QString& name) const { return m_dir.path() + u'/' + name; }
-    /// Names of the files in the order in which they were described.
+    /// Names of the files in the order in which they were written.
     [[nodiscard]] QStringList names() const { return m_names; }
     /// The path of the first of them.
     [[nodiscard]] QString first() const { return path(m_names.constFirst()); }
     /// The text with "D" for the directory.
-    [[nodiscard]] QString shortened(QString text) const { return text.replace(m_dir.path(), QChar(u'D')); }
-
-private:
-    void finish(const QString& name, QByteArray bytes)
+    [[nodiscard]] QString shortened(QString text) const
     {
-        if (!name.isEmpty()) {
-            bytes.chop(1);
-            write(name, bytes);
-            m_names.append(name);
-        }
+        return text.replace(m_dir.path(), QStringLiteral("D"));
     }
 
+private:
     QTemporaryDir m_dir;
     QStringList m_names;
 };
 
-/// An expected text as a raw string holds it: without the line ends around it.
-inline QString expectedText(const char* raw)
+/// Adds columns of QString.
+template <typename... Names>
+void addTexts(Names... names)
 {
-    return QString::fromUtf8(QByteArray(raw).trimmed());
+    (..., QTest::addColumn<QString>(names));
+}
+
+/// Adds a row of test data; literals are UTF-8 and become QString.
+template <typename... Values>
+void addRow(const char* name, const Values&... values)
+{
+    auto& row = QTest::newRow(name);
+    const auto add = [&row](const auto& value) {
+        if constexpr (std::is_array_v<std::remove_reference_t<decltype(value)>>) {
+            row << QString::fromUtf8(value);
+        } else {
+            row << value;
+        }
+    };
+    (..., add(values));
 }

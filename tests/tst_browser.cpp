@@ -87,6 +87,8 @@ lost=lost.html
 
 == script.html
 <html><head><script>document.write("x")</script></head><body></body></html>
+== x.html
+<?xml version="1.0"?><!-- made by hand --><html><body><p>page in XML</p><svg width="1"></svg></body></html>
 == loose.html
 <title>t</title><link rel="stylesheet" href="none.css"><p>loose</p>
 )";
@@ -430,6 +432,8 @@ void TestBrowser::onlyRegularLocalFilesAreRead()
                   "<img src='http://x/y.png'><img src='file://h/y.png'><p>end</p>");
     f.show("page.html");
     QVERIFY(f.text().contains(QStringLiteral("end")));
+    f.show("x.html");
+    QCOMPARE(f.text().trimmed(), QStringLiteral("page in XML"));
     f.show("loose.html");
     QCOMPARE(f.text().trimmed(), QStringLiteral("loose"));
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "browser/imagewindow.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QImageReader>
@@ -12,12 +13,26 @@ namespace {
 
 constexpr QSize LargestInitialSize(400, 300);
 
+/// The image reader takes any file that begins as XML for a possible SVG picture, XHTML pages as well.
+bool hasSvgRoot(const QString& fileName)
+{
+    constexpr qint64 headSize = 4096;
+    QFile file(fileName);
+    const QByteArray head = file.open(QIODevice::ReadOnly) ? file.read(headSize).toLower() : QByteArray();
+    const qsizetype svg = head.indexOf("<svg");
+    const qsizetype html = head.indexOf("<html");
+    return svg >= 0 && (html < 0 || svg < html);
+}
+
 } // namespace
 
 bool isPicture(const QString& fileName)
 {
-    return !fileName.isEmpty() && QFileInfo(fileName).isFile() &&
-           !QImageReader::imageFormat(fileName).isEmpty();
+    if (fileName.isEmpty() || !QFileInfo(fileName).isFile()) {
+        return false;
+    }
+    const QByteArray format = QImageReader::imageFormat(fileName);
+    return format == "svg" ? hasSvgRoot(fileName) : !format.isEmpty();
 }
 
 ImageWindow::ImageWindow(const QString& fileName)

@@ -56,11 +56,15 @@ bool isPale(const QTextCharFormat& format)
            format.foreground().color().lightness() > LightestInk;
 }
 
-struct Change {
-    int position;
-    int length;
-    QTextCharFormat format;
-};
+/// Makes the picture at `position` the first of its line. A line that it does not fit into any more would be
+/// as high as the picture all the same.
+void startLine(QTextCursor& cursor, int position)
+{
+    cursor.setPosition(position);
+    if (!cursor.atBlockStart() && cursor.document()->characterAt(position - 1) != QChar::LineSeparator) {
+        cursor.insertText(QString(QChar::LineSeparator));
+    }
+}
 
 } // namespace
 
@@ -98,7 +102,24 @@ void PrintDocument::adapt(const QSizeF& body)
     auto page = rootFrame()->frameFormat();
     page.clearBackground();
     rootFrame()->setFrameFormat(page);
-    // Fragments come and go when formats change, so look at all of them first.
+    const auto changes = formatChanges(body);
+    QTextCursor cursor(this);
+    cursor.beginEditBlock();
+    // Backwards, because line ends are inserted.
+    for (auto change = changes.crbegin(); change != changes.crend(); ++change) {
+        cursor.setPosition(change->position);
+        cursor.setPosition(change->position + change->length, QTextCursor::KeepAnchor);
+        cursor.setCharFormat(change->format);
+        if (change->format.toImageFormat().width() >= body.width()) {
+            startLine(cursor, change->position);
+        }
+    }
+    breakLongLines(cursor);
+    cursor.endEditBlock();
+}
+
+std::vector<PrintDocument::Change> PrintDocument::formatChanges(const QSizeF& body) const
+{
     std::vector<Change> changes;
     for (auto block = begin(); block.isValid(); block = block.next()) {
         for (auto it = block.begin(); !it.atEnd(); ++it) {
@@ -109,15 +130,7 @@ void PrintDocument::adapt(const QSizeF& body)
             }
         }
     }
-    QTextCursor cursor(this);
-    cursor.beginEditBlock();
-    for (const auto& change : changes) {
-        cursor.setPosition(change.position);
-        cursor.setPosition(change.position + change.length, QTextCursor::KeepAnchor);
-        cursor.setCharFormat(change.format);
-    }
-    breakLongLines(cursor);
-    cursor.endEditBlock();
+    return changes;
 }
 
 QTextCharFormat PrintDocument::adapted(QTextCharFormat format, const QTextBlock& block,
@@ -195,7 +208,7 @@ void PrintDocument::findLeftovers()
 {
     for (auto block = begin(); block.isValid(); block = block.next()) {
         const auto* layout = block.layout();
-        const qreal top = documentLayout()->blockBoundingRect(block).top() - layout->boundingRect().top();
+        const qreal top = documentLayout()->blockBoundingRect(block).top();
         int last = 0;
         for (int i = 0; i < layout->lineCount(); ++i) {
             const auto line = layout->lineAt(i);

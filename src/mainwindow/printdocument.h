@@ -42,6 +42,11 @@ protected:
     QVariant loadResource(int type, const QUrl& name) override;
 
 private:
+    struct Change {
+        int position;
+        int length;
+        QTextCharFormat format;
+    };
     /// The last line that a paragraph has on the sheet before.
     struct Leftover {
         int sheet;
@@ -51,6 +56,7 @@ private:
     void findLeftovers();
     void moveLeftovers(int sheet, qreal distance);
     void adapt(const QSizeF& body);
+    [[nodiscard]] std::vector<Change> formatChanges(const QSizeF& body) const;
     [[nodiscard]] QTextCharFormat adapted(QTextCharFormat format, const QTextBlock& block,
                                           const QSizeF& body) const;
     [[nodiscard]] QTextImageFormat fitted(QTextImageFormat format, const QSizeF& body) const;

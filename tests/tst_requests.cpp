@@ -1,0 +1,287 @@
+// SPDX-License-Identifier: MIT
+#include "testfiles.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+
+#include <memory>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Answer {
+    int code = -1;
+    QByteArray out;
+    QByteArray error;
+};
+
+} // namespace
+
+/// The program as a process of its own, with a store of its own and without a display.
+class RequestsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        m_program = qEnvironmentVariable("QUENDA_PROGRAM");
+        QVERIFY2(QFileInfo(m_program).isExecutable(), "QUENDA_PROGRAM has to name the program");
+    }
+
+    void init()
+    {
+        m_files = std::make_unique<TemporaryFiles>("== a.cnt\n:title = A\n== b.cnt\n:title = B\n");
+    }
+
+    void lines_data()
+    {
+        addTexts("prefix");
+        addRow("two dashes", "--");
+        addRow("one dash", "-");
+        addRow("slash", "/");
+    }
+
+    void lines()
+    {
+        QFETCH(const QString, prefix);
+        struct Step {
+            const char* request;
+            const char* name;
+            int code;
+            const char* line;
+        };
+        const std::vector<Step> steps{{"isinstall", "a.cnt", 2, "contents \"a.cnt\" not installed\n"},
+                                      {"uninstall", "a.cnt", 2, "contents \"a.cnt\" not installed\n"},
+                                      {"install", "a.cnt", 0, "contents \"a.cnt\" installed\n"},
+                                      {"install", "./a.cnt", 2, "contents \"./a.cnt\" already installed\n"},
+                                      {"isinstall", "a.cnt", 0, "contents \"a.cnt\" installed\n"},
+                                      {"isinstall", "c.cnt", 1, "contents file \"c.cnt\" not found\n"},
+                                      {"install", "c.cnt", 1, "contents file \"c.cnt\" not found\n"},
+                                      {"uninstall", "", 1, "contents file \"\" not found\n"},
+                                      {"uninstall", "a.cnt", 0, "contents \"a.cnt\" uninstalled\n"}};
+        for (const auto& step : steps) {
+            const auto answer = run({prefix + QString::fromUtf8(step.request), QString::fromUtf8(step.name)});
+            QCOMPARE(answer.out, QByteArray(step.line));
+            QCOMPARE(answer.code, step.code);
+            QCOMPARE(answer.error, QByteArray());
+        }
+        QCOMPARE(stored(), QString());
+    }
+
+    void nameByteForByte()
+    {
+        const QString script = uR"sh("$0" --install "$(printf 'caf\351%%d\t.cnt')")sh"_s;
+        const auto missing = runShell(script);
+        QCOMPARE(missing.out, "contents file \"caf\xE9%d\t.cnt\" not found\n"_ba);
+        QCOMPARE(missing.code, 1);
+        m_files->write(u"caf\u00E9%d\t.cnt"_s, {});
+        const auto latin1 = runShell(script);
+        QCOMPARE(latin1.out, "contents \"caf\xE9%d\t.cnt\" installed\n"_ba);
+        QCOMPARE(latin1.code, 0);
+    }
+
+    void relativeName()
+    {
+        m_files->write(u"sub/x"_s, {});
+        QCOMPARE(runShell(u"cd sub && \"$0\" --install ..//sub/../a.cnt"_s).code, 0);
+        QCOMPARE(stored(), u"D/a.cnt"_s);
+        QCOMPARE(runShell(u"cd sub && \"$0\" --isinstall a.cnt"_s).code, 1);
+    }
+
+    void noRequests()
+    {
+        // They start the viewer, which shows a window until it is closed.
+        const QString viewer = u"QT_QPA_PLATFORM=offscreen exec \"$0\" "_s;
+        std::vector<std::unique_ptr<QProcess>> viewers;
+        for (const auto* arguments :
+             {u"--INSTALL a.cnt", u"--install", u"--install a.cnt b.cnt", u"install a.cnt"}) {
+            viewers.push_back(start({u"sh"_s, viewer + QStringView(arguments)}));
+        }
+        QTest::qWait(1000);
+        for (const auto& process : viewers) {
+            QCOMPARE(process->state(), QProcess::Running);
+            QCOMPARE(process->readAllStandardOutput(), QByteArray());
+            process->kill();
+            process->waitForFinished();
+        }
+        QCOMPARE(stored(), QString());
+    }
+
+    void unwritableStore()
+    {
+        // A file where a directory is needed stops root, too.
+        m_files->write(u"config"_s, {});
+        const auto answer = run({u"--install"_s, u"a.cnt"_s});
+        QCOMPARE(answer.code, 0);
+        QCOMPARE(answer.out, "contents \"a.cnt\" installed\n"_ba);
+        QVERIFY2(answer.error.contains("config/Orvanel/Quenda.conf"), answer.error);
+        QCOMPARE(run({u"--isinstall"_s, u"a.cnt"_s}).error, QByteArray());
+    }
+
+    void concurrentInstalls()
+    {
+        constexpr int count = 30;
+        std::vector<std::unique_ptr<QProcess>> installers;
+        installers.reserve(count);
+        for (int i = 0; i < count; ++i) {
+            installers.push_back(start({u"--install"_s, m_files->write(u"%1.cnt"_s.arg(i), ":title = T")}));
+        }
+        for (const auto& installer : installers) {
+            QCOMPARE(finish(*installer).code, 0);
+        }
+        auto list = stored().split(u", "_s);
+        QCOMPARE(list.size(), count);
+        QCOMPARE(list.removeDuplicates(), 0);
+    }
+
+    void otherOptions()
+    {
+        const auto help = run({u"--help"_s});
+        QCOMPARE(help.code, 0);
+        for (const auto* option : {"--install", "--uninstall", "--isinstall", "--show", "--dump"}) {
+            QVERIFY2(help.out.contains(option), option);
+        }
+        const auto version = run({u"--version"_s});
+        QVERIFY(version.code == 0 && version.out.startsWith("Quenda ") && version.out.count('\n') == 1);
+        const auto incomplete = run({u"--dump"_s});
+        QVERIFY(incomplete.code == 2 && incomplete.out.isEmpty() && incomplete.error.contains("--dump"));
+    }
+
+    void dump()
+    {
+        m_files->write(u"a.cnt"_s, ":index = a.idx\nintro = a.html\n:title = A\nbook\n   deep");
+        m_files->write(u"b.cnt"_s, ":title = B\n:index = a.idx\nx = missing.cnt");
+        m_files->write(u"c.cnt"_s, ":title =\ny = a.html");
+        m_files->write(u"a.idx"_s, "k = a.html\n sub");
+        m_files->write(u"a.html"_s, "x");
+        const auto answer = run({u"--dump"_s, u"a.cnt"_s, u"./b.cnt"_s, u"c.cnt"_s});
+        QCOMPARE(answer.code, 0);
+        auto found = QJsonDocument::fromJson(answer.out).object();
+        QJsonArray problems;
+        for (const auto& value : found.value(u"problems").toArray()) {
+            auto problem = value.toObject();
+            QVERIFY(!problem.take(u"message").toString().isEmpty());
+            problems += problem;
+        }
+        found.insert(u"problems"_s, problems);
+
+        const QString expected = QString::fromUtf8(R"({
+"files": [
+  {"file": "D/a.cnt", "title": "A", "firstPage": "D/a.html"},
+  {"file": "D/b.cnt", "title": "B", "firstPage": null},
+  {"file": "D/c.cnt", "title": "", "firstPage": "D/a.html"}],
+"contents": [
+  {"title": "intro", "page": "D/a.html", "helpset": null, "children": []},
+  {"title": "book", "page": "D/", "helpset": "A", "children": []},
+  {"title": "y", "page": "D/a.html", "helpset": "", "children": []},
+  {"title": "x", "page": "missing.cnt", "helpset": "B", "children": []}],
+"index": [
+  {"text": "k", "link": "D/a.html", "topics": [{"title": null, "link": "D/a.html"},
+                                               {"title": "B", "link": "D/a.html"}]},
+  {"text": "    sub", "link": "D/", "topics": [{"title": "B", "link": "D/"}]},
+  {"text": "    sub", "link": "D/", "topics": [{"title": null, "link": "D/"}]}],
+"problems": [
+  {"file": "D/a.cnt", "line": 5, "severity": "error"},
+  {"file": "D/b.cnt", "line": 3, "severity": "warning"}]})")
+                                     .replace(u"D/"_s, m_files->path({}));
+        const auto parsed = QJsonDocument::fromJson(expected.toUtf8()).object();
+        for (const auto& key : parsed.keys()) {
+            QCOMPARE(QJsonDocument(found.value(key).toArray()).toJson(),
+                     QJsonDocument(parsed.value(key).toArray()).toJson());
+        }
+        QCOMPARE(found.keys(), parsed.keys());
+    }
+
+    void dumpOfMissingFiles()
+    {
+        m_files->write(u"d/x"_s, {});
+        m_files->write(u"a.cnt"_s, "a");
+        const auto answer = run({u"--dump"_s, u"no.cnt"_s, u"a.cnt"_s, u"d"_s});
+        QCOMPARE(answer.code, 1);
+        const auto found = QJsonDocument::fromJson(answer.out).object();
+        QCOMPARE(found[u"files"].toArray().size(), 1);
+        QCOMPARE(found[u"contents"].toArray().size(), 1);
+        QCOMPARE(found[u"problems"].toArray().size(), 2);
+        QCOMPARE(found[u"problems"][0][u"file"].toString(), m_files->path(u"no.cnt"_s));
+        QCOMPARE(found[u"problems"][1][u"severity"].toString(), u"error"_s);
+    }
+
+    void dumpOddText()
+    {
+        const QString text = u"\uFEFFa \"\\/<&\u0001\u0000\u001F\u007F\u0085\u2028\uFFFE\U0001F600\u00E9"_s +
+                             QChar(0xD800) + u'x' + QChar(0xDC00) + u'y';
+        m_files->write(u"a.cnt"_s, QByteArray(reinterpret_cast<const char*>(text.utf16()), text.size() * 2));
+        const auto answer = run({u"--dump"_s, u"a.cnt"_s});
+        QVERIFY(answer.out.isValidUtf8());
+        for (const char c : answer.out.chopped(1)) {
+            QVERIFY(uchar(c) >= 0x20 && c != 0x7F);
+        }
+        const auto found = QJsonDocument::fromJson(answer.out).object();
+        QCOMPARE(found[u"contents"][0][u"title"].toString(), text.sliced(1));
+    }
+
+    void dumpDeepOutline()
+    {
+        constexpr int levels = 3000;
+        QByteArray bytes;
+        for (int i = 0; i < levels; ++i) {
+            bytes += QByteArray(i, ' ') + "a\n";
+        }
+        m_files->write(u"a.cnt"_s, bytes + "b");
+        const auto answer = run({u"--dump"_s, u"a.cnt"_s});
+        QCOMPARE(answer.code, 0);
+        QCOMPARE(answer.out.count('{'), answer.out.count('}'));
+        QCOMPARE(answer.out.count('['), answer.out.count(']'));
+        QVERIFY(answer.out.endsWith("],\"index\":[],\"problems\":[]}\n"));
+        QCOMPARE(answer.out.count("\"children\":[{"), levels - 1);
+        QCOMPARE(answer.out.count("\"title\":\"a\""), levels);
+    }
+
+private:
+    /// Starts the program, or a shell script in which $0 is the program.
+    [[nodiscard]] std::unique_ptr<QProcess> start(const QStringList& arguments) const
+    {
+        auto environment = QProcessEnvironment::systemEnvironment();
+        for (const auto& name : {u"DISPLAY"_s, u"WAYLAND_DISPLAY"_s, u"QT_QPA_PLATFORM"_s}) {
+            environment.remove(name);
+        }
+        environment.insert(u"XDG_CONFIG_HOME"_s, m_files->path(u"config"_s));
+        environment.insert(u"XDG_CONFIG_DIRS"_s, m_files->path(u"none"_s));
+        auto process = std::make_unique<QProcess>();
+        process->setProcessEnvironment(environment);
+        process->setWorkingDirectory(m_files->path({}));
+        if (arguments[0] == u"sh") {
+            process->start(u"/bin/sh"_s, {u"-c"_s, arguments[1], m_program});
+        } else {
+            process->start(m_program, arguments);
+        }
+        return process;
+    }
+
+    [[nodiscard]] Answer run(const QStringList& arguments) const { return finish(*start(arguments)); }
+    [[nodiscard]] Answer runShell(const QString& script) const { return run({u"sh"_s, script}); }
+    [[nodiscard]] static Answer finish(QProcess& process)
+    {
+        if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit) {
+            return {};
+        }
+        return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+    }
+
+    [[nodiscard]] QString stored() const
+    {
+        QFile store(m_files->path(u"config/Orvanel/Quenda.conf"_s));
+        const auto lines = store.open(QIODevice::ReadOnly) ? QString::fromUtf8(store.readAll()) : QString();
+        return m_files->shortened(lines.section(u"contentsInstalled="_s, 1).section(u'\n', 0, 0));
+    }
+
+    QString m_program;
+    std::unique_ptr<TemporaryFiles> m_files;
+};
+
+QTEST_GUILESS_MAIN(RequestsTest)
+#include "tst_requests.moc"

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+#include "browser/helpsettings.h"
+
+#include <QColorDialog>
+#include <QComboBox>
+#include <QFontDatabase>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+class TestSettingsDialog : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void givesBackWhatWasSet();
+    void unknownFamilyComesFirst();
+    void colorDialog();
+    void everyFieldIsReachedByTab();
+
+private:
+    QWidget m_parent;
+};
+
+void TestSettingsDialog::givesBackWhatWasSet()
+{
+    HelpSettings dialog(&m_parent);
+    const QStringList families = QFontDatabase::families();
+    dialog.setFontFamily(families.constLast());
+    dialog.setFontFixedFamily(families.constFirst());
+    dialog.setLinkUnderline(true);
+    dialog.setLinkColor(QColor(0xe0, 0x10, 0x20));
+    QVERIFY(dialog.isModal());
+    QCOMPARE(dialog.getFontFamily(), families.constLast());
+    QCOMPARE(dialog.getFontFixedFamily(), families.constFirst());
+    QVERIFY(dialog.getLinkUnderline());
+    QCOMPARE(dialog.getLinkColor(), QColor(0xe0, 0x10, 0x20));
+    for (const auto* combo : dialog.findChildren<QComboBox*>()) {
+        QCOMPARE(combo->count(), families.size());
+    }
+}
+
+void TestSettingsDialog::unknownFamilyComesFirst()
+{
+    HelpSettings dialog(&m_parent);
+    const QString swapped = QFontDatabase::families().constFirst().toUpper() + u'!';
+    for (const auto& family : {swapped, swapped.toLower(), QString()}) {
+        dialog.setFontFamily(family);
+        QCOMPARE(dialog.getFontFamily(), family);
+        QCOMPARE(dialog.findChild<QComboBox*>()->currentIndex(), 0);
+    }
+}
+
+void TestSettingsDialog::colorDialog()
+{
+    for (const bool accepted : {false, true}) {
+        HelpSettings dialog(&m_parent);
+        dialog.setLinkColor(Qt::red);
+        QTimer::singleShot(50, &dialog, [accepted] {
+            auto* colors = qobject_cast<QColorDialog*>(QApplication::activeModalWidget());
+            QVERIFY(colors != nullptr);
+            QCOMPARE(colors->currentColor(), QColor(Qt::red));
+            colors->setCurrentColor(Qt::green);
+            accepted ? static_cast<QDialog*>(colors)->accept() : colors->reject();
+        });
+        for (auto* button : dialog.findChildren<QPushButton*>()) {
+            if (button->text().isEmpty()) {
+                button->click();
+            }
+        }
+        QCOMPARE(dialog.getLinkColor(), QColor(accepted ? Qt::green : Qt::red));
+    }
+}
+
+void TestSettingsDialog::everyFieldIsReachedByTab()
+{
+    HelpSettings dialog(&m_parent);
+    dialog.show();
+    QStringList order;
+    auto* first = dialog.findChild<QComboBox*>();
+    first->setFocus();
+    for (auto* widget = first->nextInFocusChain(); widget != first; widget = widget->nextInFocusChain()) {
+        if (widget->isVisible() && (widget->focusPolicy() & Qt::TabFocus) != 0) {
+            order.append(QString::fromLatin1(widget->metaObject()->className()));
+        }
+    }
+    order.removeAll(QStringLiteral("HelpSettings"));
+    QCOMPARE(order, QStringList({u"QComboBox"_qs, u"QPushButton"_qs, u"QCheckBox"_qs, u"QPushButton"_qs,
+                                 u"QPushButton"_qs}));
+}
+
+QTEST_MAIN(TestSettingsDialog)
+#include "tst_settingsdialog.moc"

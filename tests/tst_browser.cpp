@@ -7,6 +7,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
+#include <QTextBlock>
+#include <QTextCursor>
 #include <QTimer>
 
 namespace {
@@ -152,6 +154,10 @@ private Q_SLOTS:
     void pictureWindow();
     void onlyRegularLocalFilesAreRead();
     void changedPageIsReadAgain();
+    void backRemembersThePlace();
+    void settingsKeepThePlace();
+    void linkLooks();
+    void groundsOfThePage();
 };
 
 void TestBrowser::historyAndSignals()
@@ -445,6 +451,108 @@ void TestBrowser::changedPageIsReadAgain()
     f.files.write(QStringLiteral("one.html"), "<p>quite another text</p>");
     f.show("one.html");
     QCOMPARE(f.text(), QStringLiteral("quite another text"));
+}
+
+/// A page of 200 short paragraphs.
+static QByteArray longPage(const QByteArray& start)
+{
+    QByteArray page = start;
+    for (int i = 0; i < 200; ++i) {
+        page += "<p>paragraph <a href='one.html'>link</a> <code>code</code></p>";
+    }
+    return page;
+}
+
+void TestBrowser::backRemembersThePlace()
+{
+    Fixture f(ThreePages);
+    f.files.write(QStringLiteral("long.html"), longPage("<h1>Long</h1>"));
+    f.show("long.html");
+    f.browser.setPlace(1000);
+    const int place = f.browser.place();
+    QVERIFY(place > 900);
+    f.show("two.html");
+    f.browser.backward();
+    QCOMPARE(f.browser.place(), place);
+    f.browser.forward();
+    QCOMPARE(f.browser.place(), 0);
+}
+
+void TestBrowser::settingsKeepThePlace()
+{
+    Fixture f(ThreePages);
+    f.files.write(QStringLiteral("long.html"), longPage("<h1>Long</h1>"));
+    f.show("long.html");
+    f.browser.setPlace(1000);
+    const int place = f.browser.place();
+    f.emitted();
+    f.browser.setFontFixedFamily(QStringLiteral("Nothing Fixed"));
+    f.browser.setLinkUnderline(false);
+    f.browser.setLinkColor(Qt::red);
+    f.browser.zoomIn();
+    f.browser.setFontSize(20);
+    QVERIFY(qAbs(f.browser.place() - place) < 40);
+    QCOMPARE(f.emitted(), QString());
+    QFont pixels = f.browser.font();
+    pixels.setPixelSize(20);
+    f.browser.setFont(pixels);
+    f.browser.zoomIn();
+    QCOMPARE(f.browser.font().pixelSize(), 21);
+    QCOMPARE(f.browser.getFontSize(), 21);
+}
+
+/// The format of the first link of the page shown.
+static QTextCharFormat linkFormat(const HelpBrowser& browser)
+{
+    for (auto it = browser.document()->begin().begin(); !it.atEnd(); ++it) {
+        if (!it.fragment().charFormat().anchorHref().isEmpty()) {
+            return it.fragment().charFormat();
+        }
+    }
+    return {};
+}
+
+void TestBrowser::linkLooks()
+{
+    Fixture f(ThreePages);
+    f.files.write(QStringLiteral("page.html"), "x <a href='two.html'>link</a>");
+    f.files.write(QStringLiteral("own.html"), "x <a href='two.html' style='color:#00ff00'>link</a>");
+    f.show("page.html");
+    QVERIFY(linkFormat(f.browser).fontUnderline());
+    f.browser.setLinkColor(QColor(200, 0, 0));
+    f.browser.setLinkUnderline(false);
+    QCOMPARE(linkFormat(f.browser).foreground().color(), QColor(200, 0, 0));
+    QVERIFY(!linkFormat(f.browser).fontUnderline());
+    f.show("own.html");
+    QCOMPARE(linkFormat(f.browser).foreground().color(), QColor(0, 255, 0));
+
+    Fixture dark(ThreePages);
+    QPalette palette = dark.browser.palette();
+    palette.setColor(QPalette::Base, QColor(30, 30, 30));
+    palette.setColor(QPalette::Text, Qt::white);
+    palette.setColor(QPalette::Link, Qt::blue);
+    dark.browser.setPalette(palette);
+    dark.files.write(QStringLiteral("page.html"), "x <a href='two.html'>link</a>");
+    dark.show("page.html");
+    QVERIFY(contrast(linkFormat(dark.browser).foreground().color(), QColor(30, 30, 30)) >= 4.5);
+}
+
+void TestBrowser::groundsOfThePage()
+{
+    Fixture f(ThreePages);
+    QPalette palette = f.browser.palette();
+    palette.setColor(QPalette::Base, Qt::black);
+    palette.setColor(QPalette::Text, Qt::white);
+    f.browser.setPalette(palette);
+    f.files.write(QStringLiteral("white.html"), "<body bgcolor='white'><p>dark on light</p></body>");
+    f.show("white.html");
+    QTextCursor cursor(f.browser.document());
+    cursor.movePosition(QTextCursor::NextCharacter);
+    QCOMPARE(cursor.charFormat().foreground().color(), QColor(Qt::black));
+    f.show("two.html");
+    cursor = QTextCursor(f.browser.document());
+    cursor.movePosition(QTextCursor::NextCharacter);
+    QVERIFY(!cursor.charFormat().hasProperty(QTextFormat::ForegroundBrush));
 }
 
 QTEST_MAIN(TestBrowser)

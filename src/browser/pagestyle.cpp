@@ -56,7 +56,7 @@ QColor PageStyle::shownLinkColor(const QPalette& palette) const
 
 QString PageStyle::sheet(const QPalette& palette) const
 {
-    return QStringLiteral("a{color:%1;text-decoration:%2}pre,code,tt,kbd,samp{font-family:%3}")
+    return QStringLiteral("a:link{color:%1;text-decoration:%2}pre,code,tt,kbd,samp{font-family:%3}")
         .arg(shownLinkColor(palette).name(),
              linkUnderline ? QStringLiteral("underline") : QStringLiteral("none"), quoted(fixedFamily));
 }

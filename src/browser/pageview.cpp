@@ -18,6 +18,7 @@
 #include <QUrl>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -57,6 +58,7 @@ void PageView::setHint(const QString& hint)
 void PageView::showPage(const ShownPage& page)
 {
     m_page = page;
+    m_pendingPlace = 0;
     document()->setBaseUrl(m_page.file.isEmpty() ? QUrl() : QUrl::fromLocalFile(m_page.file));
     applyText();
     verticalScrollBar()->setValue(0);
@@ -121,6 +123,8 @@ int PageView::place() const
 
 void PageView::setPlace(int place)
 {
+    // A view that is not laid out yet has no range to scroll in.
+    m_pendingPlace = isVisible() ? 0 : place;
     if (place <= 0) {
         verticalScrollBar()->setValue(0);
         return;
@@ -231,6 +235,14 @@ bool PageView::viewportEvent(QEvent* event)
         Q_EMIT linkHovered({});
     }
     return QTextBrowser::viewportEvent(event);
+}
+
+void PageView::showEvent(QShowEvent* event)
+{
+    QTextBrowser::showEvent(event);
+    if (const int place = std::exchange(m_pendingPlace, 0); place > 0) {
+        setPlace(place);
+    }
 }
 
 void PageView::changeEvent(QEvent* event)

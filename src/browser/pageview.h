@@ -82,6 +82,7 @@ protected:
 
     bool event(QEvent* event) override;
     bool viewportEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
@@ -102,5 +103,6 @@ private:
     QString m_appliedSheet;
     QString m_fontFamily;
     int m_defaultFontSize;
+    int m_pendingPlace = 0; ///< to go to when the view is shown
     QString m_hint;
 };

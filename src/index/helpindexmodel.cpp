@@ -26,7 +26,8 @@ QVariant HelpIndexModel::data(const QModelIndex& index, int role) const
         return row.text();
     case Qt::ToolTipRole:
         // In a tag, or the tool tip would guess whether the keyword is rich text.
-        return QString(QStringLiteral("<span>") + row.indexItem->keyword.toHtmlEscaped() + QStringLiteral("</span>"));
+        return QString(QStringLiteral("<span>") + row.indexItem->keyword.toHtmlEscaped() +
+                       QStringLiteral("</span>"));
     default:
         return {};
     }

@@ -18,7 +18,10 @@ constexpr auto Key = "contentsInstalled";
 
 QStringList storedList(const SettingsStore& store)
 {
-    return store.value(Key).toStringList();
+    QStringList list = store.value(Key).toStringList();
+    // An empty list is stored as the empty text, which reads back as one empty entry.
+    list.removeAll(QString());
+    return list;
 }
 
 bool storeList(SettingsStore& store, const QStringList& list)
@@ -82,9 +85,7 @@ bool saveInstalledToSettings(const QStringList& list)
 QStringList dropVanishedContents()
 {
     SettingsStore store(SettingsStore::Access::Write);
-    QStringList list = sortingCntList(storedList(store));
-    // An empty list is stored as the empty text, which reads back as one empty entry.
-    list.removeAll(QString());
+    const QStringList list = sortingCntList(storedList(store));
     QStringList present = list;
     present.removeIf([](const QString& name) { return !isRegularFile(name); });
     if (present.size() != list.size()) {

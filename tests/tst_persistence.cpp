@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: MIT
+#include "browser/helpbrowser.h"
+#include "library/helplibrary.h"
+#include "mainwindow/helpmainwindow.h"
+#include "testfiles.h"
+
+#include <QApplication>
+#include <QSettings>
+#include <QTest>
+
+namespace {
+
+QString storeFile()
+{
+    return QSettings().fileName();
+}
+
+void writeStore(const QByteArray& lines)
+{
+    QFile file(storeFile());
+    QDir().mkpath(QFileInfo(storeFile()).path());
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("[HelpMainWindow]\n" + lines);
+}
+
+QByteArrayList readStore()
+{
+    QFile file(storeFile());
+    return file.open(QIODevice::ReadOnly) ? file.readAll().split('\n') : QByteArrayList();
+}
+
+/// One run of the viewer, from start to end.
+struct Run {
+    Run() : window(library)
+    {
+        window.loadDefault();
+        window.show();
+    }
+    [[nodiscard]] HelpBrowser& browser() { return *window.findChild<HelpBrowser*>(); }
+
+    HelpLibrary library;
+    HelpMainWindow window;
+};
+
+QByteArray longPage()
+{
+    QByteArray page = "<h1>Long</h1>";
+    for (int i = 0; i < 200; ++i) {
+        page += "<p>paragraph " + QByteArray::number(i) + "</p>";
+    }
+    return page;
+}
+
+} // namespace
+
+class TestPersistence : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void keysAndTypes();
+    void firstStart();
+    void everythingComesBack();
+    void garbage_data();
+    void garbage();
+    void damagedGeometry_data();
+    void damagedGeometry();
+    void lastPageComesBack();
+    void nothingOpen();
+};
+
+void TestPersistence::init()
+{
+    QFile::remove(storeFile());
+}
+
+void TestPersistence::keysAndTypes()
+{
+    const TemporaryFiles files("== a.cnt\nA=a.html\n== b.cnt\nB=b.html\n== a.html\nx\n== b.html\nx\n");
+    {
+        Run run;
+        run.window.insertContents(files.path(QStringLiteral("b.cnt")));
+        run.window.insertContents(files.path(QStringLiteral("a.cnt")));
+        run.browser().setFontFamily(QStringLiteral("Some Font"));
+        run.browser().setFontSize(17);
+        run.browser().setFontFixedFamily(QStringLiteral("Fixed Font"));
+        run.browser().setLinkUnderline(false);
+        run.browser().setLinkColor(QColor(0, 0, 255));
+        run.window.resize(700, 500);
+    }
+    const auto lines = readStore();
+    for (const auto* line :
+         {"[HelpMainWindow]", "fontName=Some Font", "fontSize=17", "fontFixedName=Fixed Font",
+          "linkUnderline=false", "linkColor=-16776961", R"(geometry\w=700)", R"(geometry\h=500)"}) {
+        QVERIFY2(lines.contains(line), line);
+    }
+    QVERIFY(lines.contains("contents=" + files.path(QStringLiteral("b.cnt")).toUtf8() + ", " +
+                           files.path(QStringLiteral("a.cnt")).toUtf8()));
+    const QByteArray block = QSettings().value(QStringLiteral("HelpMainWindow/dockGeometry")).toByteArray();
+    QVERIFY(block.startsWith("\x01\xd9\xd0\xcb"));
+}
+
+void TestPersistence::firstStart()
+{
+    Run run;
+    QCOMPARE(run.window.size(), QSize(590, 400));
+    QCOMPARE(run.browser().getFontFamily(), QApplication::font().family());
+}
+
+void TestPersistence::everythingComesBack()
+{
+    {
+        Run run;
+        run.browser().setFontFamily(QStringLiteral("A, \"B\""));
+        run.browser().zoomIn();
+        run.browser().setFontFixedFamily(QStringLiteral("C\\D"));
+        run.browser().setLinkColor(QColor(1, 2, 3));
+        run.window.resize(640, 480);
+    }
+    Run run;
+    QCOMPARE(run.browser().getFontFamily(), QStringLiteral("A, \"B\""));
+    QCOMPARE(run.browser().getFontSize(), QApplication::font().pointSize() + 1);
+    QCOMPARE(run.browser().getFontFixedFamily(), QStringLiteral("C\\D"));
+    QCOMPARE(run.browser().getLinkColor(), QColor(1, 2, 3));
+    QCOMPARE(run.window.size(), QSize(640, 480));
+    run.browser().resetZoom();
+    QCOMPARE(run.browser().getFontSize(), QApplication::font().pointSize());
+}
+
+void TestPersistence::garbage_data()
+{
+    QTest::addColumn<QByteArray>("lines");
+    QTest::newRow("words for numbers")
+        << QByteArray("fontSize=big\nlinkColor=blue\ngeometry\\w=wide\ngeometry\\h=x\n");
+    QTest::newRow("absurd numbers") << QByteArray("fontSize=99999999\ngeometry\\w=-5\ngeometry\\h=0\n");
+    QTest::newRow("lists for texts") << QByteArray(
+        "fontName=a, b\nfontFixedName=@Invalid()\ncontents=@Invalid()\n");
+    QTest::newRow("no such files") << QByteArray(
+        "contents=/nowhere/a.cnt, /dev/zero\nsession\\page=/nowhere\n");
+}
+
+void TestPersistence::garbage()
+{
+    QFETCH(QByteArray, lines);
+    writeStore(lines);
+    Run run;
+    const QFont font = run.browser().font();
+    QVERIFY(font.pointSize() > 0 && font.pointSize() < 100);
+    QVERIFY(!run.browser().getFontFixedFamily().isEmpty());
+    QVERIFY(run.window.width() >= run.window.minimumSizeHint().width());
+}
+
+void TestPersistence::damagedGeometry_data()
+{
+    QTest::addColumn<QByteArray>("block");
+    QByteArray whole;
+    {
+        const QWidget window;
+        whole = window.saveGeometry();
+    }
+    for (const int length : {8, 20, 40, 60}) {
+        QTest::addRow("cut to %d", length) << whole.first(length);
+    }
+    QByteArray huge = whole;
+    for (qsizetype i = 8; i < 40; i += 4) {
+        huge.replace(i, 4, i % 16 < 8 ? QByteArray(4, '\0') : QByteArray("\0\1\0\0", 4));
+    }
+    QTest::newRow("65536 pixels") << huge;
+    QTest::newRow("noise") << QByteArray(66, 'x');
+}
+
+void TestPersistence::damagedGeometry()
+{
+    QFETCH(QByteArray, block);
+    QSettings().setValue(QStringLiteral("HelpMainWindow/dockGeometry"), block);
+    Run run;
+    const QRect screen = run.window.screen()->availableGeometry();
+    QVERIFY(run.window.width() >= 100 && run.window.height() >= 100);
+    QVERIFY(run.window.width() <= screen.width() && run.window.height() <= screen.height());
+    QVERIFY(screen.intersects(run.window.geometry()));
+}
+
+void TestPersistence::lastPageComesBack()
+{
+    TemporaryFiles files(
+        "== a.cnt\n:title=A\nFirst=first.html\nLong=long.html\n== first.html\n<p>first</p>\n");
+    files.write(QStringLiteral("long.html"), longPage());
+    int place = 0;
+    {
+        Run run;
+        run.window.insertContents(files.first());
+        run.browser().setSource(files.path(QStringLiteral("long.html")));
+        run.browser().setPlace(900);
+        place = run.browser().place();
+        QVERIFY(place > 800);
+    }
+    {
+        Run run;
+        QVERIFY(run.browser().toPlainText().startsWith(QStringLiteral("Long")));
+        QTRY_COMPARE(run.browser().place(), place);
+    }
+    files.write(QStringLiteral("a.cnt"), ":title=A\nFirst=first.html\n");
+    const Run run;
+    QCOMPARE(run.window.findChild<HelpBrowser*>()->toPlainText().trimmed(), QStringLiteral("first"));
+}
+
+void TestPersistence::nothingOpen()
+{
+    {
+        const Run run;
+    }
+    QVERIFY(readStore().contains("contents="));
+}
+
+QTEST_MAIN(TestPersistence)
+#include "tst_persistence.moc"

@@ -95,7 +95,7 @@ private:
     void applyText();
     void restyle();
     void zoomBy(int step);
-    void applyFont(const QFont& font);
+    void applyFont(const QFont& changed);
 
     ShownPage m_page;
     QSet<QString> m_anchors;

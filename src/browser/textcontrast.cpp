@@ -29,7 +29,7 @@ bool hasGrounds(const QTextDocument& document)
     });
 }
 
-QColor frameGround(QTextBlock block, const QColor& base)
+QColor frameGround(const QTextBlock& block, const QColor& base)
 {
     for (auto* frame = QTextCursor(block).currentFrame(); frame != nullptr; frame = frame->parentFrame()) {
         if (auto* table = qobject_cast<QTextTable*>(frame)) {

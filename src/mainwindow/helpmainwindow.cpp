@@ -64,6 +64,7 @@ HelpMainWindow::~HelpMainWindow()
         saveSettings();
     }
     // While this is still a whole window: going away, panes and tool bar tell it about their visibility.
+    delete m_search;
     delete takeCentralWidget();
     delete m_contentsDock;
     delete m_goToolBar;

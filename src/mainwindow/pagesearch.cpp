@@ -12,6 +12,11 @@ PageSearch::PageSearch(QWidget* window, HelpBrowser* browser)
 {
 }
 
+PageSearch::~PageSearch()
+{
+    delete m_findDialog;
+}
+
 HelpFindDialog* PageSearch::dialog()
 {
     if (m_findDialog == nullptr) {

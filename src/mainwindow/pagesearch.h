@@ -12,6 +12,7 @@ class PageSearch : public QObject {
 public:
     /// `window` is the parent of the dialog; it and `browser` must outlive this object.
     PageSearch(QWidget* window, HelpBrowser* browser);
+    ~PageSearch() override;
 
     /// Opens the dialog, or brings the open one to the front, with the selected text to look for.
     void editFind();

@@ -52,7 +52,10 @@ struct Fixture {
         return browser.getCurrentLink() == nullptr ? QString()
                                                    : files.shortened(browser.getCurrentLink()->page);
     }
-    HelpContentsItem* record(size_t number) { return library.topRows().at(number)->contentsItem; }
+    [[nodiscard]] HelpContentsItem* record(size_t number) const
+    {
+        return library.topRows().at(number)->contentsItem;
+    }
 
     TemporaryFiles files;
     HelpLibrary library;

@@ -68,7 +68,7 @@ struct Fixture {
         window->show();
         QVERIFY(QTest::qWaitForWindowExposed(window.get()));
     }
-    void load(const char* name)
+    void load(const char* name) const
     {
         window->insertContents(path(name));
         window->gotoFirstPage();

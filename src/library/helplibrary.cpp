@@ -27,7 +27,7 @@ HelpLibrary::Loaded HelpLibrary::loadContents(const QString& fileName,
         m_topRows.insert(m_topRows.begin() + qsizetype(first), rows.begin(), rows.end());
         numberTopRows(first);
     }
-    const Loaded loaded{&set->root(), set->firstPage(), outline.malformedFiles, outline.readable};
+    Loaded loaded{&set->root(), set->firstPage(), outline.malformedFiles, outline.readable};
     m_helpSets.push_back(std::move(set));
     if (!rows.empty()) {
         Q_EMIT topRowsInserted();
@@ -85,7 +85,7 @@ void HelpLibrary::buildIndex()
             items.push_back(&item);
         }
     }
-    m_keywordIndex.buildIndex(std::move(items));
+    m_keywordIndex.buildIndex(items);
 }
 
 std::vector<HelpContentsItem*> HelpLibrary::roots() const

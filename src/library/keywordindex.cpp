@@ -32,7 +32,7 @@ GroupKey keyOf(const HelpIndexItem& item)
 
 } // namespace
 
-void KeywordIndex::buildIndex(std::vector<HelpIndexItem*> items)
+void KeywordIndex::buildIndex(const std::vector<HelpIndexItem*>& items)
 {
     Q_EMIT aboutToBeRebuilt();
     std::vector<HelpIndexItem*> sorted = items;

@@ -16,7 +16,7 @@ public:
     using QObject::QObject;
 
     /// Rebuilds rows and groups from all entries, given in load order.
-    void buildIndex(std::vector<HelpIndexItem*> items);
+    void buildIndex(const std::vector<HelpIndexItem*>& items);
 
     [[nodiscard]] const std::vector<HelpIndexListBoxItem>& rows() const { return m_rows; }
     /// The distinct entries of a group in load order: no two have the same title (ignoring case) and the same

@@ -32,7 +32,7 @@ QAction* makeGo(QMainWindow& window, const char* name, const char* source, GoIco
 
 QKeySequence key(const char* sequence)
 {
-    return QKeySequence(QLatin1StringView(sequence));
+    return {QLatin1StringView(sequence)};
 }
 
 } // namespace

@@ -106,14 +106,14 @@ void PrintDocument::adapt(const QSizeF& body)
     QTextCursor cursor(this);
     cursor.beginEditBlock();
     // Backwards, because line ends are inserted.
-    for (auto change = changes.crbegin(); change != changes.crend(); ++change) {
-        cursor.setPosition(change->position);
-        cursor.setPosition(change->position + change->length, QTextCursor::KeepAnchor);
-        cursor.setCharFormat(change->format);
-        if (change->format.toImageFormat().width() >= body.width()) {
-            startLine(cursor, change->position);
+    std::for_each(changes.crbegin(), changes.crend(), [&](const Change& change) {
+        cursor.setPosition(change.position);
+        cursor.setPosition(change.position + change.length, QTextCursor::KeepAnchor);
+        cursor.setCharFormat(change.format);
+        if (change.format.toImageFormat().width() >= body.width()) {
+            startLine(cursor, change.position);
         }
-    }
+    });
     breakLongLines(cursor);
     cursor.endEditBlock();
 }

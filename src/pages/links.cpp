@@ -29,11 +29,11 @@ QString existingFile(const QString& dir, QStringView path)
     const auto absolute = [&](const QString& name) {
         return QDir::cleanPath(name.startsWith(u'/') ? name : dir + name);
     };
-    const QString preferred = absolute(decoded(path));
+    QString preferred = absolute(decoded(path));
     if (isRegularFile(preferred)) {
         return preferred;
     }
-    const QString raw = absolute(path.toString());
+    QString raw = absolute(path.toString());
     if (isRegularFile(raw)) {
         return raw;
     }

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr qsizetype DeclarationSearch = 64 * 1024; // bytes
+constexpr qsizetype DeclarationSearch = 65536; // bytes
 
 /// The charset that an XML declaration or a meta element names; empty when there is none.
 QByteArray declaredCharset(const QByteArray& bytes)

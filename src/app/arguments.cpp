@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 
 bool isOption(std::string_view argument, std::string_view name)
 {
@@ -27,6 +28,11 @@ QString fileNameArgument(const char* argument)
 QString absoluteFileNameArgument(const char* argument)
 {
     return HelpLibrary::absoluteName(fileNameArgument(argument));
+}
+
+void complain(const QString& text)
+{
+    std::fprintf(stderr, "quenda: %s\n", qUtf8Printable(text));
 }
 
 void useOffscreenPlatform()

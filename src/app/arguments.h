@@ -14,6 +14,9 @@
 /// The same, made absolute.
 [[nodiscard]] QString absoluteFileNameArgument(const char* argument);
 
+/// Writes a line to standard error, behind the program's name.
+void complain(const QString& text);
+
 /// Lets the toolkit run without a display, unless the user chose a platform; call it before the application
 /// object is made.
 void useOffscreenPlatform();

@@ -10,8 +10,6 @@
 #include <QCoreApplication>
 #include <QStringList>
 
-#include <cstdio>
-
 namespace {
 
 int runDump(int argc, char* argv[])
@@ -25,7 +23,8 @@ int runDump(int argc, char* argv[])
 
 int reportUsageError(const char* option)
 {
-    std::fprintf(stderr, "quenda: %s needs a file name; see quenda --help\n", option);
+    complain(QCoreApplication::translate("Usage", "%1 needs a file name; see quenda --help")
+                 .arg(QLatin1StringView(option)));
     return 2;
 }
 

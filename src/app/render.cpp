@@ -6,7 +6,6 @@
 
 #include <QApplication>
 
-#include <cstdio>
 #include <optional>
 #include <string_view>
 
@@ -40,9 +39,8 @@ int renderPage(int argc, char* argv[])
 {
     const auto job = parse(argc, argv);
     if (!job) {
-        std::fputs(
-            "quenda: usage: quenda --pdf OUT.pdf PAGE.html, or quenda --png OUT.png [--width W] PAGE.html\n",
-            stderr);
+        complain(QCoreApplication::translate("Usage", "usage: quenda --pdf OUT.pdf PAGE.html, or "
+                                                      "quenda --png OUT.png [--width W] PAGE.html"));
         return 2;
     }
     const bool isPdf = std::string_view(argv[1]) == "--pdf";
@@ -57,6 +55,6 @@ int renderPage(int argc, char* argv[])
     if (problem.isEmpty()) {
         return 0;
     }
-    std::fprintf(stderr, "quenda: \"%s\" to \"%s\": %s\n", job->page, job->output, qUtf8Printable(problem));
+    complain(QCoreApplication::translate("Render", "\"%1\" to \"%2\": %3").arg(page, output, problem));
     return 1;
 }

@@ -4,6 +4,7 @@
 #include "app/arguments.h"
 #include "library/installedcontents.h"
 
+#include <QCoreApplication>
 #include <QSettings>
 
 #include <array>
@@ -41,8 +42,8 @@ int serve(const Request& request, const char* fileName)
     }
     std::fflush(stdout);
     if (!outcome.stored) {
-        std::fprintf(stderr, "quenda: the settings store \"%s\" cannot be written\n",
-                     qUtf8Printable(QSettings().fileName()));
+        complain(QCoreApplication::translate("Requests", "the settings store \"%1\" cannot be written")
+                     .arg(QSettings().fileName()));
     }
     return int(outcome.answer);
 }

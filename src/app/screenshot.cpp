@@ -52,7 +52,7 @@ int takeScreenshot(int argc, char* argv[])
     QTimer::singleShot(SettleTime, &application, &QApplication::quit);
     QApplication::exec();
     if (!window.grab().save(picture, "PNG")) {
-        std::fprintf(stderr, "quenda: \"%s\" cannot be written\n", argv[2]);
+        complain(QCoreApplication::translate("Screenshot", "\"%1\" cannot be written").arg(picture));
         return 1;
     }
     printSummary(library);

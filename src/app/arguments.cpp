@@ -40,6 +40,6 @@ void useOffscreenPlatform()
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
-    // The offscreen platform reports what it cannot do.
-    QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.*=false"));
+    // The offscreen platform reports what it cannot do; what matters to the user is said by complain().
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.*=false\ndefault.warning=false"));
 }

@@ -61,6 +61,7 @@ private Q_SLOTS:
     void keysAndTypes();
     void firstStart();
     void everythingComesBack();
+    void colourOfAnotherDesktop();
     void garbage_data();
     void garbage();
     void damagedGeometry_data();
@@ -125,6 +126,15 @@ void TestPersistence::everythingComesBack()
     QCOMPARE(run.window.size(), QSize(640, 480));
     run.browser().resetZoom();
     QCOMPARE(run.browser().getFontSize(), QApplication::font().pointSize());
+}
+
+void TestPersistence::colourOfAnotherDesktop()
+{
+    const QColor desktop = QApplication::palette().color(QPalette::Active, QPalette::Link);
+    writeStore("linkColor=-65536\nlinkColorChosen=false\n");
+    QCOMPARE(Run().browser().getLinkColor(), desktop);
+    writeStore("linkColor=-65536\n");
+    QCOMPARE(Run().browser().getLinkColor(), QColor(Qt::red));
 }
 
 void TestPersistence::garbage_data()

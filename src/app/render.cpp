@@ -55,6 +55,6 @@ int renderPage(int argc, char* argv[])
     if (problem.isEmpty()) {
         return 0;
     }
-    complain(QCoreApplication::translate("Render", "\"%1\" to \"%2\": %3").arg(page, output, problem));
+    complain(QCoreApplication::translate("Render", R"("%1" to "%2": %3)").arg(page, output, problem));
     return 1;
 }

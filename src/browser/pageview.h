@@ -44,6 +44,8 @@ public:
     void setFontFixedFamily(const QString& family);
     [[nodiscard]] QColor getLinkColor() const;
     void setLinkColor(const QColor& color);
+    /// Whether the link colour is another one than the desktop's.
+    [[nodiscard]] bool hasOwnLinkColor() const { return m_style.hasOwnLinkColor; }
     [[nodiscard]] bool getLinkUnderline() const { return m_style.linkUnderline; }
     void setLinkUnderline(bool underline);
     /// The rules for pages that the display settings make.

@@ -74,6 +74,10 @@ void loadDisplay(PageView& view)
         view.setFontFixedFamily(family);
     }
     view.setLinkUnderline(store.value("linkUnderline", view.getLinkUnderline()).toBool());
+    // The colour of a desktop is no choice: another desktop, perhaps a dark one, has its own.
+    if (!store.value("linkColorChosen", true).toBool()) {
+        return;
+    }
     const auto argb = QRgb(store.value("linkColor", int(view.getLinkColor().rgba())).toInt());
     view.setLinkColor(QColor::fromRgb(argb));
 }
@@ -86,6 +90,7 @@ void saveDisplay(const PageView& view)
     store.setValue("fontFixedName", view.getFontFixedFamily());
     store.setValue("linkUnderline", view.getLinkUnderline());
     store.setValue("linkColor", int(view.getLinkColor().rgba()));
+    store.setValue("linkColorChosen", view.hasOwnLinkColor());
 }
 
 void loadGeometry(QWidget& window)

@@ -27,7 +27,6 @@ public:
     void selectRow(const HelpContentsListViewItem* row);
     /// Null when there is none.
     [[nodiscard]] const HelpContentsListViewItem* currentRow() const;
-    [[nodiscard]] HelpContentsListView* listView() const { return m_listView; }
 
 Q_SIGNALS:
     /// The user wants this record's page; null: no page at all.

@@ -8,6 +8,7 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <sys/stat.h>
@@ -278,6 +279,8 @@ void TestPrinting::suggestedNames()
 {
     QFETCH(QString, title);
     QFETCH(QString, name);
+    const QTemporaryDir folder;
+    qputenv("HOME", folder.path().toUtf8());
     const QDir home = QDir::home();
     QVERIFY(home.mkpath(QStringLiteral("taken.pdf")));
     QCOMPARE(PagePrinter::suggestedPdfName(title), home.filePath(name));

@@ -35,7 +35,7 @@ QByteArray output(const QString& program, const QStringList& arguments)
 PrintablePage makePage(const QString& html)
 {
     PrintablePage page;
-    page.text = html;
+    page.content = {html, true};
     page.title = QStringLiteral("Margins & <more>");
     page.font = QFont(QStringLiteral("DejaVu Sans"), 10);
     return page;
@@ -227,8 +227,8 @@ void TestPrinting::blackOnWhite()
 
 void TestPrinting::links()
 {
-    auto page =
-        makePage(QStringLiteral("<p><a href='http://example.org/a'>IIIII</a> <a href='b.html'>page</a></p>"));
+    auto page = makePage(QStringLiteral("<p><a href='link:0'>IIIII</a> <a href='link:1'>page</a></p>"));
+    page.links = {{QStringLiteral("http://example.org/a"), {}}, {QStringLiteral("b.html"), {}}};
     page.font.setPointSize(60);
     page.styleSheet = QStringLiteral("a{color:#ff0000;text-decoration:none}");
     const QString pdf = print(page);
@@ -237,6 +237,7 @@ void TestPrinting::links()
     const QByteArray bytes = file.readAll();
     QVERIFY(bytes.contains("http://example.org/a"));
     QVERIFY(!bytes.contains("b.html"));
+    QVERIFY(!bytes.contains("link:"));
     const QImage sheet = picture(pdf);
     int blue = 0;
     int red = 0;

@@ -14,23 +14,42 @@ namespace {
 constexpr int DefaultWidth = 800; // pixels
 
 struct Job {
-    const char* output;
-    const char* page;
+    bool isPdf = false;
+    const char* output = nullptr;
+    const char* page = nullptr;
     int width = DefaultWidth;
+    Presentation presentation = Presentation::Reading;
 };
+
+std::optional<int> parseWidth(const char* text)
+{
+    const int width = QByteArray(text).toInt();
+    return width > 0 && width <= PageRendering::MaximumWidth ? std::optional(width) : std::nullopt;
+}
 
 std::optional<Job> parse(int argc, char* argv[])
 {
-    const bool isPng = std::string_view(argv[1]) == "--png";
-    if (argc == 4) {
-        return Job{argv[2], argv[3]};
+    Job job;
+    job.isPdf = std::string_view(argv[1]) == "--pdf";
+    for (int i = 2; i < argc; ++i) {
+        const std::string_view argument(argv[i]);
+        if (argument == "--as-written") {
+            job.presentation = Presentation::AsWritten;
+        } else if (argument == "--width" && !job.isPdf && i + 1 < argc) {
+            const auto width = parseWidth(argv[++i]);
+            if (!width) {
+                return std::nullopt;
+            }
+            job.width = *width;
+        } else if (job.output == nullptr) {
+            job.output = argv[i];
+        } else if (job.page == nullptr) {
+            job.page = argv[i];
+        } else {
+            return std::nullopt;
+        }
     }
-    if (argc != 6 || !isPng || std::string_view(argv[3]) != "--width") {
-        return std::nullopt;
-    }
-    const int width = QByteArray(argv[4]).toInt();
-    return width > 0 && width <= PageRendering::MaximumWidth ? std::optional(Job{argv[2], argv[5], width})
-                                                             : std::nullopt;
+    return job.page == nullptr ? std::nullopt : std::optional(job);
 }
 
 } // namespace
@@ -39,19 +58,19 @@ int renderPage(int argc, char* argv[])
 {
     const auto job = parse(argc, argv);
     if (!job) {
-        complain(QCoreApplication::translate("Usage", "usage: quenda --pdf OUT.pdf PAGE.html, or "
-                                                      "quenda --png OUT.png [--width W] PAGE.html"));
+        complain(QCoreApplication::translate("Usage",
+                                             "usage: quenda --pdf OUT.pdf [--as-written] PAGE.html, or "
+                                             "quenda --png OUT.png [--width W] [--as-written] PAGE.html"));
         return 2;
     }
-    const bool isPdf = std::string_view(argv[1]) == "--pdf";
     useOffscreenPlatform();
     // The arguments are ours, the toolkit's options are not among them.
     int toolkitArgc = 1;
     const QApplication application(toolkitArgc, argv);
     const QString page = fileNameArgument(job->page);
     const QString output = fileNameArgument(job->output);
-    const QString problem =
-        isPdf ? PageRendering::toPdf(page, output) : PageRendering::toPng(page, output, job->width);
+    const QString problem = job->isPdf ? PageRendering::toPdf(page, output, job->presentation)
+                                       : PageRendering::toPng(page, output, job->width, job->presentation);
     if (problem.isEmpty()) {
         return 0;
     }

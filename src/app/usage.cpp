@@ -12,8 +12,8 @@ void printUsage()
        quenda --install | --uninstall | --isinstall FILE.cnt
        quenda --dump FILE.cnt ...
        quenda --screenshot OUT.png [FILE.cnt ...]
-       quenda --pdf OUT.pdf PAGE.html
-       quenda --png OUT.png [--width W] PAGE.html
+       quenda --pdf OUT.pdf [--as-written] PAGE.html
+       quenda --png OUT.png [--width W] [--as-written] PAGE.html
        quenda --help | --version
 
 Opens the help sets of the contents files FILE.cnt in a window; without

@@ -30,6 +30,7 @@ bool isSamePage(const HelpContentsItem* a, const HelpContentsItem* b)
 HelpBrowser::HelpBrowser(HelpLibrary& library, QWidget* parent) : PageView(parent), m_library(library)
 {
     connect(this, &PageView::linkActivated, this, &HelpBrowser::followLink);
+    connect(this, &PageView::pictureActivated, this, [this](const QString& file) { setSource(file); });
 }
 
 void HelpBrowser::setSource(const QString& url)
@@ -108,7 +109,7 @@ void HelpBrowser::record(HelpContentsItem* item, int leftPlace)
 void HelpBrowser::announce()
 {
     const auto* row = m_currentLink->listViewItem;
-    Q_EMIT sourceEmpty(sourceText().isEmpty());
+    Q_EMIT sourceEmpty(!hasPage());
     Q_EMIT upEnabled(row != nullptr && row->parent != nullptr);
     Q_EMIT homeEnabled(!isSamePage(m_currentLink, m_homeLink));
     Q_EMIT syncEnabled(row != nullptr);
@@ -215,19 +216,40 @@ void HelpBrowser::displayFile(const QString& url, const HelpContentsItem* item, 
         return;
     }
     const QFileInfo info(location.file);
-    const auto page = readPage(location.file);
-    if (!page.ok()) {
-        displayError(page.error(), url, item, namedBy);
+    const auto source = readPage(location.file);
+    if (!source.ok()) {
+        displayError(source.error(), url, item, namedBy);
         return;
     }
     m_targets.clear();
-    showPage(
-        {info.absoluteFilePath(), info.lastModified(), info.size(), page.value().text, page.value().isHtml});
+    showPage({info.absoluteFilePath(), info.lastModified(), info.size(), source.value(), {}});
+    if (passOn(item, namedBy)) {
+        return;
+    }
     if (isBlank()) {
         displayError(PageError::NothingToShow, url, item, namedBy);
         return;
     }
     scrollTo(location.anchor);
+}
+
+/// Shows the page that the one just shown passes its readers on to; only one step, as pages may do so in a
+/// circle.
+bool HelpBrowser::passOn(const HelpContentsItem* item, const NamedBy& namedBy)
+{
+    const QString from = page().file;
+    const QString& refresh = page().prepared.refresh;
+    if (refresh.isEmpty() || m_passingOn) {
+        return false;
+    }
+    const QString target = resolveLink(page().prepared.base, refresh);
+    if (HelpLibrary::isOneFile(locatePage(target).file, from)) {
+        return false;
+    }
+    const QScopedValueRollback passingOn(m_passingOn, true);
+    displayFile(target, item, namedBy);
+    Q_EMIT noticed(tr("The page \"%1\" led on to this one").arg(from));
+    return true;
 }
 
 void HelpBrowser::displayError(PageError error, const QString& url, const HelpContentsItem* item,
@@ -243,8 +265,8 @@ void HelpBrowser::displayBuiltin(const BuiltinPage& page, std::vector<RecordLink
 {
     m_targets = std::move(targets);
     ShownPage shown;
-    shown.text = page.toHtml();
-    showPage(shown);
+    shown.source.text = page.toHtml();
+    showPage(std::move(shown));
 }
 
 void HelpBrowser::followLink(const QString& href)
@@ -270,7 +292,7 @@ QString HelpBrowser::linkTarget(const QString& href) const
         auto* const* item = std::get_if<HelpContentsItem*>(link);
         return item != nullptr ? (*item)->page : (*std::get_if<HelpIndexItem*>(link))->link;
     }
-    return resolveLink(page().file, href);
+    return resolveLink(href.startsWith(u'#') ? page().file : page().prepared.base, href);
 }
 
 const RecordLink* HelpBrowser::recordLink(const QString& href) const

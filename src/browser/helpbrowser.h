@@ -68,6 +68,7 @@ private:
 
     void display(const QString& url, const HelpContentsItem* item, const NamedBy& namedBy);
     void displayFile(const QString& url, const HelpContentsItem* item, const NamedBy& namedBy);
+    [[nodiscard]] bool passOn(const HelpContentsItem* item, const NamedBy& namedBy);
     void displayError(PageError error, const QString& url, const HelpContentsItem* item,
                       const NamedBy& namedBy);
     void displayBuiltin(const BuiltinPage& page, std::vector<RecordLink> targets);
@@ -77,6 +78,7 @@ private:
     HelpLibrary& m_library;
     std::vector<RecordLink> m_targets; ///< of the links of a page of the viewer's own
     bool m_stepping = false;           ///< backward() or forward() is loading a page
+    bool m_passingOn = false;          ///< a page that another one passes its readers on to is loading
     std::vector<Visit> m_backLinks;    ///< the most recent one is the last
     std::vector<Visit> m_forwardLinks; ///< the next page is the last
     HelpContentsItem* m_currentLink = nullptr;

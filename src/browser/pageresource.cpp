@@ -6,6 +6,7 @@
 
 #include <QFileInfo>
 #include <QImage>
+#include <QImageReader>
 #include <QPainter>
 #include <QTextDocument>
 
@@ -42,4 +43,9 @@ QVariant loadPageResource(int type, const QUrl& url)
     const auto sheet = isSmall ? readPage(file) : Result<PageText, PageError>(PageError::TooLarge);
     // Never a null value: the document would then open the file by itself, whatever it is.
     return sheet.ok() ? sheet.value().text : QStringLiteral("");
+}
+
+int pictureWidth(const QString& file)
+{
+    return isPicture(file) ? qMax(1, QImageReader(file).size().width()) : 0;
 }

@@ -13,7 +13,11 @@ struct PageStyle {
 
     /// What links look like where the page does not say.
     [[nodiscard]] QColor shownLinkColor(const QPalette& palette) const;
+    /// For pages that are shown as they were written.
     [[nodiscard]] QString sheet(const QPalette& palette) const;
+    /// For pages that are laid out by the viewer's own rules. All text has a contrast of at least 4.5 to what
+    /// it stands on.
+    [[nodiscard]] QString readingSheet(const QPalette& palette) const;
 };
 
 /// Contrast ratio of two opaque colours by their relative luminance, from 1 to 21.

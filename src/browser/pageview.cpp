@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "browser/pageview.h"
 
+#include "browser/pagepictures.h"
 #include "browser/pageresource.h"
-#include "browser/rawlinks.h"
+#include "browser/selectedtext.h"
 #include "browser/textcontrast.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -13,7 +15,7 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QScrollBar>
-#include <QTextDocumentFragment>
+#include <QTextBlock>
 #include <QTextFrame>
 #include <QUrl>
 
@@ -22,8 +24,27 @@
 
 namespace {
 
-constexpr int HintMargin = 32; // pixels
-constexpr int PageMargin = 10; // pixels
+constexpr int HintMargin = 32;     // pixels
+constexpr int PageMargin = 10;     // pixels
+constexpr int ReadingMargin = 20;  // pixels
+constexpr int ReadingMeasure = 90; // characters of average width in a line
+
+/// Calls `use` with each anchor name of a document and its position until it returns true.
+template <typename Use>
+void anyAnchor(const QTextDocument& document, Use use)
+{
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment fragment = it.fragment();
+            const auto names = fragment.charFormat().anchorNames();
+            for (const auto& name : names) {
+                if (use(name, fragment.position())) {
+                    return;
+                }
+            }
+        }
+    }
+}
 
 } // namespace
 
@@ -33,15 +54,16 @@ PageView::PageView(QWidget* parent)
 {
     setOpenLinks(false);
     setAccessibleName(tr("Page"));
+    document()->setUndoRedoEnabled(false);
     document()->setDocumentMargin(PageMargin);
-    restyle();
+    PagePictures::install(*document());
     connect(this, &QTextBrowser::anchorClicked, this, [this](const QUrl& link) {
-        if (const QString href = RawLinks::target(link); !href.isEmpty()) {
+        if (const QString href = hrefOf(link); !href.isEmpty()) {
             Q_EMIT linkActivated(href);
         }
     });
     connect(this, &QTextBrowser::highlighted, this,
-            [this](const QUrl& link) { linkHighlighted(RawLinks::target(link)); });
+            [this](const QUrl& link) { linkHighlighted(hrefOf(link)); });
 }
 
 void PageView::linkHighlighted(const QString& href)
@@ -55,32 +77,96 @@ void PageView::setHint(const QString& hint)
     viewport()->update();
 }
 
-void PageView::showPage(const ShownPage& page)
+/// The target of a link as the page wrote it; empty for none.
+QString PageView::hrefOf(const QUrl& link) const
 {
-    m_page = page;
+    const int number = linkNumber(link.toString());
+    const auto& links = m_page.prepared.links;
+    return number >= 0 && size_t(number) < links.size() ? links[size_t(number)].href : QString();
+}
+
+void PageView::showPage(ShownPage page)
+{
+    m_page = std::move(page);
     m_pendingPlace = 0;
     document()->setBaseUrl(m_page.file.isEmpty() ? QUrl() : QUrl::fromLocalFile(m_page.file));
+    prepare();
     applyText();
     verticalScrollBar()->setValue(0);
     horizontalScrollBar()->setValue(0);
     Q_EMIT linkHovered({});
+    Q_EMIT pageChanged();
 }
 
 void PageView::clearPage()
 {
     m_page = {};
     applyText();
+    Q_EMIT pageChanged();
+}
+
+void PageView::prepare()
+{
+    if (!m_page.source.isHtml) {
+        m_page.prepared = {};
+        m_page.prepared.text = m_page.source.text;
+        m_page.prepared.base = m_page.file;
+        return;
+    }
+    const bool isOwn = m_page.file.isEmpty();
+    m_page.prepared = preparePage(m_page.source.text, {m_page.file, pictureWidth},
+                                  isOwn ? Presentation::AsWritten : m_presentation);
+    m_page.prepared.isReading = m_page.prepared.isReading || isOwn;
 }
 
 void PageView::applyText()
 {
-    if (m_page.isHtml) {
-        setHtml(m_page.text);
-    } else {
-        setPlainText(m_page.text);
+    if (const QString sheet = pageSheet(palette()); sheet != m_appliedSheet) {
+        m_appliedSheet = sheet;
+        document()->setDefaultStyleSheet(sheet);
     }
-    m_anchors = RawLinks::protect(*document());
-    repairContrast(*document(), palette(), m_style.shownLinkColor(palette()));
+    if (m_page.source.isHtml) {
+        setHtml(m_page.prepared.html);
+    } else {
+        setPlainText(m_page.source.text);
+    }
+    if (!m_page.prepared.isReading) {
+        repairContrast(*document(), palette(), m_style.shownLinkColor(palette()));
+    }
+    fitMargins();
+}
+
+/// Keeps the lines of the reading view short enough to read, however wide the window is.
+void PageView::fitMargins()
+{
+    const int least = m_page.prepared.isReading ? ReadingMargin : PageMargin;
+    const int measure = ReadingMeasure * fontMetrics().averageCharWidth();
+    const int side = m_page.prepared.isReading ? std::max(least, (viewport()->width() - measure) / 2) : least;
+    auto format = document()->rootFrame()->frameFormat();
+    if (int(format.leftMargin()) != side || int(format.topMargin()) != least) {
+        format.setMargin(least);
+        format.setLeftMargin(side);
+        format.setRightMargin(side);
+        document()->rootFrame()->setFrameFormat(format);
+    }
+}
+
+void PageView::setReadingView(bool isOn)
+{
+    const auto wanted = isOn ? Presentation::Reading : Presentation::AsWritten;
+    if (wanted == m_presentation) {
+        return;
+    }
+    m_presentation = wanted;
+    if (!hasPage() || m_page.file.isEmpty() || !m_page.source.isHtml) {
+        return;
+    }
+    // Positions differ between the presentations, names do not.
+    const QString anchor = place() == 0 ? QString() : anchorBefore(place());
+    prepare();
+    applyText();
+    scrollTo(anchor);
+    Q_EMIT pageChanged();
 }
 
 bool PageView::isBlank() const
@@ -105,7 +191,7 @@ void PageView::scrollTo(const QString& anchor)
     }
     for (const auto& name : {anchor, QUrl::fromPercentEncoding(anchor.toUtf8()),
                              QString::fromLatin1(QUrl::toPercentEncoding(anchor))}) {
-        if (m_anchors.contains(name)) {
+        if (hasAnchor(name)) {
             scrollToAnchor(name);
             return;
         }
@@ -114,6 +200,28 @@ void PageView::scrollTo(const QString& anchor)
     if (anchor != u"top") {
         Q_EMIT noticed(tr("The page has no place named \"%1\"").arg(anchor));
     }
+}
+
+bool PageView::hasAnchor(const QString& name) const
+{
+    bool found = false;
+    anyAnchor(*document(), [&](const QString& anchor, int /*position*/) {
+        found = anchor == name;
+        return found;
+    });
+    return found;
+}
+
+/// The name of the last place before `place` that has one; empty when there is none.
+QString PageView::anchorBefore(int place) const
+{
+    QString last;
+    anyAnchor(*document(), [&](const QString& anchor, int position) {
+        const bool isBeyond = position > place;
+        last = isBeyond ? last : anchor;
+        return isBeyond;
+    });
+    return last;
 }
 
 int PageView::place() const
@@ -204,16 +312,15 @@ void PageView::setLinkUnderline(bool underline)
     restyle();
 }
 
+QString PageView::pageSheet(const QPalette& colors) const
+{
+    return m_page.prepared.isReading ? m_style.readingSheet(colors) : m_style.sheet(colors);
+}
+
 /// A style sheet takes effect when a text is set; the page shown is set again at its place.
 void PageView::restyle()
 {
-    const QString sheet = pageSheet();
-    if (sheet == m_appliedSheet) {
-        return;
-    }
-    m_appliedSheet = sheet;
-    document()->setDefaultStyleSheet(sheet);
-    if (!m_page.text.isEmpty()) {
+    if (hasPage() && pageSheet(palette()) != m_appliedSheet) {
         const int top = place();
         applyText();
         setPlace(top);
@@ -254,18 +361,57 @@ void PageView::changeEvent(QEvent* event)
     }
 }
 
+void PageView::resizeEvent(QResizeEvent* event)
+{
+    fitMargins();
+    QTextBrowser::resizeEvent(event);
+}
+
+/// The file of a picture that is shown smaller than it is and is no link; empty when there is none.
+QString PageView::reducedPictureAt(const QPoint& point) const
+{
+    const QPointF place = point + QPoint(horizontalScrollBar()->value(), verticalScrollBar()->value());
+    const auto* layout = document()->documentLayout();
+    if (layout->imageAt(place).isEmpty() || !layout->anchorAt(place).isEmpty()) {
+        return {};
+    }
+    const bool isReduced = PagePictures::isReduced(*document(), layout->hitTest(place, Qt::ExactHit));
+    return isReduced ? QUrl(layout->imageAt(place)).toLocalFile() : QString();
+}
+
+void PageView::mouseMoveEvent(QMouseEvent* event)
+{
+    QTextBrowser::mouseMoveEvent(event);
+    const bool isOverPicture = !reducedPictureAt(event->pos()).isEmpty();
+    if (isOverPicture != m_isOverPicture) {
+        m_isOverPicture = isOverPicture;
+        viewport()->setCursor(isOverPicture ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    }
+}
+
+void PageView::mouseReleaseEvent(QMouseEvent* event)
+{
+    const QString picture = event->button() == Qt::LeftButton && !textCursor().hasSelection()
+                                ? reducedPictureAt(event->pos())
+                                : QString();
+    QTextBrowser::mouseReleaseEvent(event);
+    if (!picture.isEmpty()) {
+        Q_EMIT pictureActivated(picture);
+    }
+}
+
 void PageView::wheelEvent(QWheelEvent* event)
 {
     if (event->modifiers() != Qt::ControlModifier) {
         QTextBrowser::wheelEvent(event);
-    } else if (!m_page.text.isEmpty() && event->angleDelta().y() != 0) {
+    } else if (hasPage() && event->angleDelta().y() != 0) {
         zoomBy(event->angleDelta().y() > 0 ? 1 : -1);
     }
 }
 
 void PageView::contextMenuEvent(QContextMenuEvent* event)
 {
-    const QString href = RawLinks::target(QUrl(anchorAt(event->pos())));
+    const QString href = hrefOf(QUrl(anchorAt(event->pos())));
     QMenu menu(this);
     if (!href.isEmpty()) {
         menu.addAction(tr("&Open Link"), this, [this, href] { Q_EMIT linkActivated(href); });
@@ -273,17 +419,21 @@ void PageView::contextMenuEvent(QContextMenuEvent* event)
                        [this, href] { QApplication::clipboard()->setText(linkTarget(href)); });
         menu.addSeparator();
     }
+    if (const QString picture = reducedPictureAt(event->pos()); !picture.isEmpty()) {
+        menu.addAction(tr("Show &Picture"), this, [this, picture] { Q_EMIT pictureActivated(picture); });
+        menu.addSeparator();
+    }
     auto* copyAction = menu.addAction(tr("&Copy"), this, &QTextBrowser::copy);
     copyAction->setEnabled(textCursor().hasSelection());
     auto* selectAllAction = menu.addAction(tr("Select &All"), this, &QTextBrowser::selectAll);
-    selectAllAction->setEnabled(!m_page.text.isEmpty());
+    selectAllAction->setEnabled(hasPage());
     menu.exec(event->globalPos());
 }
 
 void PageView::paintEvent(QPaintEvent* event)
 {
     QTextBrowser::paintEvent(event);
-    if (!m_page.text.isEmpty() || m_hint.isEmpty()) {
+    if (hasPage() || m_hint.isEmpty()) {
         return;
     }
     QPainter painter(viewport());
@@ -296,7 +446,7 @@ void PageView::paintEvent(QPaintEvent* event)
 QMimeData* PageView::createMimeDataFromSelection() const
 {
     auto* text = new QMimeData;
-    text->setText(textCursor().selection().toPlainText());
+    text->setText(selectedText(textCursor()));
     return text;
 }
 

@@ -2,9 +2,10 @@
 #pragma once
 
 #include "browser/pagestyle.h"
+#include "pages/pagefile.h"
+#include "pages/preparedpage.h"
 
 #include <QDateTime>
-#include <QSet>
 #include <QTextBrowser>
 
 /// A page on the screen.
@@ -12,8 +13,8 @@ struct ShownPage {
     QString file; ///< absolute path; empty for pages of the viewer's own
     QDateTime modified;
     qint64 size = -1;
-    QString text;
-    bool isHtml = true; ///< otherwise plain text
+    PageText source;
+    PreparedPage prepared; ///< its title, links and text are there for plain text, too
 };
 
 /// Shows the text of one page and follows the display settings. Knows nothing of help sets; what a link means
@@ -24,15 +25,21 @@ class PageView : public QTextBrowser {
 public:
     explicit PageView(QWidget* parent);
 
-    /// The HTML or plain text of the page shown; empty when none.
-    [[nodiscard]] const QString& sourceText() const { return m_page.text; }
     [[nodiscard]] const ShownPage& page() const { return m_page; }
+    [[nodiscard]] bool hasPage() const { return !m_page.source.text.isEmpty(); }
     /// The text painted while no page is shown.
     void setHint(const QString& hint);
 
+    /// Goes to a named place of the page; an empty name means its top.
+    void scrollTo(const QString& anchor);
     /// Position in the text of what stands at the top of the view.
     [[nodiscard]] int place() const;
     void setPlace(int place);
+
+    /// Whether pages made for web browsers are laid out by the viewer's own rules; otherwise all pages are
+    /// shown as they were written.
+    [[nodiscard]] bool isReadingView() const { return m_presentation == Presentation::Reading; }
+    void setReadingView(bool isOn);
 
     [[nodiscard]] QString getFontFamily() const { return m_fontFamily; }
     void setFontFamily(const QString& family);
@@ -48,8 +55,9 @@ public:
     [[nodiscard]] bool hasOwnLinkColor() const { return m_style.hasOwnLinkColor; }
     [[nodiscard]] bool getLinkUnderline() const { return m_style.linkUnderline; }
     void setLinkUnderline(bool underline);
-    /// The rules for pages that the display settings make.
-    [[nodiscard]] QString pageSheet() const { return m_style.sheet(palette()); }
+    /// The rules for the page shown that the display settings make; `colors` are those of what it is shown
+    /// on.
+    [[nodiscard]] QString pageSheet(const QPalette& colors) const;
 
     /// One step of the font size, up or down; code follows in proportion.
     void zoomIn() { zoomBy(1); }
@@ -63,6 +71,10 @@ Q_SIGNALS:
     /// Target of the link under the pointer or the keyboard, as linkTarget() gives it; empty when there is
     /// none.
     void linkHovered(const QString& target);
+    /// The user wants to see a picture of the page by itself.
+    void pictureActivated(const QString& file);
+    /// Another page, or none, is shown.
+    void pageChanged();
     /// Something about the page just shown that the user should know.
     void noticed(const QString& text);
 
@@ -71,14 +83,13 @@ protected Q_SLOTS:
     virtual void linkHighlighted(const QString& href);
 
 protected:
-    void showPage(const ShownPage& page);
+    /// Prepares the page and shows it from its top.
+    void showPage(ShownPage page);
     void clearPage();
     /// Whether the page shown has neither text nor pictures.
     [[nodiscard]] bool isBlank() const;
     /// Whether the page of this file is shown as the file is now.
     [[nodiscard]] bool isShown(const QString& file) const;
-    /// An empty anchor means the top of the page.
-    void scrollTo(const QString& anchor);
     /// What a link, as written in the page shown, leads to, for the user to read.
     [[nodiscard]] virtual QString linkTarget(const QString& href) const = 0;
 
@@ -86,6 +97,9 @@ protected:
     bool viewportEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
@@ -94,17 +108,24 @@ protected:
     void doSetSource(const QUrl& url, QTextDocument::ResourceType type) override;
 
 private:
+    void prepare();
     void applyText();
     void restyle();
+    void fitMargins();
+    [[nodiscard]] QString hrefOf(const QUrl& link) const;
+    [[nodiscard]] QString reducedPictureAt(const QPoint& point) const;
+    [[nodiscard]] bool hasAnchor(const QString& name) const;
+    [[nodiscard]] QString anchorBefore(int place) const;
     void zoomBy(int step);
     void applyFont(const QFont& changed);
 
     ShownPage m_page;
-    QSet<QString> m_anchors;
+    Presentation m_presentation = Presentation::Reading;
     PageStyle m_style;
     QString m_appliedSheet;
     QString m_fontFamily;
     int m_defaultFontSize;
     int m_pendingPlace = 0; ///< to go to when the view is shown
     QString m_hint;
+    bool m_isOverPicture = false;
 };

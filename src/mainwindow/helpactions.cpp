@@ -62,6 +62,8 @@ HelpActions::HelpActions(QMainWindow& window)
                              Qt::CTRL | Qt::Key_Minus)),
       viewZoomResetAction(make(window, "viewZoomResetAction",
                                QT_TRANSLATE_NOOP("HelpActions", "Normal Si&ze"), Qt::CTRL | Qt::Key_0)),
+      viewReadingAction(make(window, "viewReadingAction", QT_TRANSLATE_NOOP("HelpActions", "&Reading View"),
+                             Qt::CTRL | Qt::SHIFT | Qt::Key_R)),
       viewContentsAction(make(window, "viewContentsAction", QT_TRANSLATE_NOOP("HelpActions", "&Contents"))),
       viewGoToolbarAction(
           make(window, "viewGoToolbarAction", QT_TRANSLATE_NOOP("HelpActions", "Go Toolbar"))),
@@ -79,6 +81,7 @@ HelpActions::HelpActions(QMainWindow& window)
           make(window, "helpManualAction", QT_TRANSLATE_NOOP("HelpActions", "Quenda &Manual"), Qt::Key_F1)),
       helpAboutAction(make(window, "helpAboutAction", QT_TRANSLATE_NOOP("HelpActions", "&About Quenda")))
 {
+    viewReadingAction->setCheckable(true);
     viewContentsAction->setCheckable(true);
     viewGoToolbarAction->setCheckable(true);
     // On most keyboards the plus sign needs Shift, the equals sign beside it does not.

@@ -27,6 +27,7 @@ struct HelpActions {
     QAction* viewZoomInAction;
     QAction* viewZoomOutAction;
     QAction* viewZoomResetAction;
+    QAction* viewReadingAction;
     QAction* viewContentsAction;
     QAction* viewGoToolbarAction;
     QAction* viewSettingsAction;

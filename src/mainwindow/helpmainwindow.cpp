@@ -11,12 +11,12 @@
 #include "mainwindow/contentsfiles.h"
 #include "mainwindow/helpsetmenu.h"
 #include "mainwindow/manual.h"
+#include "mainwindow/outlinemenu.h"
 #include "mainwindow/pagesearch.h"
 #include "mainwindow/printcommands.h"
 #include "mainwindow/windowsettings.h"
 
 #include <QApplication>
-#include <QClipboard>
 #include <QDockWidget>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -27,7 +27,6 @@
 #include <QStatusBar>
 #include <QStatusTipEvent>
 #include <QTabWidget>
-#include <QTextDocumentFragment>
 #include <QToolBar>
 
 namespace {
@@ -140,6 +139,7 @@ void HelpMainWindow::connectActions()
     run(m_actions.viewZoomOutAction, &HelpMainWindow::viewZoomOut);
     run(m_actions.viewZoomResetAction, &HelpMainWindow::viewZoomReset);
     run(m_actions.viewSettingsAction, &HelpMainWindow::viewSettings);
+    run(m_actions.viewReadingAction, &HelpMainWindow::viewReading);
     run(m_actions.viewContentsAction, &HelpMainWindow::viewContents);
     run(m_actions.viewGoToolbarAction, &HelpMainWindow::viewGoToolbar);
     run(m_actions.goBackAction, &HelpMainWindow::goBack);
@@ -173,6 +173,9 @@ void HelpMainWindow::connectBrowserAndMenus()
     connect(m_browser, &HelpBrowser::captionChanged, this, &HelpMainWindow::setHelpCaption);
     connect(m_browser, &HelpBrowser::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
     connect(m_browser, &HelpBrowser::noticed, this, &HelpMainWindow::showLinkInStatusBar);
+    connect(m_browser, &HelpBrowser::pageChanged, this,
+            [this] { m_menus.outlineMenu->setHeadings(m_browser->page().prepared.headings); });
+    connect(m_menus.outlineMenu, &OutlineMenu::chosen, m_browser, &HelpBrowser::scrollTo);
     connect(m_menus.removeMenu, &HelpSetMenu::chosen, this, &HelpMainWindow::fileRemoveContents);
     connect(m_menus.installedMenu, &HelpSetMenu::chosen, this, &HelpMainWindow::fileShowInstalled);
     connect(&m_library, &HelpLibrary::helpSetAboutToBeRemoved, m_browser, &HelpBrowser::clearLinks);
@@ -254,6 +257,7 @@ void HelpMainWindow::showLastPage()
 void HelpMainWindow::loadSettings()
 {
     WindowSettings::loadDisplay(*m_browser);
+    m_actions.viewReadingAction->setChecked(m_browser->isReadingView());
     WindowSettings::loadGeometry(*this);
 }
 
@@ -328,7 +332,7 @@ void HelpMainWindow::selectionChanged()
 
 void HelpMainWindow::editCopy()
 {
-    QApplication::clipboard()->setText(m_browser->textCursor().selection().toPlainText());
+    m_browser->copy();
 }
 
 void HelpMainWindow::editFind()
@@ -359,6 +363,11 @@ void HelpMainWindow::viewZoomOut()
 void HelpMainWindow::viewZoomReset()
 {
     m_browser->resetZoom();
+}
+
+void HelpMainWindow::viewReading()
+{
+    m_browser->setReadingView(m_actions.viewReadingAction->isChecked());
 }
 
 void HelpMainWindow::viewContents()

@@ -62,6 +62,7 @@ protected Q_SLOTS:
     virtual void viewZoomIn();
     virtual void viewZoomOut();
     virtual void viewZoomReset();
+    virtual void viewReading();
     virtual void viewContents();
     virtual void viewGoToolbar();
     virtual void viewContentsChanged(bool visible);

@@ -3,6 +3,7 @@
 
 #include "mainwindow/helpactions.h"
 #include "mainwindow/helpsetmenu.h"
+#include "mainwindow/outlinemenu.h"
 
 #include <QCoreApplication>
 #include <QMenuBar>
@@ -26,7 +27,8 @@ HelpSetMenu* makeHelpSetMenu(QMenuBar& bar, const char* name, const char* title)
 MainMenus::MainMenus(QMenuBar& bar, const HelpActions& actions)
     : removeMenu(makeHelpSetMenu(bar, "removeMenu", QT_TRANSLATE_NOOP("MainMenus", "&Remove Contents"))),
       installedMenu(
-          makeHelpSetMenu(bar, "installedMenu", QT_TRANSLATE_NOOP("MainMenus", "&Installed Contents")))
+          makeHelpSetMenu(bar, "installedMenu", QT_TRANSLATE_NOOP("MainMenus", "&Installed Contents"))),
+      outlineMenu(new OutlineMenu(text(QT_TRANSLATE_NOOP("MainMenus", "&On This Page")), &bar))
 {
     auto* fileMenu = bar.addMenu(text(QT_TRANSLATE_NOOP("MainMenus", "&File")));
     fileMenu->addAction(actions.fileAddContentsAction);
@@ -44,6 +46,7 @@ MainMenus::MainMenus(QMenuBar& bar, const HelpActions& actions)
 
     auto* viewMenu = bar.addMenu(text(QT_TRANSLATE_NOOP("MainMenus", "&View")));
     viewMenu->addActions({actions.viewZoomInAction, actions.viewZoomOutAction, actions.viewZoomResetAction});
+    viewMenu->addAction(actions.viewReadingAction);
     viewMenu->addSeparator();
     viewMenu->addActions({actions.viewContentsAction, actions.viewGoToolbarAction});
     viewMenu->addSeparator();
@@ -51,6 +54,8 @@ MainMenus::MainMenus(QMenuBar& bar, const HelpActions& actions)
 
     auto* goMenu = bar.addMenu(text(QT_TRANSLATE_NOOP("MainMenus", "&Go")));
     goMenu->addActions(actions.goActions());
+    goMenu->addSeparator();
+    goMenu->addMenu(outlineMenu);
 
     auto* helpMenu = bar.addMenu(text(QT_TRANSLATE_NOOP("MainMenus", "&Help")));
     helpMenu->addActions({actions.helpManualAction, actions.helpAboutAction});

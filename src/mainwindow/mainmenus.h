@@ -2,6 +2,7 @@
 #pragma once
 
 class HelpSetMenu;
+class OutlineMenu;
 class QMenuBar;
 struct HelpActions;
 
@@ -11,4 +12,5 @@ struct MainMenus {
 
     HelpSetMenu* removeMenu;
     HelpSetMenu* installedMenu;
+    OutlineMenu* outlineMenu;
 };

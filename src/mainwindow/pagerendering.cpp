@@ -34,8 +34,10 @@ QString outputProblem()
 /// A page view with one page in it.
 class View {
 public:
-    explicit View(const QString& page) : m_problem(problemOf(page)), m_browser(m_library, nullptr)
+    View(const QString& page, Presentation presentation)
+        : m_problem(problemOf(page)), m_browser(m_library, nullptr)
     {
+        m_browser.setReadingView(presentation == Presentation::Reading);
         if (m_problem.isEmpty()) {
             m_browser.setSource(HelpLibrary::absoluteName(page));
         }
@@ -64,9 +66,9 @@ private:
 
 } // namespace
 
-QString toPdf(const QString& page, const QString& output)
+QString toPdf(const QString& page, const QString& output, Presentation presentation)
 {
-    View view(page);
+    View view(page, presentation);
     if (!view.problem().isEmpty()) {
         return view.problem();
     }
@@ -74,13 +76,14 @@ QString toPdf(const QString& page, const QString& output)
                                                                                         : outputProblem();
 }
 
-QString toPng(const QString& page, const QString& output, int width)
+QString toPng(const QString& page, const QString& output, int width, Presentation presentation)
 {
-    View view(page);
+    View view(page, presentation);
     if (!view.problem().isEmpty()) {
         return view.problem();
     }
     auto& document = *view.browser().document();
+    view.browser().resize(width + view.browser().width() - view.browser().viewport()->width(), MaximumHeight);
     document.setTextWidth(width);
     const int height = std::clamp(int(std::ceil(document.size().height())), 1, MaximumHeight);
     QImage image(width, height, QImage::Format_RGB32);

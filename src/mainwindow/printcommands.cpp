@@ -38,15 +38,17 @@ void reportFailure(QWidget* window, const QString& output)
 PrintablePage printablePage(const PageView& view)
 {
     PrintablePage page;
-    page.text = view.sourceText();
-    page.isHtml = view.page().isHtml;
+    const auto& prepared = view.page().prepared;
+    const bool isHtml = view.page().source.isHtml;
+    page.content = {isHtml ? prepared.html : view.page().source.text, isHtml};
+    page.links = prepared.links;
     page.baseUrl = view.document()->baseUrl();
-    page.title = view.documentTitle().simplified();
+    page.title = prepared.title.simplified();
     if (page.title.isEmpty()) {
         page.title = QFileInfo(view.page().file).completeBaseName();
     }
     page.font = view.font();
-    page.styleSheet = view.pageSheet();
+    page.styleSheet = view.pageSheet(PrintDocument::paperPalette());
     return page;
 }
 

@@ -23,13 +23,19 @@ constexpr qreal FarAway = 1e6; // pixels, more than any sheet is high
 
 const QString LinkStyle = QStringLiteral("a:link{color:#0000ff;text-decoration:underline}");
 
-/// Only these make sense to a reader of a file: names of pages mean something to the viewer alone.
-bool isExternal(const QString& href)
+/// The target of a link that makes sense to a reader of a file; empty for names of pages, which mean
+/// something to the viewer alone.
+QString externalTarget(const QString& code, const std::vector<PageLink>& links)
 {
     static const auto schemes = {u"http", u"https", u"ftp", u"mailto"};
+    const int number = linkNumber(code);
+    const QString href =
+        number >= 0 && size_t(number) < links.size() ? links[size_t(number)].href : QString();
     const QString scheme = QUrl(href).scheme();
-    return std::any_of(schemes.begin(), schemes.end(),
-                       [&scheme](const char16_t* known) { return scheme == QStringView(known); });
+    const bool isKnown = std::any_of(schemes.begin(), schemes.end(), [&scheme](const char16_t* known) {
+        return scheme == QStringView(known);
+    });
+    return isKnown ? href : QString();
 }
 
 /// Whether the block stands on a colour of its own; the page's background does not count.
@@ -80,15 +86,24 @@ PrintDocument::PrintDocument(const PrintablePage& page, QPaintDevice* device, co
     setDefaultTextOption(option);
     setBaseUrl(page.baseUrl);
     setDefaultStyleSheet(page.styleSheet + LinkStyle);
-    if (page.isHtml) {
-        setHtml(page.text);
+    if (page.content.isHtml) {
+        setHtml(page.content.text);
     } else {
-        setPlainText(page.text);
+        setPlainText(page.content.text);
     }
     setMetaInformation(DocumentTitle, page.title);
-    adapt(body);
+    adapt(page, body);
     setPageSize(body);
     findLeftovers();
+}
+
+QPalette PrintDocument::paperPalette()
+{
+    QPalette palette(QColor(Qt::white));
+    palette.setColor(QPalette::Base, Qt::white);
+    palette.setColor(QPalette::Text, Qt::black);
+    palette.setColor(QPalette::Link, Qt::blue);
+    return palette;
 }
 
 QVariant PrintDocument::loadResource(int type, const QUrl& name)
@@ -97,12 +112,12 @@ QVariant PrintDocument::loadResource(int type, const QUrl& name)
 }
 
 /// Changes what would be lost on paper.
-void PrintDocument::adapt(const QSizeF& body)
+void PrintDocument::adapt(const PrintablePage& printed, const QSizeF& body)
 {
     auto page = rootFrame()->frameFormat();
     page.clearBackground();
     rootFrame()->setFrameFormat(page);
-    const auto changes = formatChanges(body);
+    const auto changes = formatChanges(printed.links, body);
     QTextCursor cursor(this);
     cursor.beginEditBlock();
     // Backwards, because line ends are inserted.
@@ -118,13 +133,14 @@ void PrintDocument::adapt(const QSizeF& body)
     cursor.endEditBlock();
 }
 
-std::vector<PrintDocument::Change> PrintDocument::formatChanges(const QSizeF& body) const
+std::vector<PrintDocument::Change> PrintDocument::formatChanges(const std::vector<PageLink>& links,
+                                                                const QSizeF& body) const
 {
     std::vector<Change> changes;
     for (auto block = begin(); block.isValid(); block = block.next()) {
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const auto fragment = it.fragment();
-            const auto format = adapted(fragment.charFormat(), block, body);
+            const auto format = adapted(fragment.charFormat(), block, links, body);
             if (format != fragment.charFormat()) {
                 changes.push_back({fragment.position(), fragment.length(), format});
             }
@@ -134,10 +150,15 @@ std::vector<PrintDocument::Change> PrintDocument::formatChanges(const QSizeF& bo
 }
 
 QTextCharFormat PrintDocument::adapted(QTextCharFormat format, const QTextBlock& block,
-                                       const QSizeF& body) const
+                                       const std::vector<PageLink>& links, const QSizeF& body) const
 {
-    if (!format.anchorHref().isEmpty() && !isExternal(format.anchorHref())) {
-        format.clearProperty(QTextFormat::AnchorHref);
+    if (!format.anchorHref().isEmpty()) {
+        const QString target = externalTarget(format.anchorHref(), links);
+        if (target.isEmpty()) {
+            format.clearProperty(QTextFormat::AnchorHref);
+        } else {
+            format.setAnchorHref(target);
+        }
     }
     if (isPale(format) && !hasBackground(block)) {
         format.setForeground(Qt::black);
@@ -189,8 +210,7 @@ void PrintDocument::paintSheet(QPainter& painter, int sheet)
 {
     const QRectF strip(QPointF(0, sheet * pageSize().height()), pageSize());
     QAbstractTextDocumentLayout::PaintContext context;
-    context.palette = QPalette(QColor(Qt::white));
-    context.palette.setColor(QPalette::Text, Qt::black);
+    context.palette = paperPalette();
     // Text that only touches the strip belongs to a neighbour.
     context.clip = strip.adjusted(0, 1, 0, -1);
     painter.save();

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "pages/pagefile.h"
+#include "pages/preparedpage.h"
+
 #include <QFont>
+#include <QPalette>
 #include <QTextDocument>
 #include <QTextFormat>
 #include <QTextLayout>
@@ -16,10 +20,10 @@ class QTextCursor;
 
 /// The page to print and the looks that the user gave it.
 struct PrintablePage {
-    QString text;
-    bool isHtml = true; ///< otherwise plain text
-    QUrl baseUrl;       ///< the page's file, which relative names start from
-    QString title;      ///< plain text
+    PageText content; ///< HTML as prepared for the view, or plain text
+    std::vector<PageLink> links;
+    QUrl baseUrl;  ///< the page's file, which relative names start from
+    QString title; ///< plain text
     QFont font;
     QString styleSheet; ///< rules that come before the page's own
 };
@@ -32,6 +36,9 @@ class PrintDocument : public QTextDocument {
 public:
     /// `device` is what will be painted on; `body` is the size of a sheet's text area in its pixels.
     PrintDocument(const PrintablePage& page, QPaintDevice* device, const QSizeF& body);
+
+    /// The colours of print.
+    [[nodiscard]] static QPalette paperPalette();
 
     /// Paints the strip of the text that is on one sheet, counted from 0, with the body's corner at the
     /// origin.
@@ -55,10 +62,11 @@ private:
 
     void findLeftovers();
     void moveLeftovers(int sheet, qreal distance);
-    void adapt(const QSizeF& body);
-    [[nodiscard]] std::vector<Change> formatChanges(const QSizeF& body) const;
+    void adapt(const PrintablePage& printed, const QSizeF& body);
+    [[nodiscard]] std::vector<Change> formatChanges(const std::vector<PageLink>& links,
+                                                    const QSizeF& body) const;
     [[nodiscard]] QTextCharFormat adapted(QTextCharFormat format, const QTextBlock& block,
-                                          const QSizeF& body) const;
+                                          const std::vector<PageLink>& links, const QSizeF& body) const;
     [[nodiscard]] QTextImageFormat fitted(QTextImageFormat format, const QSizeF& body) const;
     void breakLongLines(QTextCursor& cursor);
 

@@ -73,6 +73,7 @@ void loadDisplay(PageView& view)
     if (const QString family = store.value("fontFixedName").toString(); !family.isEmpty()) {
         view.setFontFixedFamily(family);
     }
+    view.setReadingView(store.value("readingView", view.isReadingView()).toBool());
     view.setLinkUnderline(store.value("linkUnderline", view.getLinkUnderline()).toBool());
     // The colour of a desktop is no choice: another desktop, perhaps a dark one, has its own.
     if (!store.value("linkColorChosen", true).toBool()) {
@@ -88,6 +89,7 @@ void saveDisplay(const PageView& view)
     store.setValue("fontName", view.getFontFamily());
     store.setValue("fontSize", view.getFontSize());
     store.setValue("fontFixedName", view.getFontFixedFamily());
+    store.setValue("readingView", view.isReadingView());
     store.setValue("linkUnderline", view.getLinkUnderline());
     store.setValue("linkColor", int(view.getLinkColor().rgba()));
     store.setValue("linkColorChosen", view.hasOwnLinkColor());

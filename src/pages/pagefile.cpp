@@ -46,14 +46,6 @@ bool isText(const QByteArray& bytes)
     return !bytes.startsWith("%PDF-") && !bytes.first(std::min<qsizetype>(bytes.size(), 4096)).contains('\0');
 }
 
-/// Rich text takes all behind an unclosed link element for its content and shows nothing of it.
-QString withClosedLinks(QString html)
-{
-    static const QRegularExpression unclosed(QStringLiteral("<link\\b([^<>]*[^<>/])>"),
-                                             QRegularExpression::CaseInsensitiveOption);
-    return html.replace(unclosed, QStringLiteral("<link\\1/>"));
-}
-
 bool looksLikeHtml(const QString& file, const QString& text)
 {
     const QString suffix = QFileInfo(file).suffix().toLower();
@@ -123,5 +115,5 @@ Result<PageText, PageError> readPage(const QString& file)
     if (text.trimmed().isEmpty()) {
         return PageError::Empty;
     }
-    return looksLikeHtml(file, text) ? PageText{withClosedLinks(text), true} : PageText{text, false};
+    return PageText{text, looksLikeHtml(file, text)};
 }

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <libxml/tree.h>
+
+/// What an element is for, by its name, where that alone decides.
+enum class Element {
+    Transparent, ///< of no meaning here; its content counts
+    Ignored,     ///< has nothing to read
+    Block,
+    Paragraph,
+    Heading,
+    Inline, ///< rich text shows it by itself
+    Code,
+    Keys,
+    Quotation,
+    Preformatted,
+    List,
+    Item,
+    Terms,
+    Term,
+    Description,
+    Table,
+    TableCaption,
+    Row,
+    Cell,
+    Caption,
+    Quote,
+    Link,
+    Picture,
+    Break,
+    Rule,
+    Summary,
+    Frame,
+    Field,
+    Choice,
+    Area,
+    Drawing,
+};
+
+[[nodiscard]] Element elementOf(const xmlNode& node);
+
+/// What the known generators, and common habit, mean by an element's classes.
+enum class Role {
+    None,
+    Furniture,         ///< belongs to the web site, not to the page
+    ProbableFurniture, ///< the same, when it holds links and little else
+    Hidden,            ///< there for scripts or for screen readers only
+    MainContent,
+    Document, ///< a generated document, which may stand beside furniture
+    Note,
+    Tip,
+    Warning,
+    Danger,
+    Aside,
+    Title, ///< of a note, a table, an example
+    Caption,
+    Figure,
+    CodeBlock,
+    Signature,
+    SignatureName,
+    Remark,
+    Keys,
+    UserInterface,
+    DataTable,
+    Keyword, ///< of a programming language, as the ones below
+    String,
+    Comment,
+};
+
+/// The first role that the classes of an element name; another one goes before Note.
+[[nodiscard]] Role roleOf(const xmlNode& node);

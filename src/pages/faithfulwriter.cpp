@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+#include "pages/faithfulwriter.h"
+
+#include "pages/elementroles.h"
+#include "pages/htmltree.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+template <size_t Size>
+bool isOneOf(std::string_view word, const std::array<std::string_view, Size>& words)
+{
+    return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+bool isEmptyElement(std::string_view name)
+{
+    static constexpr std::array<std::string_view, 3> names{"hr", "wbr", "col"};
+    return isOneOf(name, names);
+}
+
+bool isLeftOut(std::string_view name)
+{
+    static constexpr std::array<std::string_view, 8> names{
+        "script", "template", "title", "meta", "base", "datalist", "annotation", "annotation-xml"};
+    return isOneOf(name, names);
+}
+
+bool isBlockElement(Element kind)
+{
+    return kind != Element::Transparent && kind != Element::Inline && kind != Element::Code &&
+           kind != Element::Keys && kind != Element::Quotation;
+}
+
+/// Targets and names are written by themselves, scripts never; a tool tip with markup in it would not be
+/// taken as plain text.
+bool isKept(std::string_view name, std::string_view value)
+{
+    static constexpr std::array<std::string_view, 5> handled{"id", "name", "href", "src", "alt"};
+    return !isOneOf(name, handled) && name.substr(0, 2) != "on" &&
+           (name != "title" || value.find('<') == std::string_view::npos);
+}
+
+} // namespace
+
+void FaithfulWriter::writePage(const xmlNode& root)
+{
+    write(root);
+    finish();
+}
+
+std::string FaithfulWriter::attributesOf(const xmlNode& element) const
+{
+    std::string kept;
+    for (const auto* written = element.properties; written != nullptr; written = written->next) {
+        const auto* name = reinterpret_cast<const char*>(written->name);
+        const auto value = attribute(element, name);
+        if (isKept(name, value)) {
+            kept += attributeText(name, value);
+        }
+    }
+    return kept;
+}
+
+void FaithfulWriter::text(const xmlNode& node)
+{
+    putWritten(contentOf(node));
+}
+
+bool FaithfulWriter::enter(const xmlNode& element)
+{
+    const auto name = nameOf(element);
+    if (isLeftOut(name) || putSpecial(element)) {
+        return false;
+    }
+    if (name == "frameset") {
+        putFrames(element);
+        return false;
+    }
+    if (name == "style") {
+        putStyle(element);
+        return false;
+    }
+    if (name == "link") {
+        putStyleSheet(element);
+        return false;
+    }
+    if (isEmptyElement(name)) {
+        breakBlock();
+        putMarkup("<" + std::string(name) + attributesOf(element) + ">");
+        return false;
+    }
+    if (isTooDeep()) {
+        openTransparent(element);
+    } else {
+        openElement(element);
+    }
+    return true;
+}
+
+void FaithfulWriter::openElement(const xmlNode& element)
+{
+    const auto name = nameOf(element);
+    const std::string begin = "<" + std::string(name) + attributesOf(element) + ">";
+    std::string end = "</" + std::string(name) + ">";
+    const Element kind = elementOf(element);
+    if (kind == Element::Link) {
+        openLink(element);
+    } else if (kind == Element::Heading) {
+        openHeading(name[1] - '0', begin, std::move(end));
+    } else if (kind == Element::Preformatted) {
+        openVerbatim(begin, std::move(end));
+    } else if (isBlockElement(kind)) {
+        openBlock(begin, std::move(end));
+    } else {
+        open(begin, std::move(end));
+    }
+}
+
+/// What the page says to viewers without frames, then links to the pages of its frames.
+void FaithfulWriter::putFrames(const xmlNode& frameset)
+{
+    const auto writeAll = [&](std::string_view name) {
+        for (const auto* node = &frameset; node != nullptr;) {
+            const bool isWanted = isElement(*node, name);
+            if (isWanted) {
+                write(*node);
+            }
+            node = nextNode(node, &frameset, !isWanted);
+        }
+    };
+    writeAll("noframes");
+    writeAll("frame");
+}
+
+/// The text of a style element is no HTML.
+void FaithfulWriter::putStyle(const xmlNode& element)
+{
+    putMarkup("<style>");
+    for (const auto* child = element.children; child != nullptr; child = child->next) {
+        putMarkup(contentOf(*child));
+    }
+    putMarkup("</style>");
+}
+
+void FaithfulWriter::putStyleSheet(const xmlNode& element)
+{
+    const bool isSheet = anyWord(attribute(element, "rel"),
+                                 [](std::string_view word) { return equalsLower(word, "stylesheet"); });
+    if (isSheet) {
+        // Rich text takes all behind an unclosed link element for its content and shows nothing of it.
+        putMarkup("<link" + attributeText("href", attribute(element, "href")) + attributesOf(element) + "/>");
+    }
+}

@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+#include "pages/maincontent.h"
+
+#include "pages/htmltree.h"
+#include "pages/pagesurvey.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace {
+
+bool isLandmark(const xmlNode& element)
+{
+    return isElement(element, "main") || attribute(element, "role") == "main";
+}
+
+bool isKnownContainer(const xmlNode& element)
+{
+    static constexpr std::array<std::string_view, 5> ids{"doc-content", "main-content", "mw-content-text",
+                                                         "bodyContent", "content-wrapper"};
+    const auto id = attribute(element, "id");
+    return PageSurvey::notes(element).role == Role::MainContent ||
+           std::find(ids.begin(), ids.end(), id) != ids.end();
+}
+
+/// The first visible element with content that `test` accepts.
+template <typename Test>
+const xmlNode* findFirst(const xmlNode& body, Test test)
+{
+    const auto* node = &body;
+    while (node != nullptr) {
+        const bool isSeen = isElement(*node) && !PageSurvey::notes(*node).isHidden;
+        if (isSeen && test(*node) && PageSurvey::notes(*node).hasContent()) {
+            return node;
+        }
+        node = nextNode(node, &body, isSeen);
+    }
+    return nullptr;
+}
+
+/// Null when there are several: a list of articles has its content around them, too.
+const xmlNode* onlyArticle(const xmlNode& body)
+{
+    const auto isArticle = [](const xmlNode& element) { return isElement(element, "article"); };
+    const auto* found = findFirst(body, isArticle);
+    if (found == nullptr) {
+        return nullptr;
+    }
+    for (const auto* node = nextNode(found, &body, false); node != nullptr; node = nextNode(node, &body)) {
+        if (isArticle(*node)) {
+            return nullptr;
+        }
+    }
+    return found;
+}
+
+bool isGeneratedDocument(const xmlNode& body)
+{
+    for (const auto* child = body.children; child != nullptr; child = child->next) {
+        if (isElement(*child, "div") && PageSurvey::notes(*child).role == Role::Document) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool isDispensable(const ElementNotes& notes)
+{
+    return notes.isHidden || notes.isFurniture || notes.element == Element::Ignored ||
+           (!notes.hasPicture && notes.isMostlyLinks());
+}
+
+/// The child that holds all that is to be read, when the others hold mere navigation.
+const xmlNode* onlyMatter(const xmlNode& parent)
+{
+    const xmlNode* found = nullptr;
+    for (const auto* child = parent.children; child != nullptr; child = child->next) {
+        if (isText(*child) && !isBlank(contentOf(*child))) {
+            return nullptr;
+        }
+        if (!isElement(*child) || isDispensable(PageSurvey::notes(*child))) {
+            continue;
+        }
+        if (found != nullptr) {
+            return nullptr;
+        }
+        found = child;
+    }
+    return found;
+}
+
+bool isContainer(const xmlNode& element)
+{
+    static constexpr std::array<std::string_view, 3> names{"tbody", "thead", "font"};
+    const Element kind = PageSurvey::notes(element).element;
+    return kind == Element::Block || kind == Element::Table || kind == Element::Row ||
+           kind == Element::Cell || std::find(names.begin(), names.end(), nameOf(element)) != names.end();
+}
+
+const xmlNode* densest(const xmlNode& body)
+{
+    const auto* element = &body;
+    for (const auto* inner = onlyMatter(body); inner != nullptr && isContainer(*inner);
+         inner = onlyMatter(*inner)) {
+        element = inner;
+    }
+    return element;
+}
+
+} // namespace
+
+MainContent findMainContent(const xmlNode& body)
+{
+    if (const auto* found = findFirst(body, isLandmark)) {
+        return {found, ContentFoundBy::Landmark};
+    }
+    if (const auto* found = findFirst(body, isKnownContainer)) {
+        return {found, ContentFoundBy::Generator};
+    }
+    if (const auto* found = onlyArticle(body)) {
+        return {found, ContentFoundBy::Landmark};
+    }
+    if (isGeneratedDocument(body)) {
+        return {&body, ContentFoundBy::Generator};
+    }
+    const auto* found = densest(body);
+    return {found, found == &body ? ContentFoundBy::WholePage : ContentFoundBy::Density};
+}

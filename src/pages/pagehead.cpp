@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#include "pages/pagehead.h"
+
+#include "pages/links.h"
+
+#include <QRegularExpression>
+
+namespace {
+
+QString toQString(std::string_view text)
+{
+    return QString::fromUtf8(text.data(), qsizetype(text.size()));
+}
+
+QString textOf(const xmlNode& element)
+{
+    QString text;
+    for (const auto* node = &element; node != nullptr; node = nextNode(node, &element)) {
+        text += toQString(contentOf(*node));
+    }
+    return text.simplified();
+}
+
+QString refreshTarget(const xmlNode& meta)
+{
+    static const QRegularExpression target(QStringLiteral(R"(^[\s\d.]*[;,\s]\s*url\s*=\s*['"]?\s*([^'"]+))"),
+                                           QRegularExpression::CaseInsensitiveOption);
+    const QString found = target.match(toQString(attribute(meta, "content"))).captured(1).trimmed();
+    return isRemoteName(found) || !foreignScheme(found).isEmpty() ? QString() : found;
+}
+
+/// A base on the web is none: the page stands on disk.
+QString resolvedBase(const QString& file, const QString& href)
+{
+    const bool isLocal = !href.isEmpty() && !isRemoteName(href) && foreignScheme(href).isEmpty();
+    const QString base = isLocal ? resolveLink(file, href) : file;
+    return isLocal && href.endsWith(u'/') && !base.endsWith(u'/') ? base + u'/' : base;
+}
+
+} // namespace
+
+PageHead readPageHead(const HtmlTree& tree, const QString& file)
+{
+    PageHead head;
+    head.base = file;
+    if (tree.root() == nullptr) {
+        return head;
+    }
+    const auto language = attribute(*tree.root(), "lang");
+    head.language = toQString(language.empty() ? attribute(*tree.root(), "xml:lang") : language);
+    if (const auto* base = tree.first("base"); base != nullptr && hasAttribute(*base, "href")) {
+        head.base = resolvedBase(file, toQString(attribute(*base, "href")));
+    }
+    const auto* end = tree.first("body");
+    for (const auto* node = tree.root(); node != nullptr && node != end; node = nextNode(node, tree.root())) {
+        if (isElement(*node, "title") && head.title.isEmpty()) {
+            head.title = textOf(*node);
+        } else if (isElement(*node, "meta") && head.refresh.isEmpty() &&
+                   equalsLower(attribute(*node, "http-equiv"), "refresh")) {
+            head.refresh = refreshTarget(*node);
+        }
+    }
+    return head;
+}

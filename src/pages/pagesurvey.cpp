@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: MIT
+#include "pages/pagesurvey.h"
+
+#include "pages/htmltree.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+constexpr size_t ShortText = 40; // bytes: "You are here:", a copyright line
+
+template <size_t Size>
+bool isOneOf(std::string_view word, const std::array<std::string_view, Size>& words)
+{
+    return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+/// A table of contents within the page's text is the author's own.
+bool isLocalContents(const xmlNode& nav)
+{
+    return anyWord(attribute(nav, "class"),
+                   [](std::string_view word) { return word == "contents" || word == "toc"; });
+}
+
+/// Whether the element's own style says that it is not shown.
+bool isSwitchedOff(const xmlNode& element)
+{
+    const auto written = attribute(element, "style");
+    if (written.empty()) {
+        return false;
+    }
+    std::string style;
+    std::copy_if(written.begin(), written.end(), std::back_inserter(style), [](char c) {
+        return !isBlank({&c, 1});
+    });
+    return style.find("display:none") != std::string::npos ||
+           style.find("visibility:hidden") != std::string::npos;
+}
+
+bool isOpenedByScript(const xmlNode& element)
+{
+    static constexpr std::array<std::string_view, 8> marks{"dyn",       "collaps", "toggle", "tab",
+                                                           "accordion", "expand",  "panel",  "fold"};
+    const auto classes = attribute(element, "class");
+    return std::any_of(marks.begin(), marks.end(),
+                       [&](std::string_view mark) { return classes.find(mark) != std::string_view::npos; });
+}
+
+bool isHidden(const xmlNode& element, Role role)
+{
+    return (role == Role::Hidden || hasAttribute(element, "hidden") ||
+            attribute(element, "aria-hidden") == "true" || isSwitchedOff(element)) &&
+           !isOpenedByScript(element);
+}
+
+bool isFurniture(const xmlNode& element, const ElementNotes& notes)
+{
+    static constexpr std::array<std::string_view, 4> siteRoles{"navigation", "search", "banner",
+                                                               "contentinfo"};
+    const auto name = nameOf(element);
+    if (name == "nav") {
+        return !isLocalContents(element);
+    }
+    const bool isProbable = notes.role == Role::ProbableFurniture || name == "footer" ||
+                            isOneOf(attribute(element, "role"), siteRoles);
+    const bool isDispensable = notes.isMostlyLinks() || (!notes.hasHeading && notes.text <= ShortText);
+    return notes.role == Role::Furniture || (isProbable && isDispensable);
+}
+
+bool isMadeForBrowser(const xmlNode& element)
+{
+    const auto name = nameOf(element);
+    return name == "script" || name == "style" ||
+           (name == "link" && anyWord(attribute(element, "rel"),
+                                      [](std::string_view word) { return equalsLower(word, "stylesheet"); }));
+}
+
+size_t letters(std::string_view text)
+{
+    return size_t(std::count_if(text.begin(), text.end(), [](char c) { return !isBlank({&c, 1}); }));
+}
+
+ElementNotes& notesOf(const xmlNode& element)
+{
+    return *static_cast<ElementNotes*>(element._private);
+}
+
+} // namespace
+
+PageSurvey::PageSurvey(xmlNode& root)
+{
+    std::vector<const xmlNode*> elements;
+    for (auto* node = &root; node != nullptr; node = nextNode(node, &root)) {
+        if (isElement(*node)) {
+            look(*node);
+            elements.push_back(node);
+        } else if (isText(*node)) {
+            auto& parent = notesOf(*node->parent);
+            (parent.isInLink ? parent.linkText : parent.text) += letters(contentOf(*node));
+        }
+    }
+    // Backwards, so that an element comes after all that it holds.
+    std::for_each(elements.crbegin(), elements.crend(),
+                  [this](const xmlNode* element) { conclude(*element); });
+}
+
+const ElementNotes& PageSurvey::notes(const xmlNode& element)
+{
+    return notesOf(element);
+}
+
+void PageSurvey::look(xmlNode& element)
+{
+    auto& notes = m_notes.emplace_back();
+    notes.element = elementOf(element);
+    notes.role = roleOf(element);
+    notes.isHidden = isHidden(element, notes.role);
+    notes.hasHeading = notes.element == Element::Heading;
+    notes.hasPicture = notes.element == Element::Picture;
+    const bool isInner = m_notes.size() > 1;
+    notes.isInLink = notes.element == Element::Link || (isInner && notesOf(*element.parent).isInLink);
+    element._private = &notes;
+}
+
+void PageSurvey::conclude(const xmlNode& element)
+{
+    auto& notes = notesOf(element);
+    notes.isFurniture = isFurniture(element, notes);
+    m_isWebPage = m_isWebPage || notes.isFurniture || isMadeForBrowser(element);
+    const bool isRoot = &notes == &m_notes.front();
+    if (isRoot || notes.isHidden || notes.isFurniture || notes.element == Element::Ignored) {
+        return;
+    }
+    auto& parent = notesOf(*element.parent);
+    parent.text += notes.text;
+    parent.linkText += notes.linkText;
+    parent.hasHeading = parent.hasHeading || notes.hasHeading;
+    parent.hasPicture = parent.hasPicture || notes.hasPicture;
+}

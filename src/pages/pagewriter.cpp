@@ -1,0 +1,462 @@
+// SPDX-License-Identifier: MIT
+#include "pages/pagewriter.h"
+
+#include "pages/elementroles.h"
+#include "pages/htmltree.h"
+#include "pages/links.h"
+
+#include <QUrl>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <utility>
+
+namespace {
+
+constexpr std::string_view Blanks = " \t\n\r\f";
+
+QString toQString(std::string_view text)
+{
+    return QString::fromUtf8(text.data(), qsizetype(text.size()));
+}
+
+std::string toStdString(const QString& text)
+{
+    return text.toStdString();
+}
+
+void appendEscaped(std::string& html, std::string_view text)
+{
+    for (size_t begin = 0; begin < text.size();) {
+        const size_t end = std::min(text.find_first_of("<>&\"", begin), text.size());
+        html += text.substr(begin, end - begin);
+        if (end < text.size()) {
+            const char c = text[end];
+            html += c == '<' ? "&lt;" : c == '>' ? "&gt;" : c == '&' ? "&amp;" : "&quot;";
+        }
+        begin = end + 1;
+    }
+}
+
+} // namespace
+
+QString linkCode(size_t number)
+{
+    return QStringLiteral("link:") + QString::number(number);
+}
+
+int linkNumber(const QString& code)
+{
+    bool ok = false;
+    const int number = code.startsWith(u"link:") ? QStringView(code).sliced(5).toInt(&ok) : -1;
+    return ok ? number : -1;
+}
+
+void PageWriter::write(const xmlNode& element)
+{
+    const xmlNode* node = &element;
+    while (node != nullptr) {
+        bool isOpen = false;
+        if (isText(*node) || node->type == XML_CDATA_SECTION_NODE || node->type == XML_ENTITY_REF_NODE) {
+            text(*node);
+        } else if (isElement(*node)) {
+            keepAnchors(*node);
+            isOpen = enter(*node);
+        }
+        if (isOpen && node->children != nullptr) {
+            node = node->children;
+            continue;
+        }
+        if (isOpen) {
+            leave(*node);
+        }
+        while (node != &element && node->next == nullptr) {
+            node = node->parent;
+            leave(*node);
+        }
+        node = node == &element ? nullptr : node->next;
+    }
+}
+
+void PageWriter::open(std::string_view markup, End end)
+{
+    if (end.isBlock) {
+        endParagraph();
+        breakBlock();
+        m_blocks.push_back(end.isContainer);
+    } else {
+        beginParagraph("<div>");
+        putSpace();
+    }
+    m_verbatim += end.isVerbatim ? 1 : 0;
+    end.textBegin = m_text.size();
+    m_html += markup;
+    m_ends.push_back(std::move(end));
+}
+
+void PageWriter::leave(const xmlNode& element)
+{
+    const End end = std::move(m_ends.back());
+    m_ends.pop_back();
+    m_verbatim -= end.isVerbatim ? 1 : 0;
+    m_openLinks -= end.link != 0 ? 1 : 0;
+    if (end.link != 0 || end.heading != 0) {
+        const QString inner = toQString(std::string_view(m_text).substr(end.textBegin)).simplified();
+        (end.link != 0 ? m_page.links[end.link - 1].text : m_page.headings[end.heading - 1].text) = inner;
+    }
+    if (end.isBlock) {
+        endParagraph();
+        m_blocks.pop_back();
+    }
+    m_html += end.markup;
+    if (end.isBlock) {
+        breakBlock();
+    }
+    left(element);
+}
+
+void PageWriter::beginParagraph(std::string_view markup)
+{
+    if (!m_isParagraphOpen && !m_blocks.empty() && m_blocks.back()) {
+        m_html += markup;
+        m_isParagraphOpen = true;
+    }
+}
+
+void PageWriter::endParagraph()
+{
+    if (std::exchange(m_isParagraphOpen, false)) {
+        m_html += "</div>";
+        breakBlock();
+    }
+}
+
+void PageWriter::openLink(const xmlNode& element)
+{
+    if (!hasAttribute(element, "href")) {
+        openNothing();
+        return;
+    }
+    beginParagraph("<div>");
+    End end{"</a>"};
+    m_page.links.push_back({toQString(attribute(element, "href")), {}});
+    end.link = m_page.links.size();
+    putSpace();
+    putAnchors();
+    ++m_openLinks;
+    const std::string code = attributeText("href", toStdString(linkCode(end.link - 1)));
+    open("<a" + code + attributesOf(element) + '>', std::move(end));
+}
+
+void PageWriter::openHeading(int level, std::string_view markup, std::string end)
+{
+    const std::string anchor = "~heading-" + std::to_string(m_page.headings.size());
+    addAnchor(anchor);
+    m_page.headings.push_back({level, {}, toQString(anchor)});
+    End heading{std::move(end), true};
+    heading.heading = m_page.headings.size();
+    open(markup, std::move(heading));
+}
+
+void PageWriter::putSpace()
+{
+    if (std::exchange(m_isBreakDue, false)) {
+        breakLine();
+    }
+    if (std::exchange(m_isSpaceWanted, false)) {
+        m_html += ' ';
+        m_text += ' ';
+    }
+}
+
+void PageWriter::keepAnchors(const xmlNode& element)
+{
+    addAnchor(attribute(element, "id"));
+    if (isElement(element, "a")) {
+        addAnchor(attribute(element, "name"));
+    }
+}
+
+void PageWriter::addAnchor(std::string_view name)
+{
+    if (!name.empty() && (m_anchors.empty() || m_anchors.back() != name)) {
+        m_anchors.emplace_back(name);
+    }
+}
+
+void PageWriter::putAnchors()
+{
+    if (m_openLinks > 0) {
+        return; // rich text has no links within links
+    }
+    for (const auto& anchor : std::exchange(m_anchors, {})) {
+        m_html += "<a" + attributeText("name", anchor) + "></a>";
+    }
+}
+
+std::string PageWriter::attributeText(std::string_view name, std::string_view value)
+{
+    std::string text = " ";
+    text += name;
+    text += "=\"";
+    appendEscaped(text, value);
+    return text + '"';
+}
+
+void PageWriter::putText(std::string_view text)
+{
+    if (isVerbatim()) {
+        putWritten(text);
+    } else {
+        putWords(text, true);
+    }
+}
+
+void PageWriter::putWritten(std::string_view text)
+{
+    if (!isBlank(text)) {
+        putAnchors();
+    }
+    appendEscaped(m_html, text);
+    if (isVerbatim()) {
+        m_text += text;
+        m_isLineEmpty = m_isLineEmpty && isBlank(text);
+    } else {
+        putWords(text, false);
+    }
+}
+
+/// Writes text with one blank for a run of them.
+void PageWriter::putWords(std::string_view text, bool isForHtml)
+{
+    for (size_t begin = 0; begin < text.size();) {
+        const size_t word = text.find_first_not_of(Blanks, begin);
+        m_isSpaceWanted = m_isSpaceWanted || (word != begin && !m_isLineEmpty);
+        if (word == std::string_view::npos) {
+            return;
+        }
+        const size_t end = std::min(text.find_first_of(Blanks, word), text.size());
+        if (isForHtml) {
+            beginParagraph("<div>");
+            putSpace();
+            putAnchors();
+            appendEscaped(m_html, text.substr(word, end - word));
+        } else if (std::exchange(m_isSpaceWanted, false)) {
+            m_text += ' ';
+        }
+        m_text += text.substr(word, end - word);
+        m_isLineEmpty = false;
+        begin = end;
+    }
+}
+
+void PageWriter::breakLine()
+{
+    m_isBreakDue = false;
+    if (!m_blocks.empty() && m_blocks.back() && !m_isParagraphOpen) {
+        return; // between two blocks
+    }
+    m_html += isVerbatim() ? "\n" : "<br>";
+    m_text += '\n';
+    m_isSpaceWanted = false;
+    m_isLineEmpty = true;
+}
+
+void PageWriter::breakBlock()
+{
+    if (!m_text.empty() && m_text.back() != '\n') {
+        m_text += '\n';
+    }
+    m_isSpaceWanted = false;
+    m_isBreakDue = false;
+    m_isLineEmpty = true;
+}
+
+void PageWriter::finish()
+{
+    putAnchors();
+    m_page.html = QString::fromUtf8(m_html.data(), qsizetype(m_html.size()));
+    m_page.text = QString::fromUtf8(m_text.data(), qsizetype(m_text.size()));
+}
+
+QString PageWriter::localFile(std::string_view name) const
+{
+    const QString target = resolveLink(m_page.base, toQString(name));
+    return target.startsWith(u'/') ? target.section(u'#', 0, 0) : QString();
+}
+
+void PageWriter::putPicture(const xmlNode& element)
+{
+    const auto source = attribute(element, "src");
+    const QString file = source.empty() ? QString() : localFile(source);
+    const int width = file.isEmpty() || !m_context.pictureWidth ? 0 : m_context.pictureWidth(file);
+    if (width == 0) {
+        putAlternative(attribute(element, "alt"));
+        return;
+    }
+    int shownWidth = width;
+    const auto wanted = attribute(element, "width");
+    std::from_chars(wanted.data(), wanted.data() + wanted.size(), shownWidth);
+    const bool isApart = isSetApart(shownWidth);
+    if (isApart && !m_isLineEmpty) {
+        breakLine();
+    }
+    beginParagraph("<div class=\"picture\">");
+    putSpace();
+    putAnchors();
+    const std::string url = QUrl::fromLocalFile(file).toEncoded().toStdString();
+    m_html += "<img" + attributeText("src", url) + attributesOf(element) + '>';
+    m_isLineEmpty = false;
+    m_isBreakDue = isApart;
+}
+
+/// The text of a picture that cannot be shown.
+void PageWriter::putAlternative(std::string_view text)
+{
+    if (isBlank(text)) {
+        return;
+    }
+    beginParagraph("<div>");
+    putSpace();
+    putMarkup("<span class=\"alt\">");
+    putText(text);
+    putMarkup("</span>");
+}
+
+void PageWriter::putLink(std::string_view href, std::string_view text)
+{
+    m_page.links.push_back({toQString(href), toQString(text)});
+    m_html += "<a" + attributeText("href", toStdString(linkCode(m_page.links.size() - 1))) + '>';
+    putText(text);
+    m_html += "</a>";
+}
+
+/// A page within the page becomes a link to it.
+void PageWriter::putFrame(const xmlNode& element)
+{
+    const auto source = attribute(element, "src");
+    if (source.empty()) {
+        return;
+    }
+    auto text = attribute(element, "title");
+    if (text.empty()) {
+        text = attribute(element, "name");
+    }
+    breakBlock();
+    m_html += "<p>";
+    putLink(source, text.empty() ? source : text);
+    m_html += "</p>";
+    breakBlock();
+}
+
+void PageWriter::putField(const xmlNode& element)
+{
+    static constexpr std::array<std::string_view, 6> withText{"",      "text",   "submit",
+                                                              "reset", "button", "search"};
+    for (const auto type : withText) {
+        if (equalsLower(attribute(element, "type"), type)) {
+            putText(" ");
+            putText(attribute(element, "value"));
+            putText(" ");
+            return;
+        }
+    }
+}
+
+void PageWriter::putChoice(const xmlNode& element)
+{
+    std::string_view separator = " ";
+    for (const auto* node = &element; node != nullptr; node = nextNode(node, &element)) {
+        if (isText(*node) && !isBlank(contentOf(*node))) {
+            putText(separator);
+            putText(contentOf(*node));
+            separator = " / ";
+        }
+    }
+    putText(" ");
+}
+
+/// A part of a picture that leads elsewhere.
+void PageWriter::putArea(const xmlNode& element)
+{
+    auto text = attribute(element, "alt");
+    if (text.empty()) {
+        text = attribute(element, "title");
+    }
+    if (hasAttribute(element, "href") && !isBlank(text)) {
+        putText(" ");
+        putLink(attribute(element, "href"), text);
+        putText(" ");
+    }
+}
+
+/// Of a drawing within the page only its texts can be shown.
+void PageWriter::putDrawing(const xmlNode& element)
+{
+    for (const auto* node = &element; node != nullptr;) {
+        const bool isShown = !isElement(*node, "style") && !isElement(*node, "script");
+        if (isText(*node) && !isBlank(contentOf(*node))) {
+            putText(" ");
+            putText(contentOf(*node));
+        }
+        node = nextNode(node, &element, isShown);
+    }
+    putText(" ");
+}
+
+bool PageWriter::putSpecial(const xmlNode& element)
+{
+    switch (elementOf(element)) {
+    case Element::Picture:
+        putPicture(element);
+        return true;
+    case Element::Frame:
+        putFrame(element);
+        return true;
+    case Element::Field:
+        putField(element);
+        return true;
+    case Element::Choice:
+        putChoice(element);
+        return true;
+    case Element::Area:
+        putArea(element);
+        return true;
+    case Element::Drawing:
+        putDrawing(element);
+        return true;
+    case Element::Break:
+        breakLine();
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Formulas become a line of text: fractions with a stroke, powers and indices raised and lowered.
+void PageWriter::openTransparent(const xmlNode& element)
+{
+    const auto parent = element.parent == nullptr ? std::string_view() : nameOf(*element.parent);
+    const auto* previous = element.prev;
+    while (previous != nullptr && !isElement(*previous)) {
+        previous = previous->prev;
+    }
+    const bool isFirst = previous == nullptr;
+    const auto name = nameOf(element);
+    if (!isFirst && (parent == "mfrac" || name == "mtd")) {
+        putText(parent == "mfrac" ? "/" : " ");
+    }
+    if (name == "msqrt") {
+        putText("√");
+    }
+    if (!isFirst && parent == "msup") {
+        open("<sup>", "</sup>");
+    } else if (!isFirst && parent == "msub") {
+        open("<sub>", "</sub>");
+    } else if (name == "mtr") {
+        openBlock("<div>", "</div>");
+    } else {
+        openNothing();
+    }
+}

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "pages/preparedpage.h"
+
+#include <libxml/tree.h>
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+/// Writes the elements of a page as HTML for rich text, together with the plain text, the links and the
+/// headings. Does what all presentations share; subclasses say how the other elements look.
+class PageWriter {
+public:
+    /// Both must outlive the writer; `page` has its title and its base and gets the rest.
+    PageWriter(const PageContext& context, PreparedPage& page) : m_context(context), m_page(page) {}
+    PageWriter(const PageWriter&) = delete;
+    PageWriter& operator=(const PageWriter&) = delete;
+    virtual ~PageWriter() = default;
+
+    /// Writes an element with all that is in it.
+    void write(const xmlNode& element);
+    /// Lets the anchors of an element lead to what is written next.
+    void keepAnchors(const xmlNode& element);
+    /// Ends the page; call it last.
+    void finish();
+
+protected:
+    /// Begins an element with open(). False when there is nothing to write of it; otherwise its content comes
+    /// next.
+    virtual bool enter(const xmlNode& element) = 0;
+    /// Whether a picture so many pixels wide gets lines of its own.
+    [[nodiscard]] virtual bool isSetApart(int /*width*/) const { return false; }
+    /// An element that was begun has been ended.
+    virtual void left(const xmlNode& /*element*/) {}
+    virtual void text(const xmlNode& node) = 0;
+    /// What the presentation keeps of the attributes of a link or a picture, such as ` width="3"`; neither
+    /// targets nor names.
+    [[nodiscard]] virtual std::string attributesOf(const xmlNode& element) const = 0;
+
+    /// How an element that was begun ends.
+    struct End {
+        std::string markup;
+        bool isBlock = false;
+        bool isVerbatim = false;
+        bool isContainer = false; ///< text in it needs a paragraph
+        size_t link = 0;          ///< number of the link that it is, from 1
+        size_t heading = 0;       ///< number of the heading that it is, from 1
+        size_t textBegin = 0;     ///< where its plain text begins
+    };
+    /// Writes `markup` and remembers how it ends.
+    void open(std::string_view markup, std::string end) { open(markup, End{std::move(end)}); }
+    void openBlock(std::string_view markup, std::string end) { open(markup, End{std::move(end), true}); }
+    void openVerbatim(std::string_view markup, std::string end)
+    {
+        open(markup, End{std::move(end), true, true});
+    }
+    /// Begins a block whose text is put into paragraphs of its own where it stands beside other blocks.
+    void openContainer(std::string_view markup, std::string end)
+    {
+        open(markup, End{std::move(end), true, false, true});
+    }
+    void openLink(const xmlNode& element);
+    /// `markup` is what begins the block, such as "<h1>".
+    void openHeading(int level, std::string_view markup, std::string end);
+    /// For elements that only have content, formulas among them.
+    void openTransparent(const xmlNode& element);
+
+    [[nodiscard]] bool isVerbatim() const { return m_verbatim > 0; }
+    /// Whether so many elements are open that no more should be.
+    [[nodiscard]] bool isTooDeep() const { return m_ends.size() > DeepestElement; }
+    void putMarkup(std::string_view markup) { m_html += markup; }
+    void putText(std::string_view text);
+    /// The same, with blanks as they are written.
+    void putWritten(std::string_view text);
+    [[nodiscard]] static std::string attributeText(std::string_view name, std::string_view value);
+    void breakLine();
+    /// Where one paragraph ends and another begins.
+    void breakBlock();
+
+    /// Writes an element that looks the same in all presentations; false for others.
+    bool putSpecial(const xmlNode& element);
+
+private:
+    static constexpr size_t DeepestElement = 200;
+
+    void open(std::string_view markup, End end);
+    void openNothing() { m_ends.emplace_back(); }
+    void leave(const xmlNode& element);
+    void beginParagraph(std::string_view markup);
+    void endParagraph();
+    void putSpace();
+    void putPicture(const xmlNode& element);
+    void putAlternative(std::string_view text);
+    void putFrame(const xmlNode& element);
+    void putField(const xmlNode& element);
+    void putChoice(const xmlNode& element);
+    void putArea(const xmlNode& element);
+    void putDrawing(const xmlNode& element);
+    void addAnchor(std::string_view name);
+    void putAnchors();
+    void putWords(std::string_view text, bool isForHtml);
+    void putLink(std::string_view href, std::string_view text);
+    [[nodiscard]] QString localFile(std::string_view name) const;
+
+    const PageContext& m_context;
+    PreparedPage& m_page;
+    std::string m_html; ///< UTF-8, as are the two below
+    std::string m_text;
+    std::vector<std::string> m_anchors; ///< that wait for what they lead to
+    std::vector<End> m_ends;
+    int m_openLinks = 0;
+    std::vector<bool> m_blocks;     ///< the open blocks, whether they are containers
+    bool m_isParagraphOpen = false; ///< one of the writer's own, in a container
+    int m_verbatim = 0;
+    bool m_isSpaceWanted = false; ///< a blank is due before the next text
+    bool m_isBreakDue = false;    ///< a line end is due before the next text
+    bool m_isLineEmpty = true;
+};

@@ -1,0 +1,447 @@
+// SPDX-License-Identifier: MIT
+#include "pages/readingwriter.h"
+
+#include "pages/htmltree.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace {
+
+constexpr size_t DeepestTable = 8; // rich text takes a multiple of the time for each table in another one
+constexpr int WidestSpan = 1000;   // columns or rows
+constexpr int HighestNumber = 1'000'000; // of a list's item
+
+const ElementNotes& notesOf(const xmlNode& element)
+{
+    return PageSurvey::notes(element);
+}
+
+/// The kind of note that the element is; empty when it is none.
+std::string_view noteName(Role role)
+{
+    switch (role) {
+    case Role::Note:
+        return "note";
+    case Role::Tip:
+        return "tip";
+    case Role::Warning:
+        return "warning";
+    case Role::Danger:
+        return "danger";
+    case Role::Aside:
+        return "quote";
+    default:
+        return {};
+    }
+}
+
+bool isLastElement(const xmlNode& element)
+{
+    const auto* next = element.next;
+    while (next != nullptr && !isElement(*next) && (!isText(*next) || isBlank(contentOf(*next)))) {
+        next = next->next;
+    }
+    return next == nullptr;
+}
+
+/// Paragraphs at the end of a cell or an item need less room below them.
+std::string_view paragraphClass(const xmlNode& paragraph, const ElementNotes& notes)
+{
+    if (notes.hasPicture) {
+        return "picture";
+    }
+    if (paragraph.parent == nullptr || !isLastElement(paragraph)) {
+        return {};
+    }
+    const auto& parent = notesOf(*paragraph.parent);
+    if (parent.element == Element::Item) {
+        return isLastElement(*paragraph.parent) ? std::string_view() : "item";
+    }
+    return parent.element == Element::Cell || !noteName(parent.role).empty() ? "last" : std::string_view();
+}
+
+bool hasDescendant(const xmlNode& element, std::string_view name)
+{
+    for (const auto* node = &element; node != nullptr; node = nextNode(node, &element)) {
+        if (node != &element && isElement(*node, name)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Whether a table holds data; the others only place things side by side.
+bool isDataTable(const xmlNode& table, const ElementNotes& notes)
+{
+    const auto border = attribute(table, "border");
+    const bool isFramed = !border.empty() && border != "0";
+    const auto role = attribute(table, "role");
+    return role != "presentation" && role != "none" &&
+           (isFramed || notes.role == Role::DataTable || hasDescendant(table, "th"));
+}
+
+/// A number as a page writes it, from 1 to `most`.
+int numberOf(const xmlNode& element, const char* name, int most)
+{
+    const auto text = attribute(element, name);
+    int number = 1;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return std::clamp(number, 1, most);
+}
+
+std::string_view alignmentOf(const xmlNode& element)
+{
+    static constexpr std::string_view known[] = {"center", "right", "left", "justify"};
+    for (const auto name : known) {
+        if (equalsLower(attribute(element, "align"), name)) {
+            return name;
+        }
+    }
+    return isElement(element, "center") ? known[0] : std::string_view();
+}
+
+/// A start tag with the element's alignment and direction of writing.
+std::string startTag(std::string_view name, const xmlNode& element, std::string_view className = {})
+{
+    std::string tag = "<" + std::string(name);
+    const auto add = [&tag](std::string_view attributeName, std::string_view value) {
+        if (!value.empty()) {
+            tag += ' ';
+            tag += attributeName;
+            tag += "=\"";
+            tag += value;
+            tag += '"';
+        }
+    };
+    add("class", className);
+    add("align", alignmentOf(element));
+    if (equalsLower(attribute(element, "dir"), "rtl")) {
+        add("dir", "rtl");
+    }
+    return tag + '>';
+}
+
+std::string endTag(std::string_view name)
+{
+    return "</" + std::string(name) + '>';
+}
+
+} // namespace
+
+void ReadingWriter::writePage(const xmlNode& body, const xmlNode& content)
+{
+    putMarkup("<html><body>");
+    for (const auto* node = &body; node != nullptr;) {
+        if (node == &content) {
+            write(content);
+        } else if (isElement(*node)) {
+            keepAnchors(*node);
+        }
+        node = nextNode(node, &body, node != &content);
+    }
+    finish();
+}
+
+std::string_view ReadingWriter::box() const
+{
+    return m_tables.empty() ? std::string_view() : m_tables.back().box;
+}
+
+bool ReadingWriter::enter(const xmlNode& element)
+{
+    const auto& notes = notesOf(element);
+    if (notes.element == Element::Ignored || notes.isHidden || notes.isFurniture) {
+        for (const auto* node = &element; node != nullptr; node = nextNode(node, &element)) {
+            keepAnchors(*node);
+        }
+        return false;
+    }
+    if (putSpecial(element)) {
+        return false;
+    }
+    if (notes.element == Element::Rule) {
+        openBlock("<hr>", {});
+        return true;
+    }
+    if (isTooDeep()) {
+        openTransparent(element);
+    } else {
+        openElement(element, notes);
+    }
+    return true;
+}
+
+void ReadingWriter::left(const xmlNode& element)
+{
+    if (!m_tables.empty() && m_tables.back().element == &element) {
+        m_tables.pop_back();
+    }
+    if (m_signature == &element) {
+        m_signature = nullptr;
+    }
+    if (notesOf(element).element == Element::Quotation) {
+        putText("”");
+    }
+    if (m_listing == &element) {
+        m_listing = nullptr;
+    } else if (m_listing != nullptr && element.parent == m_listing) {
+        breakLine();
+    }
+}
+
+void ReadingWriter::text(const xmlNode& node)
+{
+    auto content = contentOf(node);
+    // Between the lines of a listing stand line ends of the file, not of the code.
+    if (m_listing != nullptr && node.parent == m_listing && isBlank(content)) {
+        return;
+    }
+    const bool isInPre = isVerbatim() && node.parent != nullptr && isElement(*node.parent, "pre");
+    if (isInPre && node.prev == nullptr && !content.empty() && content.front() == '\n') {
+        content.remove_prefix(1);
+    }
+    if (isInPre && node.next == nullptr) {
+        content = content.substr(0, content.find_last_not_of(" \t\r\n") + 1);
+    }
+    putText(content);
+}
+
+std::string ReadingWriter::attributesOf(const xmlNode& element) const
+{
+    std::string kept;
+    if (isElement(element, "img")) {
+        for (const auto* name : {"width", "height"}) {
+            const auto value = attribute(element, name);
+            if (!value.empty() && value.find('%') == std::string_view::npos) {
+                kept += attributeText(name, value);
+            }
+        }
+    }
+    return kept;
+}
+
+void ReadingWriter::openElement(const xmlNode& element, const ElementNotes& notes)
+{
+    switch (notes.element) {
+    case Element::Block:
+    case Element::Terms:
+        openDivision(element, notes);
+        break;
+    case Element::Paragraph:
+    case Element::Caption:
+    case Element::TableCaption:
+    case Element::Summary:
+        openParagraph(element, notes);
+        break;
+    case Element::Heading:
+        openTitle(element, notes);
+        break;
+    case Element::Preformatted:
+        openListing(element);
+        break;
+    case Element::List:
+        openList(element);
+        break;
+    case Element::Item:
+        openBlock(startTag("li", element), "</li>");
+        break;
+    case Element::Term:
+        m_signature = notes.role == Role::Signature ? &element : m_signature;
+        openBlock(notes.role == Role::Signature ? "<dt class=\"sig\">" : "<dt>", "</dt>");
+        break;
+    case Element::Description:
+        openBlock("<dd>", "</dd>");
+        break;
+    case Element::Table:
+        openTable(element, notes);
+        break;
+    case Element::Row:
+        m_tables.empty() ? openBlock("<div>", "</div>") : openBlock("<tr>", "</tr>");
+        break;
+    case Element::Cell:
+        openCell(element);
+        break;
+    case Element::Quote:
+        openBox(element, "quote", {}, {});
+        break;
+    default:
+        openInline(element, notes);
+    }
+}
+
+void ReadingWriter::openDivision(const xmlNode& element, const ElementNotes& notes)
+{
+    const bool isList = notes.element == Element::Terms;
+    if (const auto note = noteName(notes.role); !note.empty() && !isVerbatim()) {
+        openBox(element, note, isList ? "<dl>" : "", isList ? "</dl>" : "");
+    } else if (isList) {
+        openBlock("<dl>", "</dl>");
+    } else if (notes.role == Role::CodeBlock && !isVerbatim()) {
+        m_listing = &element;
+        openListing(element);
+    } else if (notes.role == Role::Title || notes.role == Role::Caption) {
+        openParagraph(element, notes);
+    } else if (notes.role == Role::Figure || isElement(element, "figure")) {
+        openContainer("<div class=\"figure\" align=\"center\">", "</div>");
+    } else if (isVerbatim()) {
+        openTransparent(element);
+    } else if (const std::string tag = startTag("div", element); tag != "<div>") {
+        openBlock(tag, "</div>");
+    } else {
+        openContainer({}, {});
+    }
+}
+
+/// A table with one cell, which is what rich text has for a ground or a bar at the side.
+void ReadingWriter::openBox(const xmlNode& element, std::string_view name, std::string_view inner,
+                            std::string innerEnd)
+{
+    if (m_tables.size() >= DeepestTable || isVerbatim()) {
+        openBlock(inner, std::move(innerEnd));
+        return;
+    }
+    std::string markup = R"(<table class=")";
+    markup += name;
+    markup += R"(" width="100%" cellspacing="0"><tr><td class=")";
+    markup += name;
+    markup += R"(">)";
+    markup += inner;
+    m_tables.push_back({&element, name});
+    innerEnd += "</td></tr></table>";
+    inner.empty() ? openContainer(markup, std::move(innerEnd)) : openBlock(markup, std::move(innerEnd));
+}
+
+void ReadingWriter::openParagraph(const xmlNode& element, const ElementNotes& notes)
+{
+    const auto note = noteName(notes.role);
+    if (!notes.hasContent() || isVerbatim()) {
+        openTransparent(element);
+    } else if (!note.empty()) {
+        openBox(element, note, "<p class=\"last\">", "</p>");
+    } else if (notes.role == Role::Title || notes.element == Element::Summary) {
+        openTitle(element, notes);
+    } else if (notes.role == Role::Caption || notes.element != Element::Paragraph) {
+        openBlock(startTag("p", element, "caption"), "</p>");
+    } else {
+        openBlock(startTag("p", element, paragraphClass(element, notes)), "</p>");
+    }
+}
+
+/// A heading of the page, or the title of a note, a table or an example.
+void ReadingWriter::openTitle(const xmlNode& element, const ElementNotes& notes)
+{
+    if (!notes.hasContent() || isVerbatim()) {
+        openTransparent(element);
+        return;
+    }
+    if (!box().empty()) {
+        openBlock("<p class=\"" + std::string(box()) + "\"><b>", "</b></p>");
+    } else if (notes.element == Element::Heading) {
+        const auto name = nameOf(element);
+        openHeading(name[1] - '0', startTag(name, element), endTag(name));
+    } else {
+        openBlock(startTag("p", element, "title"), "</p>");
+    }
+}
+
+void ReadingWriter::openInline(const xmlNode& element, const ElementNotes& notes)
+{
+    if (notes.element == Element::Link) {
+        openLink(element);
+    } else if (notes.role == Role::SignatureName || notes.role == Role::UserInterface) {
+        open("<b>", "</b>");
+    } else if (notes.role == Role::Remark) {
+        open("<i>", "</i>");
+    } else if (notes.element == Element::Code || notes.element == Element::Keys || notes.role == Role::Keys) {
+        openCode(element, notes);
+    } else if (notes.element == Element::Inline) {
+        const auto name = nameOf(element);
+        open("<" + std::string(name) + ">", endTag(name));
+    } else if (notes.element == Element::Quotation) {
+        openTransparent(element);
+        putText("“");
+    } else if (isVerbatim() && notes.role == Role::Keyword) {
+        open("<span class=\"keyword\">", "</span>");
+    } else if (isVerbatim() && notes.role == Role::String) {
+        open("<span class=\"string\">", "</span>");
+    } else if (isVerbatim() && notes.role == Role::Comment) {
+        open("<span class=\"comment\">", "</span>");
+    } else {
+        openTransparent(element);
+    }
+}
+
+void ReadingWriter::openCode(const xmlNode& element, const ElementNotes& notes)
+{
+    const bool isKeys = notes.element == Element::Keys || notes.role == Role::Keys;
+    const bool isPartOfCode = isVerbatim() || m_signature != nullptr;
+    if (isPartOfCode || !notes.hasContent() || (isKeys && hasDescendant(element, "kbd"))) {
+        openTransparent(element);
+    } else {
+        isKeys ? open("<kbd>", "</kbd>") : open("<code>", "</code>");
+    }
+}
+
+void ReadingWriter::openListing(const xmlNode& element)
+{
+    if (isVerbatim() || !notesOf(element).hasContent()) {
+        openTransparent(element);
+    } else if (m_tables.size() >= DeepestTable) {
+        openVerbatim("<pre>", "</pre>");
+    } else {
+        m_tables.push_back({&element, {}});
+        openVerbatim(R"(<table class="code" width="100%" cellspacing="0"><tr><td class="code"><pre>)",
+                     "</pre></td></tr></table>");
+    }
+}
+
+void ReadingWriter::openList(const xmlNode& element)
+{
+    if (!isElement(element, "ol")) {
+        openBlock("<ul>", "</ul>");
+        return;
+    }
+    std::string markup = "<ol";
+    if (const int start = numberOf(element, "start", HighestNumber); start > 1) {
+        markup += " start=\"" + std::to_string(start) + '"';
+    }
+    const auto type = attribute(element, "type");
+    if (type == "a" || type == "A" || type == "i" || type == "I") {
+        markup += " type=\"" + std::string(type) + '"';
+    }
+    openBlock(markup + '>', "</ol>");
+}
+
+void ReadingWriter::openTable(const xmlNode& element, const ElementNotes& notes)
+{
+    if (!notes.hasContent() || isVerbatim() || m_tables.size() >= DeepestTable) {
+        openContainer({}, {});
+        return;
+    }
+    const bool isData = isDataTable(element, notes);
+    std::string markup = isData ? R"(<table class="data" cellspacing="0" cellpadding="5")"
+                                : R"(<table cellspacing="0" cellpadding="2")";
+    if (attribute(element, "width") == "100%") {
+        markup += R"( width="100%")";
+    }
+    m_tables.push_back({&element, {}, isData});
+    openBlock(markup + '>', "</table>");
+}
+
+void ReadingWriter::openCell(const xmlNode& element)
+{
+    if (m_tables.empty() || isVerbatim()) {
+        openBlock("<div>", "</div>");
+        return;
+    }
+    const auto name = nameOf(element);
+    std::string markup = startTag(name, element, isInData() ? "data" : "");
+    markup.pop_back();
+    for (const auto* span : {"colspan", "rowspan"}) {
+        if (const int count = numberOf(element, span, WidestSpan); count > 1) {
+            markup += ' ' + std::string(span) + "=\"" + std::to_string(count) + '"';
+        }
+    }
+    openBlock(markup + " valign=\"top\">", endTag(name));
+}

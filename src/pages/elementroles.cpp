@@ -83,7 +83,7 @@ void addStructure(Words<Role>& words)
         "doc-content doc-contents entry-content rst-content page-content");
     add(words, Role::Document,
         "book part chapter preface appendix article refentry reference sect1 sect2 section glossary "
-        "bibliography index colophon set toc");
+        "bibliography index colophon set toc legalnotice titlepage");
     add(words, Role::Note, "note seealso important admonition info alert-info");
     add(words, Role::Tip, "tip hint success alert-success");
     add(words, Role::Warning, "warning caution attention deprecated deprecated-removed alert-warning");
@@ -122,14 +122,14 @@ Words<Role> makeRoles()
 
 } // namespace
 
-Element elementOf(const xmlNode& node)
+Element elementOf(const HtmlNode& node)
 {
     static const auto elements = makeElements();
-    const auto found = elements.find(nameOf(node));
+    const auto found = elements.find(node.name);
     return found == elements.end() ? Element::Transparent : found->second;
 }
 
-Role roleOf(const xmlNode& node)
+Role roleOf(const HtmlNode& node)
 {
     static const auto roles = makeRoles();
     Role role = Role::None;

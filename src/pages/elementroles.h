@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <libxml/tree.h>
+struct HtmlNode;
 
 /// What an element is for, by its name, where that alone decides.
 enum class Element {
@@ -38,7 +38,7 @@ enum class Element {
     Drawing,
 };
 
-[[nodiscard]] Element elementOf(const xmlNode& node);
+[[nodiscard]] Element elementOf(const HtmlNode& node);
 
 /// What the known generators, and common habit, mean by an element's classes.
 enum class Role {
@@ -69,4 +69,4 @@ enum class Role {
 };
 
 /// The first role that the classes of an element name; another one goes before Note.
-[[nodiscard]] Role roleOf(const xmlNode& node);
+[[nodiscard]] Role roleOf(const HtmlNode& node);

@@ -45,33 +45,31 @@ bool isKept(std::string_view name, std::string_view value)
 
 } // namespace
 
-void FaithfulWriter::writePage(const xmlNode& root)
+void FaithfulWriter::writePage(const HtmlNode& root)
 {
     write(root);
     finish();
 }
 
-std::string FaithfulWriter::attributesOf(const xmlNode& element) const
+std::string FaithfulWriter::attributesOf(const HtmlNode& element) const
 {
     std::string kept;
-    for (const auto* written = element.properties; written != nullptr; written = written->next) {
-        const auto* name = reinterpret_cast<const char*>(written->name);
-        const auto value = attribute(element, name);
-        if (isKept(name, value)) {
-            kept += attributeText(name, value);
+    for (const auto* written = element.attributes; written != nullptr; written = written->next) {
+        if (isKept(written->name, written->value)) {
+            kept += attributeText(written->name, written->value);
         }
     }
     return kept;
 }
 
-void FaithfulWriter::text(const xmlNode& node)
+void FaithfulWriter::text(const HtmlNode& node)
 {
-    putWritten(contentOf(node));
+    putWritten(node.content);
 }
 
-bool FaithfulWriter::enter(const xmlNode& element)
+bool FaithfulWriter::enter(const HtmlNode& element)
 {
-    const auto name = nameOf(element);
+    const auto name = element.name;
     if (isLeftOut(name) || putSpecial(element)) {
         return false;
     }
@@ -100,9 +98,9 @@ bool FaithfulWriter::enter(const xmlNode& element)
     return true;
 }
 
-void FaithfulWriter::openElement(const xmlNode& element)
+void FaithfulWriter::openElement(const HtmlNode& element)
 {
-    const auto name = nameOf(element);
+    const auto name = element.name;
     const std::string begin = "<" + std::string(name) + attributesOf(element) + ">";
     std::string end = "</" + std::string(name) + ">";
     const Element kind = elementOf(element);
@@ -120,7 +118,7 @@ void FaithfulWriter::openElement(const xmlNode& element)
 }
 
 /// What the page says to viewers without frames, then links to the pages of its frames.
-void FaithfulWriter::putFrames(const xmlNode& frameset)
+void FaithfulWriter::putFrames(const HtmlNode& frameset)
 {
     const auto writeAll = [&](std::string_view name) {
         for (const auto* node = &frameset; node != nullptr;) {
@@ -136,16 +134,16 @@ void FaithfulWriter::putFrames(const xmlNode& frameset)
 }
 
 /// The text of a style element is no HTML.
-void FaithfulWriter::putStyle(const xmlNode& element)
+void FaithfulWriter::putStyle(const HtmlNode& element)
 {
     putMarkup("<style>");
-    for (const auto* child = element.children; child != nullptr; child = child->next) {
-        putMarkup(contentOf(*child));
+    for (const auto* child = element.firstChild; child != nullptr; child = child->next) {
+        putMarkup(child->content);
     }
     putMarkup("</style>");
 }
 
-void FaithfulWriter::putStyleSheet(const xmlNode& element)
+void FaithfulWriter::putStyleSheet(const HtmlNode& element)
 {
     const bool isSheet = anyWord(attribute(element, "rel"),
                                  [](std::string_view word) { return equalsLower(word, "stylesheet"); });

@@ -9,15 +9,15 @@ class FaithfulWriter : public PageWriter {
 public:
     using PageWriter::PageWriter;
 
-    void writePage(const xmlNode& root);
+    void writePage(const HtmlNode& root);
 
 private:
-    bool enter(const xmlNode& element) override;
-    void text(const xmlNode& node) override;
-    [[nodiscard]] std::string attributesOf(const xmlNode& element) const override;
+    bool enter(const HtmlNode& element) override;
+    void text(const HtmlNode& node) override;
+    [[nodiscard]] std::string attributesOf(const HtmlNode& element) const override;
 
-    void openElement(const xmlNode& element);
-    void putFrames(const xmlNode& frameset);
-    void putStyle(const xmlNode& element);
-    void putStyleSheet(const xmlNode& element);
+    void openElement(const HtmlNode& element);
+    void putFrames(const HtmlNode& frameset);
+    void putStyle(const HtmlNode& element);
+    void putStyleSheet(const HtmlNode& element);
 };

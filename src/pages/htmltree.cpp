@@ -2,91 +2,160 @@
 #include "pages/htmltree.h"
 
 #include <libxml/HTMLparser.h>
+#include <libxml/parserInternals.h>
 
 #include <algorithm>
 
 namespace {
+
+constexpr size_t BlockSize = 65536; // bytes
 
 std::string_view view(const xmlChar* text)
 {
     return text == nullptr ? std::string_view() : std::string_view(reinterpret_cast<const char*>(text));
 }
 
-const xmlAttr* findAttribute(const xmlNode& node, const char* name)
-{
-    const xmlAttr* found = node.properties;
-    while (found != nullptr && view(found->name) != name) {
-        found = found->next;
-    }
-    return found;
-}
+struct FreeParser {
+    void operator()(htmlParserCtxt* parser) const { htmlFreeParserCtxt(parser); }
+};
 
 } // namespace
+
+/// What the parser calls; its context is the tree.
+struct HtmlTree::Handlers {
+    static void startElement(void* tree, const xmlChar* name, const xmlChar** attributes)
+    {
+        static_cast<HtmlTree*>(tree)->startElement(view(name), attributes);
+    }
+    static void endElement(void* tree, const xmlChar* /*name*/)
+    {
+        static_cast<HtmlTree*>(tree)->endElement();
+    }
+    static void characters(void* tree, const xmlChar* text, int size)
+    {
+        static_cast<HtmlTree*>(tree)->addText({reinterpret_cast<const char*>(text), size_t(size)});
+    }
+};
 
 HtmlTree::HtmlTree(const QString& html)
 {
     QByteArray utf8 = html.toUtf8();
-    utf8.replace('\0', ' ');
-    constexpr int options =
-        HTML_PARSE_RECOVER | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET | XML_PARSE_HUGE;
-    m_document.reset(htmlReadMemory(utf8.constData(), int(utf8.size()), nullptr, "UTF-8", options));
+    std::replace(utf8.begin(), utf8.end(), '\0', ' ');
+    xmlSAXHandler handlers = {};
+    handlers.startElement = Handlers::startElement;
+    handlers.endElement = Handlers::endElement;
+    handlers.characters = Handlers::characters;
+    handlers.ignorableWhitespace = Handlers::characters;
+    handlers.cdataBlock = Handlers::characters;
+    const std::unique_ptr<htmlParserCtxt, FreeParser> parser(
+        htmlCreateMemoryParserCtxt(utf8.constData(), int(utf8.size())));
+    if (parser == nullptr) {
+        return; // the page is empty
+    }
+    *parser->sax = handlers;
+    parser->userData = this;
+    htmlCtxtUseOptions(parser.get(), HTML_PARSE_RECOVER | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING |
+                                         HTML_PARSE_NONET | HTML_PARSE_IGNORE_ENC | XML_PARSE_HUGE);
+    xmlSwitchEncoding(parser.get(), XML_CHAR_ENCODING_UTF8);
+    htmlParseDocument(parser.get());
 }
 
-xmlNode* HtmlTree::root() const
+HtmlNode* HtmlTree::first(std::string_view name) const
 {
-    return m_document == nullptr ? nullptr : xmlDocGetRootElement(m_document.get());
-}
-
-xmlNode* HtmlTree::first(std::string_view name) const
-{
-    auto* node = root();
+    auto* node = m_root;
     while (node != nullptr && !isElement(*node, name)) {
-        node = nextNode(node, root());
+        node = nextNode(node, m_root);
     }
     return node;
 }
 
-bool isElement(const xmlNode& node, std::string_view name)
+void HtmlTree::startElement(std::string_view name, const unsigned char** attributes)
 {
-    return isElement(node) && nameOf(node) == name;
-}
-
-std::string_view nameOf(const xmlNode& node)
-{
-    return isElement(node) ? view(node.name) : std::string_view();
-}
-
-std::string_view contentOf(const xmlNode& node)
-{
-    return isElement(node) ? std::string_view() : view(node.content);
-}
-
-bool hasAttribute(const xmlNode& node, const char* name)
-{
-    return isElement(node) && findAttribute(node, name) != nullptr;
-}
-
-std::string_view attribute(const xmlNode& node, const char* name)
-{
-    const auto* found = isElement(node) ? findAttribute(node, name) : nullptr;
-    return found == nullptr || found->children == nullptr ? std::string_view()
-                                                          : view(found->children->content);
-}
-
-const xmlNode* nextNode(const xmlNode* node, const xmlNode* top, bool isDeep)
-{
-    if (isDeep && isElement(*node) && node->children != nullptr) {
-        return node->children;
+    if (m_root != nullptr && m_open == nullptr) {
+        m_open = m_root; // what comes behind the end of the page belongs to it
     }
-    while (node != top && node->next == nullptr) {
-        node = node->parent;
+    auto& node = addNode();
+    node.name = store(name);
+    HtmlAttribute* last = nullptr;
+    for (; attributes != nullptr && *attributes != nullptr; attributes += 2) {
+        auto& added = m_attributes.emplace_back();
+        added.name = store(view(attributes[0]));
+        added.value = store(view(attributes[1]));
+        (last == nullptr ? node.attributes : last->next) = &added;
+        last = &added;
     }
-    return node == top ? nullptr : node->next;
+    if (m_root == nullptr) {
+        m_root = &node;
+    }
+    m_open = &node;
 }
 
-xmlNode* nextNode(xmlNode* node, const xmlNode* top, bool isDeep)
+void HtmlTree::endElement()
 {
-    return const_cast<xmlNode*>(nextNode(static_cast<const xmlNode*>(node), top, isDeep));
+    if (m_open != nullptr) {
+        m_open = m_open->parent;
+    }
+}
+
+/// The parser cuts text at entities; pieces that follow each other become one.
+void HtmlTree::addText(std::string_view text)
+{
+    if (m_open == nullptr || text.empty()) {
+        return;
+    }
+    auto* last = m_open->lastChild;
+    const bool isContinued = last != nullptr && isText(*last) && last->content.end() == m_free;
+    const auto added = store(text);
+    if (isContinued && last->content.end() == added.begin()) {
+        last->content = {last->content.data(), last->content.size() + added.size()};
+    } else {
+        addNode().content = added;
+    }
+}
+
+HtmlNode& HtmlTree::addNode()
+{
+    auto& node = m_nodes.emplace_back();
+    node.parent = m_open;
+    if (m_open == nullptr) {
+        return node;
+    }
+    node.previous = m_open->lastChild;
+    (node.previous == nullptr ? m_open->firstChild : node.previous->next) = &node;
+    m_open->lastChild = &node;
+    return node;
+}
+
+std::string_view HtmlTree::store(std::string_view text)
+{
+    if (text.size() > m_freeSize) {
+        m_freeSize = std::max(BlockSize, text.size());
+        m_blocks.emplace_back(new char[m_freeSize]);
+        m_free = m_blocks.back().get();
+    }
+    char* const begin = m_free;
+    std::copy(text.begin(), text.end(), begin);
+    m_free += text.size();
+    m_freeSize -= text.size();
+    return {begin, text.size()};
+}
+
+bool hasAttribute(const HtmlNode& node, std::string_view name)
+{
+    const auto* found = node.attributes;
+    while (found != nullptr && found->name != name) {
+        found = found->next;
+    }
+    return found != nullptr;
+}
+
+std::string_view attribute(const HtmlNode& node, std::string_view name)
+{
+    const auto* found = node.attributes;
+    while (found != nullptr && found->name != name) {
+        found = found->next;
+    }
+    return found == nullptr ? std::string_view() : found->value;
 }
 
 bool isBlank(std::string_view text)

@@ -1,55 +1,97 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <libxml/tree.h>
-
 #include <QString>
 
+#include <deque>
 #include <memory>
 #include <string_view>
+#include <vector>
 
-/// The elements of a page, as a forgiving HTML parser sees them. Texts are UTF-8; they live as long as the
-/// tree.
+struct ElementNotes;
+
+struct HtmlAttribute {
+    std::string_view name; ///< in lower case
+    std::string_view value;
+    const HtmlAttribute* next = nullptr;
+};
+
+/// An element or a piece of text of a page. All texts are UTF-8 and live as long as the tree.
+struct HtmlNode {
+    std::string_view name;    ///< in lower case; empty for text
+    std::string_view content; ///< of text
+    const HtmlAttribute* attributes = nullptr;
+    HtmlNode* parent = nullptr;
+    HtmlNode* previous = nullptr;
+    HtmlNode* next = nullptr;
+    HtmlNode* firstChild = nullptr;
+    HtmlNode* lastChild = nullptr;
+    ElementNotes* notes = nullptr; ///< for PageSurvey
+};
+
+/// The elements of a page, as a forgiving HTML parser sees them. Nodes are made in blocks and never freed one
+/// by one: a page has many of them, and they go together.
 class HtmlTree {
 public:
     explicit HtmlTree(const QString& html);
+    HtmlTree(const HtmlTree&) = delete;
+    HtmlTree& operator=(const HtmlTree&) = delete;
 
     /// The html element; null when the page has no elements.
-    [[nodiscard]] xmlNode* root() const;
+    [[nodiscard]] HtmlNode* root() const { return m_root; }
     /// The first element of this name; null when there is none.
-    [[nodiscard]] xmlNode* first(std::string_view name) const;
+    [[nodiscard]] HtmlNode* first(std::string_view name) const;
 
 private:
-    struct Free {
-        void operator()(xmlDoc* document) const { xmlFreeDoc(document); }
-    };
-    std::unique_ptr<xmlDoc, Free> m_document;
+    struct Handlers;
+
+    void startElement(std::string_view name, const unsigned char** attributes);
+    void endElement();
+    void addText(std::string_view text);
+    HtmlNode& addNode();
+    [[nodiscard]] std::string_view store(std::string_view text);
+
+    std::deque<HtmlNode> m_nodes;
+    std::deque<HtmlAttribute> m_attributes;
+    std::vector<std::unique_ptr<char[]>> m_blocks; ///< of texts
+    char* m_free = nullptr;                        ///< where the last block is free
+    size_t m_freeSize = 0;
+    HtmlNode* m_root = nullptr;
+    HtmlNode* m_open = nullptr; ///< the innermost open element
 };
 
-[[nodiscard]] inline bool isElement(const xmlNode& node)
+[[nodiscard]] inline bool isElement(const HtmlNode& node)
 {
-    return node.type == XML_ELEMENT_NODE;
+    return !node.name.empty();
 }
 
-[[nodiscard]] bool isElement(const xmlNode& node, std::string_view name);
-
-/// Whether the node is text; `<style>` and `<script>` keep theirs in nodes of another kind.
-[[nodiscard]] inline bool isText(const xmlNode& node)
+[[nodiscard]] inline bool isElement(const HtmlNode& node, std::string_view name)
 {
-    return node.type == XML_TEXT_NODE;
+    return node.name == name;
 }
 
-/// In lower case; empty for text.
-[[nodiscard]] std::string_view nameOf(const xmlNode& node);
-[[nodiscard]] std::string_view contentOf(const xmlNode& node);
-[[nodiscard]] bool hasAttribute(const xmlNode& node, const char* name);
+[[nodiscard]] inline bool isText(const HtmlNode& node)
+{
+    return node.name.empty();
+}
+
+[[nodiscard]] bool hasAttribute(const HtmlNode& node, std::string_view name);
 /// Empty when the attribute is absent, too.
-[[nodiscard]] std::string_view attribute(const xmlNode& node, const char* name);
+[[nodiscard]] std::string_view attribute(const HtmlNode& node, std::string_view name);
 
 /// The node after `node` in the order of the page; null at the end of `top`. `isDeep` tells whether to look
 /// into `node` itself.
-[[nodiscard]] const xmlNode* nextNode(const xmlNode* node, const xmlNode* top, bool isDeep = true);
-[[nodiscard]] xmlNode* nextNode(xmlNode* node, const xmlNode* top, bool isDeep = true);
+template <typename Node>
+[[nodiscard]] Node* nextNode(Node* node, const HtmlNode* top, bool isDeep = true)
+{
+    if (isDeep && node->firstChild != nullptr) {
+        return node->firstChild;
+    }
+    while (node != top && node->next == nullptr) {
+        node = node->parent;
+    }
+    return node == top ? nullptr : node->next;
+}
 
 /// Calls `use` with each word of a list separated by blanks until it returns true; returns whether it did.
 template <typename Use>

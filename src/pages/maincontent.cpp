@@ -10,12 +10,12 @@
 
 namespace {
 
-bool isLandmark(const xmlNode& element)
+bool isLandmark(const HtmlNode& element)
 {
     return isElement(element, "main") || attribute(element, "role") == "main";
 }
 
-bool isKnownContainer(const xmlNode& element)
+bool isKnownContainer(const HtmlNode& element)
 {
     static constexpr std::array<std::string_view, 5> ids{"doc-content", "main-content", "mw-content-text",
                                                          "bodyContent", "content-wrapper"};
@@ -26,7 +26,7 @@ bool isKnownContainer(const xmlNode& element)
 
 /// The first visible element with content that `test` accepts.
 template <typename Test>
-const xmlNode* findFirst(const xmlNode& body, Test test)
+const HtmlNode* findFirst(const HtmlNode& body, Test test)
 {
     const auto* node = &body;
     while (node != nullptr) {
@@ -40,9 +40,9 @@ const xmlNode* findFirst(const xmlNode& body, Test test)
 }
 
 /// Null when there are several: a list of articles has its content around them, too.
-const xmlNode* onlyArticle(const xmlNode& body)
+const HtmlNode* onlyArticle(const HtmlNode& body)
 {
-    const auto isArticle = [](const xmlNode& element) { return isElement(element, "article"); };
+    const auto isArticle = [](const HtmlNode& element) { return isElement(element, "article"); };
     const auto* found = findFirst(body, isArticle);
     if (found == nullptr) {
         return nullptr;
@@ -55,9 +55,9 @@ const xmlNode* onlyArticle(const xmlNode& body)
     return found;
 }
 
-bool isGeneratedDocument(const xmlNode& body)
+bool isGeneratedDocument(const HtmlNode& body)
 {
-    for (const auto* child = body.children; child != nullptr; child = child->next) {
+    for (const auto* child = body.firstChild; child != nullptr; child = child->next) {
         if (isElement(*child, "div") && PageSurvey::notes(*child).role == Role::Document) {
             return true;
         }
@@ -72,11 +72,11 @@ bool isDispensable(const ElementNotes& notes)
 }
 
 /// The child that holds all that is to be read, when the others hold mere navigation.
-const xmlNode* onlyMatter(const xmlNode& parent)
+const HtmlNode* onlyMatter(const HtmlNode& parent)
 {
-    const xmlNode* found = nullptr;
-    for (const auto* child = parent.children; child != nullptr; child = child->next) {
-        if (isText(*child) && !isBlank(contentOf(*child))) {
+    const HtmlNode* found = nullptr;
+    for (const auto* child = parent.firstChild; child != nullptr; child = child->next) {
+        if (isText(*child) && !isBlank(child->content)) {
             return nullptr;
         }
         if (!isElement(*child) || isDispensable(PageSurvey::notes(*child))) {
@@ -90,15 +90,15 @@ const xmlNode* onlyMatter(const xmlNode& parent)
     return found;
 }
 
-bool isContainer(const xmlNode& element)
+bool isContainer(const HtmlNode& element)
 {
     static constexpr std::array<std::string_view, 3> names{"tbody", "thead", "font"};
     const Element kind = PageSurvey::notes(element).element;
     return kind == Element::Block || kind == Element::Table || kind == Element::Row ||
-           kind == Element::Cell || std::find(names.begin(), names.end(), nameOf(element)) != names.end();
+           kind == Element::Cell || std::find(names.begin(), names.end(), element.name) != names.end();
 }
 
-const xmlNode* densest(const xmlNode& body)
+const HtmlNode* densest(const HtmlNode& body)
 {
     const auto* element = &body;
     for (const auto* inner = onlyMatter(body); inner != nullptr && isContainer(*inner);
@@ -110,7 +110,7 @@ const xmlNode* densest(const xmlNode& body)
 
 } // namespace
 
-MainContent findMainContent(const xmlNode& body)
+MainContent findMainContent(const HtmlNode& body)
 {
     if (const auto* found = findFirst(body, isLandmark)) {
         return {found, ContentFoundBy::Landmark};

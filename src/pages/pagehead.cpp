@@ -12,16 +12,16 @@ QString toQString(std::string_view text)
     return QString::fromUtf8(text.data(), qsizetype(text.size()));
 }
 
-QString textOf(const xmlNode& element)
+QString textOf(const HtmlNode& element)
 {
     QString text;
     for (const auto* node = &element; node != nullptr; node = nextNode(node, &element)) {
-        text += toQString(contentOf(*node));
+        text += toQString(node->content);
     }
     return text.simplified();
 }
 
-QString refreshTarget(const xmlNode& meta)
+QString refreshTarget(const HtmlNode& meta)
 {
     static const QRegularExpression target(QStringLiteral(R"(^[\s\d.]*[;,\s]\s*url\s*=\s*['"]?\s*([^'"]+))"),
                                            QRegularExpression::CaseInsensitiveOption);

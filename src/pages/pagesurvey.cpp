@@ -20,14 +20,14 @@ bool isOneOf(std::string_view word, const std::array<std::string_view, Size>& wo
 }
 
 /// A table of contents within the page's text is the author's own.
-bool isLocalContents(const xmlNode& nav)
+bool isLocalContents(const HtmlNode& nav)
 {
     return anyWord(attribute(nav, "class"),
                    [](std::string_view word) { return word == "contents" || word == "toc"; });
 }
 
 /// Whether the element's own style says that it is not shown.
-bool isSwitchedOff(const xmlNode& element)
+bool isSwitchedOff(const HtmlNode& element)
 {
     const auto written = attribute(element, "style");
     if (written.empty()) {
@@ -41,7 +41,7 @@ bool isSwitchedOff(const xmlNode& element)
            style.find("visibility:hidden") != std::string::npos;
 }
 
-bool isOpenedByScript(const xmlNode& element)
+bool isOpenedByScript(const HtmlNode& element)
 {
     static constexpr std::array<std::string_view, 8> marks{"dyn",       "collaps", "toggle", "tab",
                                                            "accordion", "expand",  "panel",  "fold"};
@@ -50,18 +50,18 @@ bool isOpenedByScript(const xmlNode& element)
                        [&](std::string_view mark) { return classes.find(mark) != std::string_view::npos; });
 }
 
-bool isHidden(const xmlNode& element, Role role)
+bool isHidden(const HtmlNode& element, Role role)
 {
     return (role == Role::Hidden || hasAttribute(element, "hidden") ||
             attribute(element, "aria-hidden") == "true" || isSwitchedOff(element)) &&
            !isOpenedByScript(element);
 }
 
-bool isFurniture(const xmlNode& element, const ElementNotes& notes)
+bool isFurniture(const HtmlNode& element, const ElementNotes& notes)
 {
     static constexpr std::array<std::string_view, 4> siteRoles{"navigation", "search", "banner",
                                                                "contentinfo"};
-    const auto name = nameOf(element);
+    const auto name = element.name;
     if (name == "nav") {
         return !isLocalContents(element);
     }
@@ -71,9 +71,9 @@ bool isFurniture(const xmlNode& element, const ElementNotes& notes)
     return notes.role == Role::Furniture || (isProbable && isDispensable);
 }
 
-bool isMadeForBrowser(const xmlNode& element)
+bool isMadeForBrowser(const HtmlNode& element)
 {
-    const auto name = nameOf(element);
+    const auto name = element.name;
     return name == "script" || name == "style" ||
            (name == "link" && anyWord(attribute(element, "rel"),
                                       [](std::string_view word) { return equalsLower(word, "stylesheet"); }));
@@ -84,36 +84,36 @@ size_t letters(std::string_view text)
     return size_t(std::count_if(text.begin(), text.end(), [](char c) { return !isBlank({&c, 1}); }));
 }
 
-ElementNotes& notesOf(const xmlNode& element)
+ElementNotes& notesOf(const HtmlNode& element)
 {
-    return *static_cast<ElementNotes*>(element._private);
+    return *element.notes;
 }
 
 } // namespace
 
-PageSurvey::PageSurvey(xmlNode& root)
+PageSurvey::PageSurvey(HtmlNode& root)
 {
-    std::vector<const xmlNode*> elements;
+    std::vector<const HtmlNode*> elements;
     for (auto* node = &root; node != nullptr; node = nextNode(node, &root)) {
         if (isElement(*node)) {
             look(*node);
             elements.push_back(node);
         } else if (isText(*node)) {
             auto& parent = notesOf(*node->parent);
-            (parent.isInLink ? parent.linkText : parent.text) += letters(contentOf(*node));
+            (parent.isInLink ? parent.linkText : parent.text) += letters(node->content);
         }
     }
     // Backwards, so that an element comes after all that it holds.
     std::for_each(elements.crbegin(), elements.crend(),
-                  [this](const xmlNode* element) { conclude(*element); });
+                  [this](const HtmlNode* element) { conclude(*element); });
 }
 
-const ElementNotes& PageSurvey::notes(const xmlNode& element)
+const ElementNotes& PageSurvey::notes(const HtmlNode& element)
 {
     return notesOf(element);
 }
 
-void PageSurvey::look(xmlNode& element)
+void PageSurvey::look(HtmlNode& element)
 {
     auto& notes = m_notes.emplace_back();
     notes.element = elementOf(element);
@@ -123,10 +123,10 @@ void PageSurvey::look(xmlNode& element)
     notes.hasPicture = notes.element == Element::Picture;
     const bool isInner = m_notes.size() > 1;
     notes.isInLink = notes.element == Element::Link || (isInner && notesOf(*element.parent).isInLink);
-    element._private = &notes;
+    element.notes = &notes;
 }
 
-void PageSurvey::conclude(const xmlNode& element)
+void PageSurvey::conclude(const HtmlNode& element)
 {
     auto& notes = notesOf(element);
     notes.isFurniture = isFurniture(element, notes);

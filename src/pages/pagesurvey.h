@@ -3,8 +3,7 @@
 
 #include "pages/elementroles.h"
 
-#include <libxml/tree.h>
-
+#include <cstddef>
 #include <deque>
 
 /// What is known of an element after a look at all of its page.
@@ -32,16 +31,16 @@ struct ElementNotes {
 class PageSurvey {
 public:
     /// Notes are attached to the elements below `root`, which must not outlive the survey.
-    explicit PageSurvey(xmlNode& root);
+    explicit PageSurvey(HtmlNode& root);
 
     /// Notes of an element that was surveyed.
-    [[nodiscard]] static const ElementNotes& notes(const xmlNode& element);
+    [[nodiscard]] static const ElementNotes& notes(const HtmlNode& element);
     /// Whether the page was made for a web browser: it has style sheets, scripts, navigation or furniture.
     [[nodiscard]] bool isWebPage() const { return m_isWebPage; }
 
 private:
-    void look(xmlNode& element);
-    void conclude(const xmlNode& element);
+    void look(HtmlNode& element);
+    void conclude(const HtmlNode& element);
 
     std::deque<ElementNotes> m_notes;
     bool m_isWebPage = false;

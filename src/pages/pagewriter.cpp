@@ -53,19 +53,19 @@ int linkNumber(const QString& code)
     return ok ? number : -1;
 }
 
-void PageWriter::write(const xmlNode& element)
+void PageWriter::write(const HtmlNode& element)
 {
-    const xmlNode* node = &element;
+    const HtmlNode* node = &element;
     while (node != nullptr) {
         bool isOpen = false;
-        if (isText(*node) || node->type == XML_CDATA_SECTION_NODE || node->type == XML_ENTITY_REF_NODE) {
+        if (isText(*node)) {
             text(*node);
         } else if (isElement(*node)) {
             keepAnchors(*node);
             isOpen = enter(*node);
         }
-        if (isOpen && node->children != nullptr) {
-            node = node->children;
+        if (isOpen && node->firstChild != nullptr) {
+            node = node->firstChild;
             continue;
         }
         if (isOpen) {
@@ -95,7 +95,7 @@ void PageWriter::open(std::string_view markup, End end)
     m_ends.push_back(std::move(end));
 }
 
-void PageWriter::leave(const xmlNode& element)
+void PageWriter::leave(const HtmlNode& element)
 {
     const End end = std::move(m_ends.back());
     m_ends.pop_back();
@@ -132,7 +132,7 @@ void PageWriter::endParagraph()
     }
 }
 
-void PageWriter::openLink(const xmlNode& element)
+void PageWriter::openLink(const HtmlNode& element)
 {
     if (!hasAttribute(element, "href")) {
         openNothing();
@@ -170,7 +170,7 @@ void PageWriter::putSpace()
     }
 }
 
-void PageWriter::keepAnchors(const xmlNode& element)
+void PageWriter::keepAnchors(const HtmlNode& element)
 {
     addAnchor(attribute(element, "id"));
     if (isElement(element, "a")) {
@@ -286,7 +286,7 @@ QString PageWriter::localFile(std::string_view name) const
     return target.startsWith(u'/') ? target.section(u'#', 0, 0) : QString();
 }
 
-void PageWriter::putPicture(const xmlNode& element)
+void PageWriter::putPicture(const HtmlNode& element)
 {
     const auto source = attribute(element, "src");
     const QString file = source.empty() ? QString() : localFile(source);
@@ -333,7 +333,7 @@ void PageWriter::putLink(std::string_view href, std::string_view text)
 }
 
 /// A page within the page becomes a link to it.
-void PageWriter::putFrame(const xmlNode& element)
+void PageWriter::putFrame(const HtmlNode& element)
 {
     const auto source = attribute(element, "src");
     if (source.empty()) {
@@ -350,7 +350,7 @@ void PageWriter::putFrame(const xmlNode& element)
     breakBlock();
 }
 
-void PageWriter::putField(const xmlNode& element)
+void PageWriter::putField(const HtmlNode& element)
 {
     static constexpr std::array<std::string_view, 6> withText{"",      "text",   "submit",
                                                               "reset", "button", "search"};
@@ -364,13 +364,13 @@ void PageWriter::putField(const xmlNode& element)
     }
 }
 
-void PageWriter::putChoice(const xmlNode& element)
+void PageWriter::putChoice(const HtmlNode& element)
 {
     std::string_view separator = " ";
     for (const auto* node = &element; node != nullptr; node = nextNode(node, &element)) {
-        if (isText(*node) && !isBlank(contentOf(*node))) {
+        if (isText(*node) && !isBlank(node->content)) {
             putText(separator);
-            putText(contentOf(*node));
+            putText(node->content);
             separator = " / ";
         }
     }
@@ -378,7 +378,7 @@ void PageWriter::putChoice(const xmlNode& element)
 }
 
 /// A part of a picture that leads elsewhere.
-void PageWriter::putArea(const xmlNode& element)
+void PageWriter::putArea(const HtmlNode& element)
 {
     auto text = attribute(element, "alt");
     if (text.empty()) {
@@ -392,20 +392,20 @@ void PageWriter::putArea(const xmlNode& element)
 }
 
 /// Of a drawing within the page only its texts can be shown.
-void PageWriter::putDrawing(const xmlNode& element)
+void PageWriter::putDrawing(const HtmlNode& element)
 {
     for (const auto* node = &element; node != nullptr;) {
         const bool isShown = !isElement(*node, "style") && !isElement(*node, "script");
-        if (isText(*node) && !isBlank(contentOf(*node))) {
+        if (isText(*node) && !isBlank(node->content)) {
             putText(" ");
-            putText(contentOf(*node));
+            putText(node->content);
         }
         node = nextNode(node, &element, isShown);
     }
     putText(" ");
 }
 
-bool PageWriter::putSpecial(const xmlNode& element)
+bool PageWriter::putSpecial(const HtmlNode& element)
 {
     switch (elementOf(element)) {
     case Element::Picture:
@@ -435,15 +435,15 @@ bool PageWriter::putSpecial(const xmlNode& element)
 }
 
 /// Formulas become a line of text: fractions with a stroke, powers and indices raised and lowered.
-void PageWriter::openTransparent(const xmlNode& element)
+void PageWriter::openTransparent(const HtmlNode& element)
 {
-    const auto parent = element.parent == nullptr ? std::string_view() : nameOf(*element.parent);
-    const auto* previous = element.prev;
+    const auto parent = element.parent == nullptr ? std::string_view() : element.parent->name;
+    const auto* previous = element.previous;
     while (previous != nullptr && !isElement(*previous)) {
-        previous = previous->prev;
+        previous = previous->previous;
     }
     const bool isFirst = previous == nullptr;
-    const auto name = nameOf(element);
+    const auto name = element.name;
     if (!isFirst && (parent == "mfrac" || name == "mtd")) {
         putText(parent == "mfrac" ? "/" : " ");
     }

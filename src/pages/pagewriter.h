@@ -3,12 +3,12 @@
 
 #include "pages/preparedpage.h"
 
-#include <libxml/tree.h>
-
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
+
+struct HtmlNode;
 
 /// Writes the elements of a page as HTML for rich text, together with the plain text, the links and the
 /// headings. Does what all presentations share; subclasses say how the other elements look.
@@ -21,24 +21,24 @@ public:
     virtual ~PageWriter() = default;
 
     /// Writes an element with all that is in it.
-    void write(const xmlNode& element);
+    void write(const HtmlNode& element);
     /// Lets the anchors of an element lead to what is written next.
-    void keepAnchors(const xmlNode& element);
+    void keepAnchors(const HtmlNode& element);
     /// Ends the page; call it last.
     void finish();
 
 protected:
     /// Begins an element with open(). False when there is nothing to write of it; otherwise its content comes
     /// next.
-    virtual bool enter(const xmlNode& element) = 0;
+    virtual bool enter(const HtmlNode& element) = 0;
     /// Whether a picture so many pixels wide gets lines of its own.
     [[nodiscard]] virtual bool isSetApart(int /*width*/) const { return false; }
     /// An element that was begun has been ended.
-    virtual void left(const xmlNode& /*element*/) {}
-    virtual void text(const xmlNode& node) = 0;
+    virtual void left(const HtmlNode& /*element*/) {}
+    virtual void text(const HtmlNode& node) = 0;
     /// What the presentation keeps of the attributes of a link or a picture, such as ` width="3"`; neither
     /// targets nor names.
-    [[nodiscard]] virtual std::string attributesOf(const xmlNode& element) const = 0;
+    [[nodiscard]] virtual std::string attributesOf(const HtmlNode& element) const = 0;
 
     /// How an element that was begun ends.
     struct End {
@@ -62,11 +62,11 @@ protected:
     {
         open(markup, End{std::move(end), true, false, true});
     }
-    void openLink(const xmlNode& element);
+    void openLink(const HtmlNode& element);
     /// `markup` is what begins the block, such as "<h1>".
     void openHeading(int level, std::string_view markup, std::string end);
     /// For elements that only have content, formulas among them.
-    void openTransparent(const xmlNode& element);
+    void openTransparent(const HtmlNode& element);
 
     [[nodiscard]] bool isVerbatim() const { return m_verbatim > 0; }
     /// Whether so many elements are open that no more should be.
@@ -81,24 +81,24 @@ protected:
     void breakBlock();
 
     /// Writes an element that looks the same in all presentations; false for others.
-    bool putSpecial(const xmlNode& element);
+    bool putSpecial(const HtmlNode& element);
 
 private:
     static constexpr size_t DeepestElement = 200;
 
     void open(std::string_view markup, End end);
     void openNothing() { m_ends.emplace_back(); }
-    void leave(const xmlNode& element);
+    void leave(const HtmlNode& element);
     void beginParagraph(std::string_view markup);
     void endParagraph();
     void putSpace();
-    void putPicture(const xmlNode& element);
+    void putPicture(const HtmlNode& element);
     void putAlternative(std::string_view text);
-    void putFrame(const xmlNode& element);
-    void putField(const xmlNode& element);
-    void putChoice(const xmlNode& element);
-    void putArea(const xmlNode& element);
-    void putDrawing(const xmlNode& element);
+    void putFrame(const HtmlNode& element);
+    void putField(const HtmlNode& element);
+    void putChoice(const HtmlNode& element);
+    void putArea(const HtmlNode& element);
+    void putDrawing(const HtmlNode& element);
     void addAnchor(std::string_view name);
     void putAnchors();
     void putWords(std::string_view text, bool isForHtml);

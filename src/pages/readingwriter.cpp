@@ -12,7 +12,7 @@ constexpr size_t DeepestTable = 8; // rich text takes a multiple of the time for
 constexpr int WidestSpan = 1000;   // columns or rows
 constexpr int HighestNumber = 1'000'000; // of a list's item
 
-const ElementNotes& notesOf(const xmlNode& element)
+const ElementNotes& notesOf(const HtmlNode& element)
 {
     return PageSurvey::notes(element);
 }
@@ -36,17 +36,17 @@ std::string_view noteName(Role role)
     }
 }
 
-bool isLastElement(const xmlNode& element)
+bool isLastElement(const HtmlNode& element)
 {
     const auto* next = element.next;
-    while (next != nullptr && !isElement(*next) && (!isText(*next) || isBlank(contentOf(*next)))) {
+    while (next != nullptr && !isElement(*next) && (!isText(*next) || isBlank(next->content))) {
         next = next->next;
     }
     return next == nullptr;
 }
 
 /// Paragraphs at the end of a cell or an item need less room below them.
-std::string_view paragraphClass(const xmlNode& paragraph, const ElementNotes& notes)
+std::string_view paragraphClass(const HtmlNode& paragraph, const ElementNotes& notes)
 {
     if (notes.hasPicture) {
         return "picture";
@@ -61,7 +61,7 @@ std::string_view paragraphClass(const xmlNode& paragraph, const ElementNotes& no
     return parent.element == Element::Cell || !noteName(parent.role).empty() ? "last" : std::string_view();
 }
 
-bool hasDescendant(const xmlNode& element, std::string_view name)
+bool hasDescendant(const HtmlNode& element, std::string_view name)
 {
     for (const auto* node = &element; node != nullptr; node = nextNode(node, &element)) {
         if (node != &element && isElement(*node, name)) {
@@ -72,7 +72,7 @@ bool hasDescendant(const xmlNode& element, std::string_view name)
 }
 
 /// Whether a table holds data; the others only place things side by side.
-bool isDataTable(const xmlNode& table, const ElementNotes& notes)
+bool isDataTable(const HtmlNode& table, const ElementNotes& notes)
 {
     const auto border = attribute(table, "border");
     const bool isFramed = !border.empty() && border != "0";
@@ -82,7 +82,7 @@ bool isDataTable(const xmlNode& table, const ElementNotes& notes)
 }
 
 /// A number as a page writes it, from 1 to `most`.
-int numberOf(const xmlNode& element, const char* name, int most)
+int numberOf(const HtmlNode& element, const char* name, int most)
 {
     const auto text = attribute(element, name);
     int number = 1;
@@ -90,7 +90,7 @@ int numberOf(const xmlNode& element, const char* name, int most)
     return std::clamp(number, 1, most);
 }
 
-std::string_view alignmentOf(const xmlNode& element)
+std::string_view alignmentOf(const HtmlNode& element)
 {
     static constexpr std::string_view known[] = {"center", "right", "left", "justify"};
     for (const auto name : known) {
@@ -102,7 +102,7 @@ std::string_view alignmentOf(const xmlNode& element)
 }
 
 /// A start tag with the element's alignment and direction of writing.
-std::string startTag(std::string_view name, const xmlNode& element, std::string_view className = {})
+std::string startTag(std::string_view name, const HtmlNode& element, std::string_view className = {})
 {
     std::string tag = "<" + std::string(name);
     const auto add = [&tag](std::string_view attributeName, std::string_view value) {
@@ -129,7 +129,7 @@ std::string endTag(std::string_view name)
 
 } // namespace
 
-void ReadingWriter::writePage(const xmlNode& body, const xmlNode& content)
+void ReadingWriter::writePage(const HtmlNode& body, const HtmlNode& content)
 {
     putMarkup("<html><body>");
     for (const auto* node = &body; node != nullptr;) {
@@ -148,7 +148,7 @@ std::string_view ReadingWriter::box() const
     return m_tables.empty() ? std::string_view() : m_tables.back().box;
 }
 
-bool ReadingWriter::enter(const xmlNode& element)
+bool ReadingWriter::enter(const HtmlNode& element)
 {
     const auto& notes = notesOf(element);
     if (notes.element == Element::Ignored || notes.isHidden || notes.isFurniture) {
@@ -172,7 +172,7 @@ bool ReadingWriter::enter(const xmlNode& element)
     return true;
 }
 
-void ReadingWriter::left(const xmlNode& element)
+void ReadingWriter::left(const HtmlNode& element)
 {
     if (!m_tables.empty() && m_tables.back().element == &element) {
         m_tables.pop_back();
@@ -190,15 +190,15 @@ void ReadingWriter::left(const xmlNode& element)
     }
 }
 
-void ReadingWriter::text(const xmlNode& node)
+void ReadingWriter::text(const HtmlNode& node)
 {
-    auto content = contentOf(node);
+    auto content = node.content;
     // Between the lines of a listing stand line ends of the file, not of the code.
     if (m_listing != nullptr && node.parent == m_listing && isBlank(content)) {
         return;
     }
     const bool isInPre = isVerbatim() && node.parent != nullptr && isElement(*node.parent, "pre");
-    if (isInPre && node.prev == nullptr && !content.empty() && content.front() == '\n') {
+    if (isInPre && node.previous == nullptr && !content.empty() && content.front() == '\n') {
         content.remove_prefix(1);
     }
     if (isInPre && node.next == nullptr) {
@@ -207,7 +207,7 @@ void ReadingWriter::text(const xmlNode& node)
     putText(content);
 }
 
-std::string ReadingWriter::attributesOf(const xmlNode& element) const
+std::string ReadingWriter::attributesOf(const HtmlNode& element) const
 {
     std::string kept;
     if (isElement(element, "img")) {
@@ -221,7 +221,7 @@ std::string ReadingWriter::attributesOf(const xmlNode& element) const
     return kept;
 }
 
-void ReadingWriter::openElement(const xmlNode& element, const ElementNotes& notes)
+void ReadingWriter::openElement(const HtmlNode& element, const ElementNotes& notes)
 {
     switch (notes.element) {
     case Element::Block:
@@ -270,7 +270,7 @@ void ReadingWriter::openElement(const xmlNode& element, const ElementNotes& note
     }
 }
 
-void ReadingWriter::openDivision(const xmlNode& element, const ElementNotes& notes)
+void ReadingWriter::openDivision(const HtmlNode& element, const ElementNotes& notes)
 {
     const bool isList = notes.element == Element::Terms;
     if (const auto note = noteName(notes.role); !note.empty() && !isVerbatim()) {
@@ -294,7 +294,7 @@ void ReadingWriter::openDivision(const xmlNode& element, const ElementNotes& not
 }
 
 /// A table with one cell, which is what rich text has for a ground or a bar at the side.
-void ReadingWriter::openBox(const xmlNode& element, std::string_view name, std::string_view inner,
+void ReadingWriter::openBox(const HtmlNode& element, std::string_view name, std::string_view inner,
                             std::string innerEnd)
 {
     if (m_tables.size() >= DeepestTable || isVerbatim()) {
@@ -312,7 +312,7 @@ void ReadingWriter::openBox(const xmlNode& element, std::string_view name, std::
     inner.empty() ? openContainer(markup, std::move(innerEnd)) : openBlock(markup, std::move(innerEnd));
 }
 
-void ReadingWriter::openParagraph(const xmlNode& element, const ElementNotes& notes)
+void ReadingWriter::openParagraph(const HtmlNode& element, const ElementNotes& notes)
 {
     const auto note = noteName(notes.role);
     if (!notes.hasContent() || isVerbatim()) {
@@ -329,7 +329,7 @@ void ReadingWriter::openParagraph(const xmlNode& element, const ElementNotes& no
 }
 
 /// A heading of the page, or the title of a note, a table or an example.
-void ReadingWriter::openTitle(const xmlNode& element, const ElementNotes& notes)
+void ReadingWriter::openTitle(const HtmlNode& element, const ElementNotes& notes)
 {
     if (!notes.hasContent() || isVerbatim()) {
         openTransparent(element);
@@ -338,14 +338,14 @@ void ReadingWriter::openTitle(const xmlNode& element, const ElementNotes& notes)
     if (!box().empty()) {
         openBlock("<p class=\"" + std::string(box()) + "\"><b>", "</b></p>");
     } else if (notes.element == Element::Heading) {
-        const auto name = nameOf(element);
+        const auto name = element.name;
         openHeading(name[1] - '0', startTag(name, element), endTag(name));
     } else {
         openBlock(startTag("p", element, "title"), "</p>");
     }
 }
 
-void ReadingWriter::openInline(const xmlNode& element, const ElementNotes& notes)
+void ReadingWriter::openInline(const HtmlNode& element, const ElementNotes& notes)
 {
     if (notes.element == Element::Link) {
         openLink(element);
@@ -356,7 +356,7 @@ void ReadingWriter::openInline(const xmlNode& element, const ElementNotes& notes
     } else if (notes.element == Element::Code || notes.element == Element::Keys || notes.role == Role::Keys) {
         openCode(element, notes);
     } else if (notes.element == Element::Inline) {
-        const auto name = nameOf(element);
+        const auto name = element.name;
         open("<" + std::string(name) + ">", endTag(name));
     } else if (notes.element == Element::Quotation) {
         openTransparent(element);
@@ -372,7 +372,7 @@ void ReadingWriter::openInline(const xmlNode& element, const ElementNotes& notes
     }
 }
 
-void ReadingWriter::openCode(const xmlNode& element, const ElementNotes& notes)
+void ReadingWriter::openCode(const HtmlNode& element, const ElementNotes& notes)
 {
     const bool isKeys = notes.element == Element::Keys || notes.role == Role::Keys;
     const bool isPartOfCode = isVerbatim() || m_signature != nullptr;
@@ -383,7 +383,7 @@ void ReadingWriter::openCode(const xmlNode& element, const ElementNotes& notes)
     }
 }
 
-void ReadingWriter::openListing(const xmlNode& element)
+void ReadingWriter::openListing(const HtmlNode& element)
 {
     if (isVerbatim() || !notesOf(element).hasContent()) {
         openTransparent(element);
@@ -396,7 +396,7 @@ void ReadingWriter::openListing(const xmlNode& element)
     }
 }
 
-void ReadingWriter::openList(const xmlNode& element)
+void ReadingWriter::openList(const HtmlNode& element)
 {
     if (!isElement(element, "ol")) {
         openBlock("<ul>", "</ul>");
@@ -413,7 +413,7 @@ void ReadingWriter::openList(const xmlNode& element)
     openBlock(markup + '>', "</ol>");
 }
 
-void ReadingWriter::openTable(const xmlNode& element, const ElementNotes& notes)
+void ReadingWriter::openTable(const HtmlNode& element, const ElementNotes& notes)
 {
     if (!notes.hasContent() || isVerbatim() || m_tables.size() >= DeepestTable) {
         openContainer({}, {});
@@ -429,13 +429,13 @@ void ReadingWriter::openTable(const xmlNode& element, const ElementNotes& notes)
     openBlock(markup + '>', "</table>");
 }
 
-void ReadingWriter::openCell(const xmlNode& element)
+void ReadingWriter::openCell(const HtmlNode& element)
 {
     if (m_tables.empty() || isVerbatim()) {
         openBlock("<div>", "</div>");
         return;
     }
-    const auto name = nameOf(element);
+    const auto name = element.name;
     std::string markup = startTag(name, element, isInData() ? "data" : "");
     markup.pop_back();
     for (const auto* span : {"colspan", "rowspan"}) {

@@ -17,7 +17,8 @@ namespace {
 QString foundByName(const PreparedPage& page)
 {
     static constexpr std::array names{u"whole page", u"landmark", u"generator", u"density"};
-    return page.isReading ? QStringView(names[size_t(page.foundBy)]).toString() : QStringLiteral("as written");
+    return page.isReading ? QStringView(names[size_t(page.foundBy)]).toString()
+                          : QStringLiteral("as written");
 }
 
 QJsonObject describePage(const QString& file)

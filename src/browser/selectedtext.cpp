@@ -32,10 +32,17 @@ QString separatorBetween(const Place& before, const Place& after)
     return isNextCell ? QStringLiteral("\t") : QStringLiteral("\n");
 }
 
-/// The document keeps an empty paragraph behind each table, which is not to be seen.
-bool isBehindTable(const QTextBlock& block, const Place& before, const Place& place)
+bool isTableIn(const QTextBlock& block, const QTextFrame* frame)
 {
-    return block.length() == 1 && before.table != nullptr && before.table != place.table;
+    const auto* table = block.isValid() ? QTextCursor(block).currentTable() : nullptr;
+    return table != nullptr && table->parentFrame() == frame;
+}
+
+/// The document keeps an empty paragraph before and behind each table, which is not to be seen.
+bool isBesideTable(const QTextBlock& block)
+{
+    const auto* frame = QTextCursor(block).currentFrame();
+    return block.length() == 1 && (isTableIn(block.previous(), frame) || isTableIn(block.next(), frame));
 }
 
 QString plain(QString text)
@@ -56,14 +63,14 @@ QString selectedText(const QTextCursor& selection)
     auto block = selection.document()->findBlock(begin);
     for (bool isFirst = true; block.isValid() && block.position() < end; block = block.next()) {
         const Place place = placeOf(block);
-        if (!isBehindTable(block, before, place)) {
+        if (!isBesideTable(block)) {
             result += isFirst ? QString() : separatorBetween(before, place);
             const int from = qMax(begin - block.position(), 0);
             const int to = qMin(end - block.position(), block.length() - 1);
             result += plain(block.text().sliced(from, qMax(to - from, 0)));
             isFirst = false;
+            before = place;
         }
-        before = place;
     }
     if (block.isValid() && block.position() == end && block.position() > begin) {
         result += u'\n';

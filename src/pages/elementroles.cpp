@@ -71,8 +71,9 @@ void addFurniture(Words<Role>& words)
         "linenodiv listing_lines back-to-top backtotop cookie-banner mobile-nav nav-panel prev-next "
         "prevnext");
     add(words, Role::ProbableFurniture,
-        "navigation related navbar nav sidebar footer header menu search pager pagination breadcrumb "
+        "navigation related navbar nav sidebar header menu search pager pagination breadcrumb "
         "breadcrumbs toolbar tabs topnav nav-bar navrow");
+    add(words, Role::Footer, "footer");
     add(words, Role::Hidden, "sr-only visually-hidden visuallyhidden screen-reader-text screen-reader-only");
 }
 
@@ -136,8 +137,8 @@ Role roleOf(const HtmlNode& node)
     anyWord(attribute(node, "class"), [&](std::string_view word) {
         const auto found = roles.find(word);
         role = found == roles.end() ? role : found->second;
-        // Warnings are often marked as notes, too.
-        return role != Role::None && role != Role::Note;
+        // Warnings are often marked as notes, too, and notes as sections.
+        return role != Role::None && role != Role::Note && role != Role::Document;
     });
     return role;
 }

@@ -45,6 +45,7 @@ enum class Role {
     None,
     Furniture,         ///< belongs to the web site, not to the page
     ProbableFurniture, ///< the same, when it holds links and little else
+    Footer,            ///< the same, even when it holds a line of text
     Hidden,            ///< there for scripts or for screen readers only
     MainContent,
     Document, ///< a generated document, which may stand beside furniture
@@ -68,5 +69,5 @@ enum class Role {
     Comment,
 };
 
-/// The first role that the classes of an element name; another one goes before Note.
+/// The first role that the classes of an element name; another one goes before Note and Document.
 [[nodiscard]] Role roleOf(const HtmlNode& node);

@@ -5,6 +5,7 @@
 #include <libxml/parserInternals.h>
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
@@ -13,6 +14,13 @@ constexpr size_t BlockSize = 65536; // bytes
 std::string_view view(const xmlChar* text)
 {
     return text == nullptr ? std::string_view() : std::string_view(reinterpret_cast<const char*>(text));
+}
+
+bool isHeadElement(std::string_view name)
+{
+    static constexpr std::array<std::string_view, 11> names{
+        "head", "title", "meta", "link", "base", "style", "script", "object", "noscript", "body", "frameset"};
+    return std::find(names.begin(), names.end(), name) != names.end();
 }
 
 struct FreeParser {
@@ -27,9 +35,9 @@ struct HtmlTree::Handlers {
     {
         static_cast<HtmlTree*>(tree)->startElement(view(name), attributes);
     }
-    static void endElement(void* tree, const xmlChar* /*name*/)
+    static void endElement(void* tree, const xmlChar* name)
     {
-        static_cast<HtmlTree*>(tree)->endElement();
+        static_cast<HtmlTree*>(tree)->endElement(view(name));
     }
     static void characters(void* tree, const xmlChar* text, int size)
     {
@@ -71,8 +79,12 @@ HtmlNode* HtmlTree::first(std::string_view name) const
 
 void HtmlTree::startElement(std::string_view name, const unsigned char** attributes)
 {
-    if (m_root != nullptr && m_open == nullptr) {
-        m_open = m_root; // what comes behind the end of the page belongs to it
+    // The parser does not know all elements that cannot stand in the head.
+    if (m_open != nullptr && isElement(*m_open, "head") && !isHeadElement(name)) {
+        openBody();
+    }
+    if (m_body != nullptr && name == "body" && m_open == m_body) {
+        return;
     }
     auto& node = addNode();
     node.name = store(name);
@@ -86,14 +98,29 @@ void HtmlTree::startElement(std::string_view name, const unsigned char** attribu
     }
     if (m_root == nullptr) {
         m_root = &node;
+    } else if (m_body == nullptr && node.parent == m_root && name == "body") {
+        m_body = &node;
     }
     m_open = &node;
 }
 
-void HtmlTree::endElement()
+void HtmlTree::openBody()
 {
-    if (m_open != nullptr) {
-        m_open = m_open->parent;
+    m_open = m_body == nullptr ? m_root : m_body;
+    if (m_body == nullptr) {
+        startElement("body", nullptr);
+    }
+}
+
+void HtmlTree::endElement(std::string_view name)
+{
+    auto* node = m_open;
+    while (node != nullptr && !isElement(*node, name)) {
+        node = node->parent;
+    }
+    // What comes behind the end of the body belongs to it.
+    if (node != nullptr && node != m_root && node != m_body) {
+        m_open = node->parent;
     }
 }
 

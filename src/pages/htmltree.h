@@ -46,7 +46,8 @@ private:
     struct Handlers;
 
     void startElement(std::string_view name, const unsigned char** attributes);
-    void endElement();
+    void endElement(std::string_view name);
+    void openBody();
     void addText(std::string_view text);
     HtmlNode& addNode();
     [[nodiscard]] std::string_view store(std::string_view text);
@@ -57,6 +58,7 @@ private:
     char* m_free = nullptr;                        ///< where the last block is free
     size_t m_freeSize = 0;
     HtmlNode* m_root = nullptr;
+    HtmlNode* m_body = nullptr;
     HtmlNode* m_open = nullptr; ///< the innermost open element
 };
 

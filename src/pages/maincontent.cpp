@@ -65,10 +65,18 @@ bool isGeneratedDocument(const HtmlNode& body)
     return false;
 }
 
+bool isContainer(const ElementNotes& notes)
+{
+    return notes.element == Element::Block || notes.element == Element::Table ||
+           notes.element == Element::Row || notes.element == Element::Cell;
+}
+
+/// Whether nothing is lost without the element: a paragraph is never mere navigation.
 bool isDispensable(const ElementNotes& notes)
 {
-    return notes.isHidden || notes.isFurniture || notes.element == Element::Ignored ||
-           (!notes.hasPicture && notes.isMostlyLinks());
+    const bool isStructure = isContainer(notes) || notes.element == Element::List;
+    return notes.isHidden || notes.isFurniture || notes.element == Element::Ignored || !notes.hasContent() ||
+           (isStructure && !notes.hasPicture && notes.isMostlyLinks());
 }
 
 /// The child that holds all that is to be read, when the others hold mere navigation.
@@ -90,18 +98,18 @@ const HtmlNode* onlyMatter(const HtmlNode& parent)
     return found;
 }
 
-bool isContainer(const HtmlNode& element)
+/// Elements that are there for a table's structure only.
+bool isTransparent(const HtmlNode& element)
 {
     static constexpr std::array<std::string_view, 3> names{"tbody", "thead", "font"};
-    const Element kind = PageSurvey::notes(element).element;
-    return kind == Element::Block || kind == Element::Table || kind == Element::Row ||
-           kind == Element::Cell || std::find(names.begin(), names.end(), element.name) != names.end();
+    return std::find(names.begin(), names.end(), element.name) != names.end();
 }
 
 const HtmlNode* densest(const HtmlNode& body)
 {
     const auto* element = &body;
-    for (const auto* inner = onlyMatter(body); inner != nullptr && isContainer(*inner);
+    for (const auto* inner = onlyMatter(body);
+         inner != nullptr && (isContainer(PageSurvey::notes(*inner)) || isTransparent(*inner));
          inner = onlyMatter(*inner)) {
         element = inner;
     }

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr size_t ShortText = 40; // bytes: "You are here:", a copyright line
+constexpr size_t ShortText = 40; // bytes: what generated a page, when
 
 template <size_t Size>
 bool isOneOf(std::string_view word, const std::array<std::string_view, Size>& words)
@@ -59,16 +59,17 @@ bool isHidden(const HtmlNode& element, Role role)
 
 bool isFurniture(const HtmlNode& element, const ElementNotes& notes)
 {
-    static constexpr std::array<std::string_view, 4> siteRoles{"navigation", "search", "banner",
-                                                               "contentinfo"};
+    static constexpr std::array<std::string_view, 3> siteRoles{"navigation", "search", "banner"};
     const auto name = element.name;
     if (name == "nav") {
         return !isLocalContents(element);
     }
-    const bool isProbable = notes.role == Role::ProbableFurniture || name == "footer" ||
-                            isOneOf(attribute(element, "role"), siteRoles);
-    const bool isDispensable = notes.isMostlyLinks() || (!notes.hasHeading && notes.text <= ShortText);
-    return notes.role == Role::Furniture || (isProbable && isDispensable);
+    const auto role = attribute(element, "role");
+    const bool isFooter = notes.role == Role::Footer || name == "footer" || role == "contentinfo";
+    const bool isShort = !notes.hasHeading && notes.text <= ShortText;
+    const bool isProbable = notes.role == Role::ProbableFurniture || isOneOf(role, siteRoles);
+    return notes.role == Role::Furniture || (isFooter && (isShort || notes.isMostlyLinks())) ||
+           (isProbable && notes.isMostlyLinks());
 }
 
 bool isMadeForBrowser(const HtmlNode& element)

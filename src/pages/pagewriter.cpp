@@ -61,7 +61,9 @@ void PageWriter::write(const HtmlNode& element)
         if (isText(*node)) {
             text(*node);
         } else if (isElement(*node)) {
-            keepAnchors(*node);
+            if (m_openLinks == 0) {
+                keepAnchors(*node);
+            }
             isOpen = enter(*node);
         }
         if (isOpen && node->firstChild != nullptr) {
@@ -139,6 +141,10 @@ void PageWriter::openLink(const HtmlNode& element)
         return;
     }
     beginParagraph("<div>");
+    // Rich text has no links within links, and anchors are such.
+    for (const auto* node = &element; node != nullptr; node = nextNode(node, &element)) {
+        keepAnchors(*node);
+    }
     End end{"</a>"};
     m_page.links.push_back({toQString(attribute(element, "href")), {}});
     end.link = m_page.links.size();
@@ -187,9 +193,6 @@ void PageWriter::addAnchor(std::string_view name)
 
 void PageWriter::putAnchors()
 {
-    if (m_openLinks > 0) {
-        return; // rich text has no links within links
-    }
     for (const auto& anchor : std::exchange(m_anchors, {})) {
         m_html += "<a" + attributeText("name", anchor) + "></a>";
     }
@@ -282,30 +285,36 @@ void PageWriter::finish()
 
 QString PageWriter::localFile(std::string_view name) const
 {
-    const QString target = resolveLink(m_page.base, toQString(name));
+    const QString target = name.empty() ? QString() : resolveLink(m_page.base, toQString(name));
     return target.startsWith(u'/') ? target.section(u'#', 0, 0) : QString();
+}
+
+int PageWriter::widthOf(const HtmlNode& picture) const
+{
+    const QString file = localFile(attribute(picture, "src"));
+    int width = file.isEmpty() || !m_context.pictureWidth ? 0 : m_context.pictureWidth(file);
+    if (width > 0) {
+        const auto wanted = attribute(picture, "width");
+        std::from_chars(wanted.data(), wanted.data() + wanted.size(), width);
+    }
+    return width;
 }
 
 void PageWriter::putPicture(const HtmlNode& element)
 {
-    const auto source = attribute(element, "src");
-    const QString file = source.empty() ? QString() : localFile(source);
-    const int width = file.isEmpty() || !m_context.pictureWidth ? 0 : m_context.pictureWidth(file);
-    if (width == 0) {
+    if (widthOf(element) == 0) {
         putAlternative(attribute(element, "alt"));
         return;
     }
-    int shownWidth = width;
-    const auto wanted = attribute(element, "width");
-    std::from_chars(wanted.data(), wanted.data() + wanted.size(), shownWidth);
-    const bool isApart = isSetApart(shownWidth);
+    const bool isApart = isSetApart(element);
     if (isApart && !m_isLineEmpty) {
         breakLine();
     }
-    beginParagraph("<div class=\"picture\">");
+    beginParagraph(isApart ? "<div class=\"picture\">" : "<div>");
     putSpace();
     putAnchors();
-    const std::string url = QUrl::fromLocalFile(file).toEncoded().toStdString();
+    const std::string url =
+        QUrl::fromLocalFile(localFile(attribute(element, "src"))).toEncoded().toStdString();
     m_html += "<img" + attributeText("src", url) + attributesOf(element) + '>';
     m_isLineEmpty = false;
     m_isBreakDue = isApart;
@@ -343,11 +352,9 @@ void PageWriter::putFrame(const HtmlNode& element)
     if (text.empty()) {
         text = attribute(element, "name");
     }
-    breakBlock();
-    m_html += "<p>";
+    openBlock("<p>", "</p>");
     putLink(source, text.empty() ? source : text);
-    m_html += "</p>";
-    breakBlock();
+    leave(element);
 }
 
 void PageWriter::putField(const HtmlNode& element)

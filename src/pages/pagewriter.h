@@ -31,8 +31,10 @@ protected:
     /// Begins an element with open(). False when there is nothing to write of it; otherwise its content comes
     /// next.
     virtual bool enter(const HtmlNode& element) = 0;
-    /// Whether a picture so many pixels wide gets lines of its own.
-    [[nodiscard]] virtual bool isSetApart(int /*width*/) const { return false; }
+    /// Whether a picture gets lines of its own.
+    [[nodiscard]] virtual bool isSetApart(const HtmlNode& /*picture*/) const { return false; }
+    /// Width of a picture in pixels, as the page asks for it or as it is; 0 when it cannot be shown.
+    [[nodiscard]] int widthOf(const HtmlNode& picture) const;
     /// An element that was begun has been ended.
     virtual void left(const HtmlNode& /*element*/) {}
     virtual void text(const HtmlNode& node) = 0;

@@ -9,6 +9,7 @@
 namespace {
 
 constexpr size_t DeepestTable = 8; // rich text takes a multiple of the time for each table in another one
+constexpr int LargePicture = 200;  // pixels
 constexpr int WidestSpan = 1000;   // columns or rows
 constexpr int HighestNumber = 1'000'000; // of a list's item
 
@@ -43,22 +44,6 @@ bool isLastElement(const HtmlNode& element)
         next = next->next;
     }
     return next == nullptr;
-}
-
-/// Paragraphs at the end of a cell or an item need less room below them.
-std::string_view paragraphClass(const HtmlNode& paragraph, const ElementNotes& notes)
-{
-    if (notes.hasPicture) {
-        return "picture";
-    }
-    if (paragraph.parent == nullptr || !isLastElement(paragraph)) {
-        return {};
-    }
-    const auto& parent = notesOf(*paragraph.parent);
-    if (parent.element == Element::Item) {
-        return isLastElement(*paragraph.parent) ? std::string_view() : "item";
-    }
-    return parent.element == Element::Cell || !noteName(parent.role).empty() ? "last" : std::string_view();
 }
 
 bool hasDescendant(const HtmlNode& element, std::string_view name)
@@ -310,6 +295,38 @@ void ReadingWriter::openBox(const HtmlNode& element, std::string_view name, std:
     m_tables.push_back({&element, name});
     innerEnd += "</td></tr></table>";
     inner.empty() ? openContainer(markup, std::move(innerEnd)) : openBlock(markup, std::move(innerEnd));
+}
+
+/// Rich text makes a line of text as high as a picture that does not fit into it any more.
+bool ReadingWriter::isSetApart(const HtmlNode& picture) const
+{
+    return widthOf(picture) >= LargePicture;
+}
+
+bool ReadingWriter::hasPictureApart(const HtmlNode& element) const
+{
+    for (const auto* node = &element; node != nullptr; node = nextNode(node, &element)) {
+        if (isElement(*node, "img") && isSetApart(*node)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Paragraphs at the end of a cell or an item need less room below them.
+std::string_view ReadingWriter::paragraphClass(const HtmlNode& paragraph, const ElementNotes& notes) const
+{
+    if (notes.hasPicture && hasPictureApart(paragraph)) {
+        return "picture";
+    }
+    if (paragraph.parent == nullptr || !isLastElement(paragraph)) {
+        return {};
+    }
+    const auto& parent = notesOf(*paragraph.parent);
+    if (parent.element == Element::Item) {
+        return isLastElement(*paragraph.parent) ? std::string_view() : "item";
+    }
+    return parent.element == Element::Cell || !noteName(parent.role).empty() ? "last" : std::string_view();
 }
 
 void ReadingWriter::openParagraph(const HtmlNode& element, const ElementNotes& notes)

@@ -14,11 +14,10 @@ public:
     void writePage(const HtmlNode& body, const HtmlNode& content);
 
 private:
-    /// Rich text makes a line of text as high as a picture that does not fit into it any more.
-    static constexpr int LargePicture = 200; // pixels
-
     bool enter(const HtmlNode& element) override;
-    [[nodiscard]] bool isSetApart(int width) const override { return width >= LargePicture; }
+    [[nodiscard]] bool isSetApart(const HtmlNode& picture) const override;
+    [[nodiscard]] bool hasPictureApart(const HtmlNode& element) const;
+    [[nodiscard]] std::string_view paragraphClass(const HtmlNode& paragraph, const ElementNotes& notes) const;
     void left(const HtmlNode& element) override;
     void text(const HtmlNode& node) override;
     [[nodiscard]] std::string attributesOf(const HtmlNode& element) const override;

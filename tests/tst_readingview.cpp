@@ -1,0 +1,308 @@
+// SPDX-License-Identifier: MIT
+#include "browser/helpbrowser.h"
+#include "browser/pagestyle.h"
+#include "browser/selectedtext.h"
+#include "library/helplibrary.h"
+#include "testfiles.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QImage>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTextBlock>
+#include <QTextTable>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double LeastContrast = 4.5;
+
+/// A page with all that the reading view gives a look of its own.
+const char* const AllLooks = R"(<html><head><style>x{}</style></head><body><h1 id="t">Title</h1>
+<p>Text with <code>code</code>, <a href="a.html"><code>linked code</code></a>, <kbd>Ctrl</kbd>,
+<a href="b.html">a link</a> and <img src="none.png" alt="no picture">.</p>
+<pre><span class="k">if</span> <span class="s">'a'</span> <span class="c1"># why</span> b</pre>
+<div class="note"><p class="title">Note</p><p><a href="c.html">n</a></p></div>
+<div class="tip"><p class="title">Tip</p><p><a href="c.html">t</a></p></div>
+<div class="warning"><p class="title">Warning</p><p><a href="c.html">w</a></p></div>
+<div class="danger"><p class="title">Danger</p><p><a href="c.html">d</a></p></div>
+<blockquote><p>Quotation</p></blockquote><h6>Small</h6>
+<table><caption>Caption</caption><tr><th><a href="d">Head</a></th><th>Two</th></tr><tr><td>first</td><td>b</td></tr></table>
+<dl><dt class="sig"><b class="sig-name">f</b>(<a href="e">x</a>)</dt><dd>Does.</dd></dl></body></html>)";
+
+struct Fixture {
+    explicit Fixture(const QByteArray& text) : files(text), browser(library, nullptr)
+    {
+        browser.resize(500, 400);
+        browser.show();
+    }
+    void show(const char* name) { browser.setSource(files.path(QLatin1StringView(name))); }
+    void setDark()
+    {
+        QPalette dark(QColor(0x30, 0x30, 0x30));
+        dark.setColor(QPalette::Base, QColor(0x20, 0x22, 0x24));
+        dark.setColor(QPalette::Text, QColor(0xee, 0xee, 0xee));
+        dark.setColor(QPalette::Link, QColor(0x00, 0x00, 0xff));
+        browser.setPalette(dark);
+    }
+
+    TemporaryFiles files;
+    HelpLibrary library;
+    HelpBrowser browser;
+};
+
+QColor groundOf(const QTextFormat& format, const QColor& behind)
+{
+    return format.hasProperty(QTextFormat::BackgroundBrush) ? format.background().color() : behind;
+}
+
+/// The texts whose contrast is too small, with their colours.
+QStringList unreadable(const HelpBrowser& browser)
+{
+    QStringList found;
+    const QPalette palette = browser.palette();
+    for (auto block = browser.document()->begin(); block.isValid(); block = block.next()) {
+        QColor behind = palette.color(QPalette::Base);
+        if (const auto* table = QTextCursor(block).currentTable()) {
+            behind = groundOf(table->cellAt(block.position()).format(), behind);
+        }
+        behind = groundOf(block.blockFormat(), behind);
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const auto format = it.fragment().charFormat();
+            const QColor ground = groundOf(format, behind);
+            const QColor ink = format.hasProperty(QTextFormat::ForegroundBrush)
+                                   ? format.foreground().color()
+                                   : palette.color(QPalette::Text);
+            if (contrast(ink, ground) < LeastContrast) {
+                found += it.fragment().text() + u' ' + ink.name() + u" on " + ground.name();
+            }
+        }
+    }
+    return found;
+}
+
+} // namespace
+
+class TestReadingView : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void contrasts_data();
+    void contrasts();
+    void looks();
+    void measure();
+    void switching();
+    void anchors_data();
+    void anchors();
+    void pictures();
+    void copy_data();
+    void copy();
+    void passingOn();
+    void base();
+};
+
+void TestReadingView::contrasts_data()
+{
+    QTest::addColumn<bool>("isDark");
+    QTest::newRow("light") << false;
+    QTest::newRow("dark") << true;
+}
+
+void TestReadingView::contrasts()
+{
+    QFETCH(bool, isDark);
+    Fixture f(AllLooks);
+    if (isDark) {
+        f.setDark();
+    }
+    f.show("a.cnt");
+    QVERIFY(f.browser.page().prepared.isReading);
+    QCOMPARE(unreadable(f.browser), QStringList());
+    // The other palette, while the page is shown.
+    isDark ? f.browser.setPalette(QPalette(Qt::white)) : f.setDark();
+    QCOMPARE(unreadable(f.browser), QStringList());
+}
+
+/// What the style sheet does to the classes that prepared pages use.
+void TestReadingView::looks()
+{
+    Fixture f(AllLooks);
+    f.show("a.cnt");
+    const auto formatOf = [&](const char* text) {
+        const auto cursor =
+            f.browser.document()->find(QLatin1StringView(text), 0, QTextDocument::FindCaseSensitively);
+        if (cursor.isNull()) {
+            qFatal("no text %s", text);
+        }
+        return cursor;
+    };
+    const auto cellOf = [&](const char* text) {
+        const auto cursor = formatOf(text);
+        return cursor.currentTable()->cellAt(cursor).format().toTableCellFormat();
+    };
+    QVERIFY(formatOf("Text with").blockFormat().lineHeight() > 100);
+    QCOMPARE(formatOf("code").charFormat().fontFamilies().toStringList(),
+             QStringList(f.browser.getFontFixedFamily()));
+    QVERIFY(cellOf("if").hasProperty(QTextFormat::BackgroundBrush));
+    QCOMPARE(cellOf("Note").leftBorder(), 4.0);
+    QVERIFY(cellOf("Note").leftBorderBrush().color() != cellOf("Warning").leftBorderBrush().color());
+    QVERIFY(cellOf("Head").hasProperty(QTextFormat::BackgroundBrush));
+    QVERIFY(!cellOf("first").hasProperty(QTextFormat::BackgroundBrush));
+    QVERIFY(formatOf("no picture").charFormat().fontItalic());
+    // Code wraps, so that it never makes the page wider than the view.
+    QVERIFY(!formatOf("# why").blockFormat().nonBreakableLines());
+}
+
+/// Lines are short enough to read in any window.
+void TestReadingView::measure()
+{
+    Fixture f("== w.html\n<style></style><p>" + QByteArray("word ").repeated(500) +
+              "\n== h.html\n<p>By hand.");
+    const auto textWidth = [&] {
+        const auto format = f.browser.document()->rootFrame()->frameFormat();
+        return f.browser.viewport()->width() - int(format.leftMargin() + format.rightMargin());
+    };
+    f.show("w.html");
+    QVERIFY(textWidth() > f.browser.viewport()->width() - 60);
+    f.browser.resize(3000, 400);
+    QVERIFY(textWidth() < 1500);
+    f.show("h.html");
+    QVERIFY(textWidth() > 2900);
+}
+
+/// Switching the view keeps the place, names what is shown, and concerns later pages as well.
+void TestReadingView::switching()
+{
+    QByteArray html = "== w.html\n<script></script><nav>" +
+                      QByteArray("<a href='x'>furniture</a><br>").repeated(90) + "</nav>";
+    for (int i = 0; i < 60; ++i) {
+        html +=
+            "<h2 id='h" + QByteArray::number(i) + "'>Chapter " + QByteArray::number(i) + "</h2><p>Text.</p>";
+    }
+    Fixture f(html);
+    f.show("w.html");
+    QVERIFY(!f.browser.toPlainText().contains(u"furniture"_s));
+    f.browser.scrollTo(u"h30"_s);
+    const auto isAtChapter = [&] {
+        return f.browser.cursorForPosition(QPoint(40, 8)).block().text().startsWith(u"Chapter 30"_s);
+    };
+    QVERIFY(isAtChapter());
+    const QSignalSpy changed(&f.browser, &PageView::pageChanged);
+    f.browser.setReadingView(false);
+    QVERIFY(f.browser.toPlainText().contains(u"furniture"_s));
+    QVERIFY(isAtChapter());
+    f.browser.setReadingView(true);
+    QVERIFY(!f.browser.toPlainText().contains(u"furniture"_s));
+    QVERIFY(isAtChapter());
+    QCOMPARE(changed.count(), 2);
+    QCOMPARE(f.browser.page().prepared.headings.size(), size_t(60));
+    f.browser.scrollTo(f.browser.page().prepared.headings[10].anchor);
+    QVERIFY(f.browser.cursorForPosition(QPoint(40, 8)).block().text().startsWith(u"Chapter 10"_s));
+}
+
+/// Names lead to places wherever they stand.
+void TestReadingView::anchors_data()
+{
+    addTexts("html", "shown");
+    addRow("heading", "<h2 id='x'>here</h2>", "here");
+    addRow("section", "<div id='x'><p>here</p></div>", "here");
+    addRow("table", "<table id='x'><tr><td>here</td></tr></table>", "here");
+    addRow("code", "<pre id='x'>here</pre>", "here");
+    addRow("note", "<div class='note' id='x'><p>here</p></div>", "here");
+    addRow("link", "<p><a id='x' href='y'>here</a></p>", "here");
+    addRow("within a link", "<p>here <a href='y'><b id='x'>z</b></a></p>", "here z");
+    addRow("before furniture", "<div class='navheader'><a id='x' href='y'>no</a></div><p>here</p>", "here");
+}
+
+void TestReadingView::anchors()
+{
+    QFETCH(QString, html);
+    const QByteArray filler = QByteArray("<p>filler</p>").repeated(60);
+    Fixture f("== a.html\n<style></style>" + filler + html.toUtf8() + filler);
+    f.show("a.html#x");
+    QTEST(f.browser.cursorForPosition(QPoint(40, 8)).block().text(), "shown");
+}
+
+/// A wide picture is made to fit; a click shows it at its size.
+void TestReadingView::pictures()
+{
+    Fixture f("== p.html\n<style></style><p>Text <img src='wide.png'> text</p><p><a href='x'><img "
+              "src='wide.png'></a></p>");
+    QImage wide(2000, 100, QImage::Format_RGB32);
+    wide.fill(Qt::red);
+    QVERIFY(wide.save(f.files.path(u"wide.png"_s)));
+    f.show("p.html");
+    QVERIFY(f.browser.document()->size().width() <= f.browser.viewport()->width());
+    const QImage shown = f.browser.viewport()->grab().toImage();
+    int red = 0;
+    for (int y = 0; y < shown.height(); ++y) {
+        red += shown.pixelColor(shown.width() / 2, y) == QColor(Qt::red) ? 1 : 0;
+    }
+    QVERIFY(red > 30 && red < 70);
+    QPoint place;
+    for (int y = 0; y < shown.height() && place.isNull(); ++y) {
+        place = shown.pixelColor(100, y) == QColor(Qt::red) ? QPoint(100, y + 4) : QPoint();
+    }
+    const QSignalSpy activated(&f.browser, &PageView::pictureActivated);
+    f.browser.disconnect(&f.browser, &PageView::pictureActivated, &f.browser, nullptr);
+    QTest::mouseClick(f.browser.viewport(), Qt::LeftButton, {}, place);
+    QCOMPARE(activated.count(), 1);
+    QCOMPARE(activated.at(0).at(0).toString(), f.files.path(u"wide.png"_s));
+}
+
+void TestReadingView::copy_data()
+{
+    addTexts("html", "text");
+    addRow("code", "<p>a</p><pre>int x;\n\n  y;</pre><p>b</p>", "a\nint x;\n\n  y;\nb");
+    addRow("table", "<table><tr><th>A</th><th>B</th></tr><tr><td>c</td><td>d</td></tr></table><p>e</p>",
+           "A\tB\nc\td\ne");
+    addRow("note", "<p>a</p><div class='tip'><p class='title'>Tip</p><p>b</p></div><p>c</p>", "a\nTip\nb\nc");
+    addRow("picture", "<p>a <img src='no.png' alt='map'> b</p>", "a map b");
+    addRow("blanks", "<p>a&nbsp;b<br>c</p>", "a b\nc");
+    addRow("list", "<ul><li>a</li><li>b</li></ul>", "a\nb");
+}
+
+void TestReadingView::copy()
+{
+    QFETCH(QString, html);
+    Fixture f("== c.html\n<style></style>" + html.toUtf8());
+    f.show("c.html");
+    f.browser.selectAll();
+    QTEST(selectedText(f.browser.textCursor()), "text");
+    auto part = f.browser.document()->find(html.contains(u"int x"_s) ? u"int x"_s : u"a"_s);
+    QCOMPARE(selectedText(part), part.selectedText());
+}
+
+/// A page that passes its readers on is the page of its record all the same; two of them end.
+void TestReadingView::passingOn()
+{
+    Fixture f("== from.html\n<meta http-equiv=refresh content='0;url=to.html#x'><p>moved\n== to.html\n"
+              "<meta http-equiv=refresh content='0;url=from.html'><p>arrived");
+    QString notice;
+    connect(&f.browser, &PageView::noticed, [&](const QString& text) { notice = text; });
+    f.show("from.html");
+    QCOMPARE(f.browser.toPlainText(), u"arrived"_s);
+    QVERIFY(notice.contains(f.files.path(u"from.html"_s)));
+    QCOMPARE(f.browser.getCurrentLink()->page, f.files.path(u"from.html"_s));
+}
+
+/// Links and pictures start from the base that a page names; places within the page do not.
+void TestReadingView::base()
+{
+    Fixture f("== p.html\n<base href='sub/'><p><a href='q.html'>q</a> <a href='#x'>x</a> <img src='i.png' "
+              "alt='none'>\n"
+              "== sub/q.html\n<p>q");
+    QVERIFY(QImage(8, 8, QImage::Format_RGB32).save(f.files.path(u"sub/i.png"_s)));
+    f.show("p.html");
+    QVERIFY(!f.browser.toPlainText().contains(u"none"_s));
+    QString hovered;
+    connect(&f.browser, &PageView::linkHovered, [&](const QString& target) { hovered = target; });
+    Q_EMIT f.browser.highlighted(QUrl(linkCode(0)));
+    QCOMPARE(hovered, f.files.path(u"sub/q.html"_s));
+    Q_EMIT f.browser.highlighted(QUrl(linkCode(1)));
+    QCOMPARE(hovered, f.files.path(u"p.html#x"_s));
+}
+
+QTEST_MAIN(TestReadingView)
+#include "tst_readingview.moc"

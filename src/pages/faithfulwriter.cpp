@@ -3,6 +3,7 @@
 
 #include "pages/elementroles.h"
 #include "pages/htmltree.h"
+#include "pages/markup.h"
 
 #include <algorithm>
 #include <array>
@@ -87,7 +88,7 @@ bool FaithfulWriter::enter(const HtmlNode& element)
     }
     if (isEmptyElement(name)) {
         breakBlock();
-        putMarkup("<" + std::string(name) + attributesOf(element) + ">");
+        putMarkup(startTag(name, attributesOf(element)));
         return false;
     }
     if (isTooDeep()) {
@@ -101,8 +102,8 @@ bool FaithfulWriter::enter(const HtmlNode& element)
 void FaithfulWriter::openElement(const HtmlNode& element)
 {
     const auto name = element.name;
-    const std::string begin = "<" + std::string(name) + attributesOf(element) + ">";
-    std::string end = "</" + std::string(name) + ">";
+    const std::string begin = startTag(name, attributesOf(element));
+    std::string end = endTag(name);
     const Element kind = elementOf(element);
     if (kind == Element::Link) {
         openLink(element);
@@ -149,6 +150,7 @@ void FaithfulWriter::putStyleSheet(const HtmlNode& element)
                                  [](std::string_view word) { return equalsLower(word, "stylesheet"); });
     if (isSheet) {
         // Rich text takes all behind an unclosed link element for its content and shows nothing of it.
-        putMarkup("<link" + attributeText("href", attribute(element, "href")) + attributesOf(element) + "/>");
+        putMarkup(startTag("link",
+                           attributeText("href", attribute(element, "href")) + attributesOf(element) + "/"));
     }
 }

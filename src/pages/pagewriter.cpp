@@ -4,6 +4,7 @@
 #include "pages/elementroles.h"
 #include "pages/htmltree.h"
 #include "pages/links.h"
+#include "pages/markup.h"
 
 #include <QUrl>
 
@@ -24,19 +25,6 @@ QString toQString(std::string_view text)
 std::string toStdString(const QString& text)
 {
     return text.toStdString();
-}
-
-void appendEscaped(std::string& html, std::string_view text)
-{
-    for (size_t begin = 0; begin < text.size();) {
-        const size_t end = std::min(text.find_first_of("<>&\"", begin), text.size());
-        html += text.substr(begin, end - begin);
-        if (end < text.size()) {
-            const char c = text[end];
-            html += c == '<' ? "&lt;" : c == '>' ? "&gt;" : c == '&' ? "&amp;" : "&quot;";
-        }
-        begin = end + 1;
-    }
 }
 
 } // namespace
@@ -152,7 +140,7 @@ void PageWriter::openLink(const HtmlNode& element)
     putAnchors();
     ++m_openLinks;
     const std::string code = attributeText("href", toStdString(linkCode(end.link - 1)));
-    open("<a" + code + attributesOf(element) + '>', std::move(end));
+    open(startTag("a", code + attributesOf(element)), std::move(end));
 }
 
 void PageWriter::openHeading(int level, std::string_view markup, std::string end)
@@ -194,17 +182,8 @@ void PageWriter::addAnchor(std::string_view name)
 void PageWriter::putAnchors()
 {
     for (const auto& anchor : std::exchange(m_anchors, {})) {
-        m_html += "<a" + attributeText("name", anchor) + "></a>";
+        m_html += startTag("a", attributeText("name", anchor)) + "</a>";
     }
-}
-
-std::string PageWriter::attributeText(std::string_view name, std::string_view value)
-{
-    std::string text = " ";
-    text += name;
-    text += "=\"";
-    appendEscaped(text, value);
-    return text + '"';
 }
 
 void PageWriter::putText(std::string_view text)
@@ -315,7 +294,7 @@ void PageWriter::putPicture(const HtmlNode& element)
     putAnchors();
     const std::string url =
         QUrl::fromLocalFile(localFile(attribute(element, "src"))).toEncoded().toStdString();
-    m_html += "<img" + attributeText("src", url) + attributesOf(element) + '>';
+    m_html += startTag("img", attributeText("src", url) + attributesOf(element));
     m_isLineEmpty = false;
     m_isBreakDue = isApart;
 }
@@ -336,7 +315,7 @@ void PageWriter::putAlternative(std::string_view text)
 void PageWriter::putLink(std::string_view href, std::string_view text)
 {
     m_page.links.push_back({toQString(href), toQString(text)});
-    m_html += "<a" + attributeText("href", toStdString(linkCode(m_page.links.size() - 1))) + '>';
+    m_html += startTag("a", attributeText("href", toStdString(linkCode(m_page.links.size() - 1))));
     putText(text);
     m_html += "</a>";
 }

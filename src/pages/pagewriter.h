@@ -77,7 +77,6 @@ protected:
     void putText(std::string_view text);
     /// The same, with blanks as they are written.
     void putWritten(std::string_view text);
-    [[nodiscard]] static std::string attributeText(std::string_view name, std::string_view value);
     void breakLine();
     /// Where one paragraph ends and another begins.
     void breakBlock();

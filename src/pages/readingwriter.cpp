@@ -2,6 +2,7 @@
 #include "pages/readingwriter.h"
 
 #include "pages/htmltree.h"
+#include "pages/markup.h"
 
 #include <algorithm>
 #include <charconv>
@@ -86,30 +87,26 @@ std::string_view alignmentOf(const HtmlNode& element)
     return isElement(element, "center") ? known[0] : std::string_view();
 }
 
-/// A start tag with the element's alignment and direction of writing.
-std::string startTag(std::string_view name, const HtmlNode& element, std::string_view className = {})
+/// A table with one cell, which is what rich text has for a ground or a bar at the side.
+std::string boxStart(std::string_view name)
 {
-    std::string tag = "<" + std::string(name);
-    const auto add = [&tag](std::string_view attributeName, std::string_view value) {
-        if (!value.empty()) {
-            tag += ' ';
-            tag += attributeName;
-            tag += "=\"";
-            tag += value;
-            tag += '"';
-        }
-    };
-    add("class", className);
-    add("align", alignmentOf(element));
-    if (equalsLower(attribute(element, "dir"), "rtl")) {
-        add("dir", "rtl");
-    }
-    return tag + '>';
+    const std::string look = attributeText("class", name);
+    return startTag("table", look + R"( width="100%" cellspacing="0")") + "<tr>" + startTag("td", look);
 }
 
-std::string endTag(std::string_view name)
+constexpr std::string_view BoxEnd = "</td></tr></table>";
+
+/// A class, and the element's alignment and direction of writing.
+std::string lookOf(const HtmlNode& element, std::string_view className = {})
 {
-    return "</" + std::string(name) + '>';
+    std::string look = className.empty() ? std::string() : attributeText("class", className);
+    if (const auto alignment = alignmentOf(element); !alignment.empty()) {
+        look += attributeText("align", alignment);
+    }
+    if (equalsLower(attribute(element, "dir"), "rtl")) {
+        look += attributeText("dir", "rtl");
+    }
+    return look;
 }
 
 } // namespace
@@ -131,6 +128,11 @@ void ReadingWriter::writePage(const HtmlNode& body, const HtmlNode& content)
 std::string_view ReadingWriter::box() const
 {
     return m_tables.empty() ? std::string_view() : m_tables.back().box;
+}
+
+bool ReadingWriter::isInTable() const
+{
+    return !m_tables.empty() && m_tables.back().box.empty() && !m_tables.back().isFlat && !isVerbatim();
 }
 
 bool ReadingWriter::enter(const HtmlNode& element)
@@ -229,7 +231,7 @@ void ReadingWriter::openElement(const HtmlNode& element, const ElementNotes& not
         openList(element);
         break;
     case Element::Item:
-        openBlock(startTag("li", element), "</li>");
+        openBlock(startTag("li", lookOf(element)), "</li>");
         break;
     case Element::Term:
         m_signature = notes.role == Role::Signature ? &element : m_signature;
@@ -242,7 +244,7 @@ void ReadingWriter::openElement(const HtmlNode& element, const ElementNotes& not
         openTable(element, notes);
         break;
     case Element::Row:
-        m_tables.empty() ? openBlock("<div>", "</div>") : openBlock("<tr>", "</tr>");
+        isInTable() ? openBlock("<tr>", "</tr>") : openBlock("<div>", "</div>");
         break;
     case Element::Cell:
         openCell(element);
@@ -271,14 +273,13 @@ void ReadingWriter::openDivision(const HtmlNode& element, const ElementNotes& no
         openContainer("<div class=\"figure\" align=\"center\">", "</div>");
     } else if (isVerbatim()) {
         openTransparent(element);
-    } else if (const std::string tag = startTag("div", element); tag != "<div>") {
+    } else if (const std::string tag = startTag("div", lookOf(element)); tag != "<div>") {
         openBlock(tag, "</div>");
     } else {
         openContainer({}, {});
     }
 }
 
-/// A table with one cell, which is what rich text has for a ground or a bar at the side.
 void ReadingWriter::openBox(const HtmlNode& element, std::string_view name, std::string_view inner,
                             std::string innerEnd)
 {
@@ -286,14 +287,9 @@ void ReadingWriter::openBox(const HtmlNode& element, std::string_view name, std:
         openBlock(inner, std::move(innerEnd));
         return;
     }
-    std::string markup = R"(<table class=")";
-    markup += name;
-    markup += R"(" width="100%" cellspacing="0"><tr><td class=")";
-    markup += name;
-    markup += R"(">)";
-    markup += inner;
     m_tables.push_back({&element, name});
-    innerEnd += "</td></tr></table>";
+    const std::string markup = boxStart(name).append(inner);
+    innerEnd += BoxEnd;
     inner.empty() ? openContainer(markup, std::move(innerEnd)) : openBlock(markup, std::move(innerEnd));
 }
 
@@ -339,9 +335,9 @@ void ReadingWriter::openParagraph(const HtmlNode& element, const ElementNotes& n
     } else if (notes.role == Role::Title || notes.element == Element::Summary) {
         openTitle(element, notes);
     } else if (notes.role == Role::Caption || notes.element != Element::Paragraph) {
-        openBlock(startTag("p", element, "caption"), "</p>");
+        openBlock(startTag("p", lookOf(element, "caption")), "</p>");
     } else {
-        openBlock(startTag("p", element, paragraphClass(element, notes)), "</p>");
+        openBlock(startTag("p", lookOf(element, paragraphClass(element, notes))), "</p>");
     }
 }
 
@@ -353,12 +349,12 @@ void ReadingWriter::openTitle(const HtmlNode& element, const ElementNotes& notes
         return;
     }
     if (!box().empty()) {
-        openBlock("<p class=\"" + std::string(box()) + "\"><b>", "</b></p>");
+        openBlock(startTag("p", attributeText("class", box())) + "<b>", "</b></p>");
     } else if (notes.element == Element::Heading) {
         const auto name = element.name;
-        openHeading(name[1] - '0', startTag(name, element), endTag(name));
+        openHeading(name[1] - '0', startTag(name, lookOf(element)), endTag(name));
     } else {
-        openBlock(startTag("p", element, "title"), "</p>");
+        openBlock(startTag("p", lookOf(element, "title")), "</p>");
     }
 }
 
@@ -374,7 +370,7 @@ void ReadingWriter::openInline(const HtmlNode& element, const ElementNotes& note
         openCode(element, notes);
     } else if (notes.element == Element::Inline) {
         const auto name = element.name;
-        open("<" + std::string(name) + ">", endTag(name));
+        open(startTag(name), endTag(name));
     } else if (notes.element == Element::Quotation) {
         openTransparent(element);
         putText("“");
@@ -408,8 +404,7 @@ void ReadingWriter::openListing(const HtmlNode& element)
         openVerbatim("<pre>", "</pre>");
     } else {
         m_tables.push_back({&element, {}});
-        openVerbatim(R"(<table class="code" width="100%" cellspacing="0"><tr><td class="code"><pre>)",
-                     "</pre></td></tr></table>");
+        openVerbatim(boxStart("code") + "<pre>", "</pre>" + std::string(BoxEnd));
     }
 }
 
@@ -419,46 +414,45 @@ void ReadingWriter::openList(const HtmlNode& element)
         openBlock("<ul>", "</ul>");
         return;
     }
-    std::string markup = "<ol";
+    std::string attributes;
     if (const int start = numberOf(element, "start", HighestNumber); start > 1) {
-        markup += " start=\"" + std::to_string(start) + '"';
+        attributes += attributeText("start", std::to_string(start));
     }
     const auto type = attribute(element, "type");
     if (type == "a" || type == "A" || type == "i" || type == "I") {
-        markup += " type=\"" + std::string(type) + '"';
+        attributes += attributeText("type", type);
     }
-    openBlock(markup + '>', "</ol>");
+    openBlock(startTag("ol", attributes), "</ol>");
 }
 
 void ReadingWriter::openTable(const HtmlNode& element, const ElementNotes& notes)
 {
     if (!notes.hasContent() || isVerbatim() || m_tables.size() >= DeepestTable) {
+        m_tables.push_back({&element, {}, false, true});
         openContainer({}, {});
         return;
     }
     const bool isData = isDataTable(element, notes);
-    std::string markup = isData ? R"(<table class="data" cellspacing="0" cellpadding="5")"
-                                : R"(<table cellspacing="0" cellpadding="2")";
+    std::string attributes =
+        isData ? R"( class="data" cellspacing="0" cellpadding="5")" : R"( cellspacing="0" cellpadding="2")";
     if (attribute(element, "width") == "100%") {
-        markup += R"( width="100%")";
+        attributes += attributeText("width", "100%");
     }
     m_tables.push_back({&element, {}, isData});
-    openBlock(markup + '>', "</table>");
+    openBlock(startTag("table", attributes), "</table>");
 }
 
 void ReadingWriter::openCell(const HtmlNode& element)
 {
-    if (m_tables.empty() || isVerbatim()) {
+    if (!isInTable()) {
         openBlock("<div>", "</div>");
         return;
     }
-    const auto name = element.name;
-    std::string markup = startTag(name, element, isInData() ? "data" : "");
-    markup.pop_back();
+    std::string attributes = lookOf(element, m_tables.back().isData ? "data" : "");
     for (const auto* span : {"colspan", "rowspan"}) {
         if (const int count = numberOf(element, span, WidestSpan); count > 1) {
-            markup += ' ' + std::string(span) + "=\"" + std::to_string(count) + '"';
+            attributes += attributeText(span, std::to_string(count));
         }
     }
-    openBlock(markup + " valign=\"top\">", endTag(name));
+    openBlock(startTag(element.name, attributes + attributeText("valign", "top")), endTag(element.name));
 }

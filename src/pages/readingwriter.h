@@ -40,8 +40,10 @@ private:
         const HtmlNode* element;
         std::string_view box; ///< what it is around, such as "note"; empty for a table of the page
         bool isData = false;
+        bool isFlat = false; ///< written as paragraphs, because it is too deep or empty
     };
-    [[nodiscard]] bool isInData() const { return !m_tables.empty() && m_tables.back().isData; }
+    /// Whether rows and cells are to be written as such.
+    [[nodiscard]] bool isInTable() const;
     [[nodiscard]] std::string_view box() const;
 
     std::vector<Table> m_tables;           ///< those that are open, the innermost last

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// Appends text with the characters escaped that mean something in HTML.
+void appendEscaped(std::string& html, std::string_view text);
+
+/// An attribute as it stands in a tag, such as ` name="value"`.
+[[nodiscard]] std::string attributeText(std::string_view name, std::string_view value);
+
+/// `attributes` is a sequence of what attributeText() gives.
+[[nodiscard]] std::string startTag(std::string_view name, std::string_view attributes = {});
+[[nodiscard]] std::string endTag(std::string_view name);

@@ -87,24 +87,29 @@ void TestPersistence::keysAndTypes()
         run.browser().setFontFixedFamily(QStringLiteral("Fixed Font"));
         run.browser().setLinkUnderline(false);
         run.browser().setLinkColor(QColor(0, 0, 255));
+        run.window.findChild<QAction*>(QStringLiteral("viewReadingAction"))->trigger();
         run.window.resize(700, 500);
     }
     const auto lines = readStore();
-    for (const auto* line :
-         {"[HelpMainWindow]", "fontName=Some Font", "fontSize=17", "fontFixedName=Fixed Font",
-          "linkUnderline=false", "linkColor=-16776961", R"(geometry\w=700)", R"(geometry\h=500)"}) {
+    for (const auto* line : {"[HelpMainWindow]", "fontName=Some Font", "fontSize=17",
+                             "fontFixedName=Fixed Font", "linkUnderline=false", "readingView=false",
+                             "linkColor=-16776961", R"(geometry\w=700)", R"(geometry\h=500)"}) {
         QVERIFY2(lines.contains(line), line);
     }
     QVERIFY(lines.contains("contents=" + files.path(QStringLiteral("b.cnt")).toUtf8() + ", " +
                            files.path(QStringLiteral("a.cnt")).toUtf8()));
     const QByteArray block = QSettings().value(QStringLiteral("HelpMainWindow/dockGeometry")).toByteArray();
     QVERIFY(block.startsWith("\x01\xd9\xd0\xcb"));
+    Run again;
+    QVERIFY(!again.browser().isReadingView());
+    QVERIFY(!again.window.findChild<QAction*>(QStringLiteral("viewReadingAction"))->isChecked());
 }
 
 void TestPersistence::firstStart()
 {
     Run run;
     QCOMPARE(run.window.size(), QSize(590, 400));
+    QVERIFY(run.browser().isReadingView());
     QCOMPARE(run.browser().getFontFamily(), QApplication::font().family());
 }
 

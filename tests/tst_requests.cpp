@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "testfiles.h"
 
+#include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -208,6 +209,28 @@ private Q_SLOTS:
         QCOMPARE(found[u"problems"].toArray().size(), 2);
         QCOMPARE(found[u"problems"][0][u"file"].toString(), m_files->path(u"no.cnt"_s));
         QCOMPARE(found[u"problems"][1][u"severity"].toString(), u"error"_s);
+    }
+
+    void renderedPages()
+    {
+        m_files->write(u"a.html"_s, "<style>x{}</style><nav>" +
+                                        QByteArray("<a href=x>n</a><br>").repeated(50) + "</nav><p>a");
+        const auto height = [&](const QStringList& options) {
+            const auto answer =
+                run(QStringList{u"--png"_s, u"out.png"_s} + options + QStringList{u"a.html"_s});
+            return answer.code == 0 ? QImage(m_files->path(u"out.png"_s)).height() : -1;
+        };
+        QVERIFY(height({}) > 0);
+        QVERIFY(height({}) * 5 < height({u"--as-written"_s}));
+        QCOMPARE(height({u"--width"_s, u"300"_s, u"--as-written"_s}),
+                 height({u"--as-written"_s, u"--width"_s, u"300"_s}));
+        QCOMPARE(run({u"--pdf"_s, u"out.pdf"_s, u"--as-written"_s, u"a.html"_s}).code, 0);
+        for (const auto& bad : {QStringList{u"--png"_s, u"o.png"_s},
+                                QStringList{u"--png"_s, u"o.png"_s, u"--width"_s, u"0"_s, u"a.html"_s},
+                                QStringList{u"--pdf"_s, u"o.pdf"_s, u"a.html"_s, u"b.html"_s}}) {
+            QCOMPARE(run(bad).code, 2);
+        }
+        QVERIFY(!QFileInfo::exists(m_files->path(u"o.png"_s)));
     }
 
     void dumpOddText()

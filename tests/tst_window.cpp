@@ -146,6 +146,7 @@ private Q_SLOTS:
     void paneAndToolBarMarks();
     void foreignTextIsPlain();
     void addContents();
+    void outline();
     void manual();
 };
 
@@ -464,6 +465,32 @@ void TestWindow::addContents()
     f.trigger("fileAddContentsAction");
     QCOMPARE(f.page(), QStringLiteral("other"));
     QVERIFY(InstalledContents::loadInstalledFromSettings().isEmpty());
+}
+
+/// The submenu lists the headings of the page shown, as plain text.
+void TestWindow::outline()
+{
+    Fixture f;
+    f.open();
+    QByteArray html = "<h1>One & <i>all</i></h1>" + QByteArray("<p>Text.</p>").repeated(100);
+    for (int i = 0; i < 70; ++i) {
+        html += "<h3>Detail</h3>";
+    }
+    f.files.write(QStringLiteral("long.html"), html + "<h2>Two</h2><h2> </h2>");
+    auto* menu = f.window->findChild<QMenu*>(QStringLiteral("outlineMenu"));
+    QVERIFY(!menu->isEnabled());
+    f.browser()->setSource(f.files.path(QStringLiteral("long.html")));
+    QVERIFY(menu->isEnabled());
+    Q_EMIT menu->aboutToShow();
+    QStringList titles;
+    for (const auto* action : menu->actions()) {
+        titles += action->text();
+    }
+    QCOMPARE(titles, (QStringList{QStringLiteral("One && all"), QStringLiteral("    Two")}));
+    menu->actions().at(1)->trigger();
+    QVERIFY(f.browser()->place() > 0);
+    f.browser()->setSource(f.files.path(QStringLiteral("a1.html")));
+    QVERIFY(!menu->isEnabled());
 }
 
 void TestWindow::manual()

@@ -25,7 +25,7 @@ const QString ReadingLayout = QStringLiteral(
     "dt{font-weight:bold;margin-top:6px;margin-bottom:2px}dt.sig{font-weight:normal;margin-top:12px}"
     "dd{margin-bottom:6px}"
     "pre{white-space:pre-wrap;line-height:100%;margin-top:0;margin-bottom:0}td.code{padding:8px}"
-    "table{margin-top:4px;margin-bottom:14px}"
+    "table{margin-top:4px;margin-bottom:8px}"
     "td.note,td.tip,td.warning,td.danger{padding:8px;padding-left:12px}td.quote{padding-left:12px}"
     "table.data{border-collapse:collapse}th.data{text-align:left}"
     "kbd{font-weight:bold}div.figure{line-height:100%;margin-top:4px;margin-bottom:12px}span.alt{font-style:"

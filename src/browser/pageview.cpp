@@ -27,7 +27,7 @@ namespace {
 constexpr int HintMargin = 32;     // pixels
 constexpr int PageMargin = 10;     // pixels
 constexpr int ReadingMargin = 20;  // pixels
-constexpr int ReadingMeasure = 90; // characters of average width in a line
+constexpr int ReadingMeasure = 100; // characters of average width in a line
 
 /// Calls `use` with each anchor name of a document and its position until it returns true.
 template <typename Use>

@@ -61,7 +61,7 @@ QColor groundOf(const QTextFormat& format, const QColor& behind)
 QStringList unreadable(const HelpBrowser& browser)
 {
     QStringList found;
-    const QPalette palette = browser.palette();
+    const QPalette& palette = browser.palette();
     for (auto block = browser.document()->begin(); block.isValid(); block = block.next()) {
         QColor behind = palette.color(QPalette::Base);
         if (const auto* table = QTextCursor(block).currentTable()) {

@@ -6,7 +6,7 @@
 namespace {
 
 constexpr qsizetype LongestTitle = 70; // characters
-constexpr int IndentWidth = 4;         // blanks for each level
+constexpr qsizetype IndentWidth = 4;   // blanks for each level
 
 /// The lowest level of heading that can be shown without having too many of them.
 int lowestLevel(const std::vector<PageHeading>& headings)
@@ -24,7 +24,7 @@ QString plainTitle(const PageHeading& heading, int topLevel)
 {
     QString title =
         heading.text.size() > LongestTitle ? heading.text.first(LongestTitle - 1) + u'…' : heading.text;
-    return QString((heading.level - topLevel) * IndentWidth, u' ') +
+    return QString(IndentWidth * (heading.level - topLevel), u' ') +
            title.replace(u'&', QStringLiteral("&&"));
 }
 

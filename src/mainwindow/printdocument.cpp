@@ -99,7 +99,7 @@ PrintDocument::PrintDocument(const PrintablePage& page, QPaintDevice* device, co
 
 QPalette PrintDocument::paperPalette()
 {
-    QPalette palette(QColor(Qt::white));
+    QPalette palette{QColor(Qt::white)};
     palette.setColor(QPalette::Base, Qt::white);
     palette.setColor(QPalette::Text, Qt::black);
     palette.setColor(QPalette::Link, Qt::blue);

@@ -105,15 +105,17 @@ bool isTransparent(const HtmlNode& element)
     return std::find(names.begin(), names.end(), element.name) != names.end();
 }
 
+/// The innermost division or cell that holds all that is to be read. A page of one table is no such case.
 const HtmlNode* densest(const HtmlNode& body)
 {
-    const auto* element = &body;
+    const auto* found = &body;
     for (const auto* inner = onlyMatter(body);
          inner != nullptr && (isContainer(PageSurvey::notes(*inner)) || isTransparent(*inner));
          inner = onlyMatter(*inner)) {
-        element = inner;
+        const Element kind = PageSurvey::notes(*inner).element;
+        found = kind == Element::Block || kind == Element::Cell ? inner : found;
     }
-    return element;
+    return found;
 }
 
 } // namespace

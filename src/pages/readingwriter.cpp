@@ -191,7 +191,11 @@ void ReadingWriter::text(const HtmlNode& node)
     if (isInPre && node.next == nullptr) {
         content = content.substr(0, content.find_last_not_of(" \t\r\n") + 1);
     }
+    // Rich text drops the text of a row that is in none of its cells.
+    const bool isStray = isInTable() && !isBlank(content) && notesOf(*node.parent).element == Element::Row;
+    putMarkup(isStray ? "<td>" : "");
     putText(content);
+    putMarkup(isStray ? "</td>" : "");
 }
 
 std::string ReadingWriter::attributesOf(const HtmlNode& element) const
@@ -270,7 +274,7 @@ void ReadingWriter::openDivision(const HtmlNode& element, const ElementNotes& no
     } else if (notes.role == Role::Title || notes.role == Role::Caption) {
         openParagraph(element, notes);
     } else if (notes.role == Role::Figure || isElement(element, "figure")) {
-        openContainer("<div class=\"figure\" align=\"center\">", "</div>");
+        openContainer(R"(<div class="figure" align="center">)", "</div>");
     } else if (isVerbatim()) {
         openTransparent(element);
     } else if (const std::string tag = startTag("div", lookOf(element)); tag != "<div>") {

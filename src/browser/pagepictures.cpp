@@ -78,11 +78,16 @@ void PagePictures::drawObject(QPainter* painter, const QRectF& rect, QTextDocume
     painter->restore();
 }
 
-bool PagePictures::isReduced(const QTextDocument& document, int position)
+QString PagePictures::reducedAt(const QTextDocument& document, const QPointF& point)
 {
-    QTextCursor cursor(const_cast<QTextDocument*>(&document));
-    cursor.setPosition(position + 1);
-    const auto format = cursor.charFormat();
-    return format.isImageFormat() && shownSize(document, position, format).width() <
-                                         pictureOf(document, format).deviceIndependentSize().width();
+    const auto* layout = document.documentLayout();
+    const QString name = layout->imageAt(point);
+    if (name.isEmpty() || !layout->anchorAt(point).isEmpty()) {
+        return {};
+    }
+    const int position = layout->hitTest(point, Qt::ExactHit);
+    const auto format = layout->formatAt(point);
+    const bool isReduced = shownSize(document, position, format).width() <
+                           pictureOf(document, format).deviceIndependentSize().width();
+    return isReduced ? QUrl(name).toLocalFile() : QString();
 }

@@ -17,8 +17,9 @@ public:
     void drawObject(QPainter* painter, const QRectF& rect, QTextDocument* document, int position,
                     const QTextFormat& format) override;
 
-    /// Whether the picture at a position is shown smaller than it is.
-    [[nodiscard]] static bool isReduced(const QTextDocument& document, int position);
+    /// The file of the picture at a point of the document that is shown smaller than it is and is no link;
+    /// empty when there is none.
+    [[nodiscard]] static QString reducedAt(const QTextDocument& document, const QPointF& point);
 
 private:
     explicit PagePictures(QObject* parent) : QObject(parent) {}

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "browser/pageview.h"
 
+#include "browser/pageanchors.h"
 #include "browser/pagepictures.h"
 #include "browser/pageresource.h"
 #include "browser/selectedtext.h"
@@ -15,7 +16,6 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QScrollBar>
-#include <QTextBlock>
 #include <QTextFrame>
 #include <QUrl>
 
@@ -24,27 +24,10 @@
 
 namespace {
 
-constexpr int HintMargin = 32;     // pixels
-constexpr int PageMargin = 10;     // pixels
-constexpr int ReadingMargin = 20;  // pixels
+constexpr int HintMargin = 32;      // pixels
+constexpr int PageMargin = 10;      // pixels
+constexpr int ReadingMargin = 20;   // pixels
 constexpr int ReadingMeasure = 100; // characters of average width in a line
-
-/// Calls `use` with each anchor name of a document and its position until it returns true.
-template <typename Use>
-void anyAnchor(const QTextDocument& document, Use use)
-{
-    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-        for (auto it = block.begin(); !it.atEnd(); ++it) {
-            const QTextFragment fragment = it.fragment();
-            const auto names = fragment.charFormat().anchorNames();
-            for (const auto& name : names) {
-                if (use(name, fragment.position())) {
-                    return;
-                }
-            }
-        }
-    }
-}
 
 } // namespace
 
@@ -162,7 +145,7 @@ void PageView::setReadingView(bool isOn)
         return;
     }
     // Positions differ between the presentations, names do not.
-    const QString anchor = place() == 0 ? QString() : anchorBefore(place());
+    const QString anchor = place() == 0 ? QString() : PageAnchors::before(*document(), place());
     prepare();
     applyText();
     scrollTo(anchor);
@@ -191,7 +174,7 @@ void PageView::scrollTo(const QString& anchor)
     }
     for (const auto& name : {anchor, QUrl::fromPercentEncoding(anchor.toUtf8()),
                              QString::fromLatin1(QUrl::toPercentEncoding(anchor))}) {
-        if (hasAnchor(name)) {
+        if (PageAnchors::contains(*document(), name)) {
             scrollToAnchor(name);
             return;
         }
@@ -200,28 +183,6 @@ void PageView::scrollTo(const QString& anchor)
     if (anchor != u"top") {
         Q_EMIT noticed(tr("The page has no place named \"%1\"").arg(anchor));
     }
-}
-
-bool PageView::hasAnchor(const QString& name) const
-{
-    bool found = false;
-    anyAnchor(*document(), [&](const QString& anchor, int /*position*/) {
-        found = anchor == name;
-        return found;
-    });
-    return found;
-}
-
-/// The name of the last place before `place` that has one; empty when there is none.
-QString PageView::anchorBefore(int place) const
-{
-    QString last;
-    anyAnchor(*document(), [&](const QString& anchor, int position) {
-        const bool isBeyond = position > place;
-        last = isBeyond ? last : anchor;
-        return isBeyond;
-    });
-    return last;
 }
 
 int PageView::place() const
@@ -370,13 +331,8 @@ void PageView::resizeEvent(QResizeEvent* event)
 /// The file of a picture that is shown smaller than it is and is no link; empty when there is none.
 QString PageView::reducedPictureAt(const QPoint& point) const
 {
-    const QPointF place = point + QPoint(horizontalScrollBar()->value(), verticalScrollBar()->value());
-    const auto* layout = document()->documentLayout();
-    if (layout->imageAt(place).isEmpty() || !layout->anchorAt(place).isEmpty()) {
-        return {};
-    }
-    const bool isReduced = PagePictures::isReduced(*document(), layout->hitTest(place, Qt::ExactHit));
-    return isReduced ? QUrl(layout->imageAt(place)).toLocalFile() : QString();
+    return PagePictures::reducedAt(
+        *document(), point + QPoint(horizontalScrollBar()->value(), verticalScrollBar()->value()));
 }
 
 void PageView::mouseMoveEvent(QMouseEvent* event)

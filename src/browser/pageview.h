@@ -114,8 +114,6 @@ private:
     void fitMargins();
     [[nodiscard]] QString hrefOf(const QUrl& link) const;
     [[nodiscard]] QString reducedPictureAt(const QPoint& point) const;
-    [[nodiscard]] bool hasAnchor(const QString& name) const;
-    [[nodiscard]] QString anchorBefore(int place) const;
     void zoomBy(int step);
     void applyFont(const QFont& changed);
 

@@ -2,6 +2,7 @@
 #include "pages/pagewriter.h"
 
 #include "pages/elementroles.h"
+#include "pages/elementtext.h"
 #include "pages/htmltree.h"
 #include "pages/links.h"
 #include "pages/markup.h"
@@ -9,7 +10,6 @@
 #include <QUrl>
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <utility>
 
@@ -336,33 +336,6 @@ void PageWriter::putFrame(const HtmlNode& element)
     leave(element);
 }
 
-void PageWriter::putField(const HtmlNode& element)
-{
-    static constexpr std::array<std::string_view, 6> withText{"",      "text",   "submit",
-                                                              "reset", "button", "search"};
-    for (const auto type : withText) {
-        if (equalsLower(attribute(element, "type"), type)) {
-            putText(" ");
-            putText(attribute(element, "value"));
-            putText(" ");
-            return;
-        }
-    }
-}
-
-void PageWriter::putChoice(const HtmlNode& element)
-{
-    std::string_view separator = " ";
-    for (const auto* node = &element; node != nullptr; node = nextNode(node, &element)) {
-        if (isText(*node) && !isBlank(node->content)) {
-            putText(separator);
-            putText(node->content);
-            separator = " / ";
-        }
-    }
-    putText(" ");
-}
-
 /// A part of a picture that leads elsewhere.
 void PageWriter::putArea(const HtmlNode& element)
 {
@@ -377,17 +350,11 @@ void PageWriter::putArea(const HtmlNode& element)
     }
 }
 
-/// Of a drawing within the page only its texts can be shown.
-void PageWriter::putDrawing(const HtmlNode& element)
+/// Writes text with a blank on either side.
+void PageWriter::putApart(std::string_view text)
 {
-    for (const auto* node = &element; node != nullptr;) {
-        const bool isShown = !isElement(*node, "style") && !isElement(*node, "script");
-        if (isText(*node) && !isBlank(node->content)) {
-            putText(" ");
-            putText(node->content);
-        }
-        node = nextNode(node, &element, isShown);
-    }
+    putText(" ");
+    putText(text);
     putText(" ");
 }
 
@@ -401,16 +368,16 @@ bool PageWriter::putSpecial(const HtmlNode& element)
         putFrame(element);
         return true;
     case Element::Field:
-        putField(element);
+        putApart(fieldText(element));
         return true;
     case Element::Choice:
-        putChoice(element);
+        putApart(choiceText(element));
         return true;
     case Element::Area:
         putArea(element);
         return true;
     case Element::Drawing:
-        putDrawing(element);
+        putApart(drawingText(element));
         return true;
     case Element::Break:
         breakLine();

@@ -96,10 +96,8 @@ private:
     void putPicture(const HtmlNode& element);
     void putAlternative(std::string_view text);
     void putFrame(const HtmlNode& element);
-    void putField(const HtmlNode& element);
-    void putChoice(const HtmlNode& element);
     void putArea(const HtmlNode& element);
-    void putDrawing(const HtmlNode& element);
+    void putApart(std::string_view text);
     void addAnchor(std::string_view name);
     void putAnchors();
     void putWords(std::string_view text, bool isForHtml);

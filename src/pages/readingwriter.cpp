@@ -3,39 +3,25 @@
 
 #include "pages/htmltree.h"
 #include "pages/markup.h"
-
-#include <algorithm>
-#include <charconv>
+#include "pages/readinglook.h"
 
 namespace {
 
 constexpr size_t DeepestTable = 8; // rich text takes a multiple of the time for each table in another one
 constexpr int LargePicture = 200;  // pixels
-constexpr int WidestSpan = 1000;   // columns or rows
-constexpr int HighestNumber = 1'000'000; // of a list's item
 
 const ElementNotes& notesOf(const HtmlNode& element)
 {
     return PageSurvey::notes(element);
 }
 
-/// The kind of note that the element is; empty when it is none.
-std::string_view noteName(Role role)
+bool hasKeysInside(const HtmlNode& element)
 {
-    switch (role) {
-    case Role::Note:
-        return "note";
-    case Role::Tip:
-        return "tip";
-    case Role::Warning:
-        return "warning";
-    case Role::Danger:
-        return "danger";
-    case Role::Aside:
-        return "quote";
-    default:
-        return {};
+    const auto* node = nextNode(&element, &element);
+    while (node != nullptr && !isElement(*node, "kbd")) {
+        node = nextNode(node, &element);
     }
+    return node != nullptr;
 }
 
 bool isLastElement(const HtmlNode& element)
@@ -45,68 +31,6 @@ bool isLastElement(const HtmlNode& element)
         next = next->next;
     }
     return next == nullptr;
-}
-
-bool hasDescendant(const HtmlNode& element, std::string_view name)
-{
-    for (const auto* node = &element; node != nullptr; node = nextNode(node, &element)) {
-        if (node != &element && isElement(*node, name)) {
-            return true;
-        }
-    }
-    return false;
-}
-
-/// Whether a table holds data; the others only place things side by side.
-bool isDataTable(const HtmlNode& table, const ElementNotes& notes)
-{
-    const auto border = attribute(table, "border");
-    const bool isFramed = !border.empty() && border != "0";
-    const auto role = attribute(table, "role");
-    return role != "presentation" && role != "none" &&
-           (isFramed || notes.role == Role::DataTable || hasDescendant(table, "th"));
-}
-
-/// A number as a page writes it, from 1 to `most`.
-int numberOf(const HtmlNode& element, const char* name, int most)
-{
-    const auto text = attribute(element, name);
-    int number = 1;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return std::clamp(number, 1, most);
-}
-
-std::string_view alignmentOf(const HtmlNode& element)
-{
-    static constexpr std::string_view known[] = {"center", "right", "left", "justify"};
-    for (const auto name : known) {
-        if (equalsLower(attribute(element, "align"), name)) {
-            return name;
-        }
-    }
-    return isElement(element, "center") ? known[0] : std::string_view();
-}
-
-/// A table with one cell, which is what rich text has for a ground or a bar at the side.
-std::string boxStart(std::string_view name)
-{
-    const std::string look = attributeText("class", name);
-    return startTag("table", look + R"( width="100%" cellspacing="0")") + "<tr>" + startTag("td", look);
-}
-
-constexpr std::string_view BoxEnd = "</td></tr></table>";
-
-/// A class, and the element's alignment and direction of writing.
-std::string lookOf(const HtmlNode& element, std::string_view className = {})
-{
-    std::string look = className.empty() ? std::string() : attributeText("class", className);
-    if (const auto alignment = alignmentOf(element); !alignment.empty()) {
-        look += attributeText("align", alignment);
-    }
-    if (equalsLower(attribute(element, "dir"), "rtl")) {
-        look += attributeText("dir", "rtl");
-    }
-    return look;
 }
 
 } // namespace
@@ -200,16 +124,7 @@ void ReadingWriter::text(const HtmlNode& node)
 
 std::string ReadingWriter::attributesOf(const HtmlNode& element) const
 {
-    std::string kept;
-    if (isElement(element, "img")) {
-        for (const auto* name : {"width", "height"}) {
-            const auto value = attribute(element, name);
-            if (!value.empty() && value.find('%') == std::string_view::npos) {
-                kept += attributeText(name, value);
-            }
-        }
-    }
-    return kept;
+    return isElement(element, "img") ? ReadingLook::picture(element) : std::string();
 }
 
 void ReadingWriter::openElement(const HtmlNode& element, const ElementNotes& notes)
@@ -232,10 +147,11 @@ void ReadingWriter::openElement(const HtmlNode& element, const ElementNotes& not
         openListing(element);
         break;
     case Element::List:
-        openList(element);
+        isElement(element, "ol") ? openBlock(startTag("ol", ReadingLook::numberedList(element)), "</ol>")
+                                 : openBlock("<ul>", "</ul>");
         break;
     case Element::Item:
-        openBlock(startTag("li", lookOf(element)), "</li>");
+        openBlock(startTag("li", ReadingLook::block(element)), "</li>");
         break;
     case Element::Term:
         m_signature = notes.role == Role::Signature ? &element : m_signature;
@@ -264,7 +180,7 @@ void ReadingWriter::openElement(const HtmlNode& element, const ElementNotes& not
 void ReadingWriter::openDivision(const HtmlNode& element, const ElementNotes& notes)
 {
     const bool isList = notes.element == Element::Terms;
-    if (const auto note = noteName(notes.role); !note.empty() && !isVerbatim()) {
+    if (const auto note = ReadingLook::noteClass(notes.role); !note.empty() && !isVerbatim()) {
         openBox(element, note, isList ? "<dl>" : "", isList ? "</dl>" : "");
     } else if (isList) {
         openBlock("<dl>", "</dl>");
@@ -277,7 +193,7 @@ void ReadingWriter::openDivision(const HtmlNode& element, const ElementNotes& no
         openContainer(R"(<div class="figure" align="center">)", "</div>");
     } else if (isVerbatim()) {
         openTransparent(element);
-    } else if (const std::string tag = startTag("div", lookOf(element)); tag != "<div>") {
+    } else if (const std::string tag = startTag("div", ReadingLook::block(element)); tag != "<div>") {
         openBlock(tag, "</div>");
     } else {
         openContainer({}, {});
@@ -292,8 +208,8 @@ void ReadingWriter::openBox(const HtmlNode& element, std::string_view name, std:
         return;
     }
     m_tables.push_back({&element, name});
-    const std::string markup = boxStart(name).append(inner);
-    innerEnd += BoxEnd;
+    const std::string markup = ReadingLook::boxStart(name).append(inner);
+    innerEnd += ReadingLook::BoxEnd;
     inner.empty() ? openContainer(markup, std::move(innerEnd)) : openBlock(markup, std::move(innerEnd));
 }
 
@@ -326,12 +242,14 @@ std::string_view ReadingWriter::paragraphClass(const HtmlNode& paragraph, const 
     if (parent.element == Element::Item) {
         return isLastElement(*paragraph.parent) ? std::string_view() : "item";
     }
-    return parent.element == Element::Cell || !noteName(parent.role).empty() ? "last" : std::string_view();
+    return parent.element == Element::Cell || !ReadingLook::noteClass(parent.role).empty()
+               ? "last"
+               : std::string_view();
 }
 
 void ReadingWriter::openParagraph(const HtmlNode& element, const ElementNotes& notes)
 {
-    const auto note = noteName(notes.role);
+    const auto note = ReadingLook::noteClass(notes.role);
     if (!notes.hasContent() || isVerbatim()) {
         openTransparent(element);
     } else if (!note.empty()) {
@@ -339,9 +257,9 @@ void ReadingWriter::openParagraph(const HtmlNode& element, const ElementNotes& n
     } else if (notes.role == Role::Title || notes.element == Element::Summary) {
         openTitle(element, notes);
     } else if (notes.role == Role::Caption || notes.element != Element::Paragraph) {
-        openBlock(startTag("p", lookOf(element, "caption")), "</p>");
+        openBlock(startTag("p", ReadingLook::block(element, "caption")), "</p>");
     } else {
-        openBlock(startTag("p", lookOf(element, paragraphClass(element, notes))), "</p>");
+        openBlock(startTag("p", ReadingLook::block(element, paragraphClass(element, notes))), "</p>");
     }
 }
 
@@ -356,9 +274,9 @@ void ReadingWriter::openTitle(const HtmlNode& element, const ElementNotes& notes
         openBlock(startTag("p", attributeText("class", box())) + "<b>", "</b></p>");
     } else if (notes.element == Element::Heading) {
         const auto name = element.name;
-        openHeading(name[1] - '0', startTag(name, lookOf(element)), endTag(name));
+        openHeading(name[1] - '0', startTag(name, ReadingLook::block(element)), endTag(name));
     } else {
-        openBlock(startTag("p", lookOf(element, "title")), "</p>");
+        openBlock(startTag("p", ReadingLook::block(element, "title")), "</p>");
     }
 }
 
@@ -393,7 +311,7 @@ void ReadingWriter::openCode(const HtmlNode& element, const ElementNotes& notes)
 {
     const bool isKeys = notes.element == Element::Keys || notes.role == Role::Keys;
     const bool isPartOfCode = isVerbatim() || m_signature != nullptr;
-    if (isPartOfCode || !notes.hasContent() || (isKeys && hasDescendant(element, "kbd"))) {
+    if (isPartOfCode || !notes.hasContent() || (isKeys && hasKeysInside(element))) {
         openTransparent(element);
     } else {
         isKeys ? open("<kbd>", "</kbd>") : open("<code>", "</code>");
@@ -408,25 +326,8 @@ void ReadingWriter::openListing(const HtmlNode& element)
         openVerbatim("<pre>", "</pre>");
     } else {
         m_tables.push_back({&element, {}});
-        openVerbatim(boxStart("code") + "<pre>", "</pre>" + std::string(BoxEnd));
+        openVerbatim(ReadingLook::boxStart("code") + "<pre>", "</pre>" + std::string(ReadingLook::BoxEnd));
     }
-}
-
-void ReadingWriter::openList(const HtmlNode& element)
-{
-    if (!isElement(element, "ol")) {
-        openBlock("<ul>", "</ul>");
-        return;
-    }
-    std::string attributes;
-    if (const int start = numberOf(element, "start", HighestNumber); start > 1) {
-        attributes += attributeText("start", std::to_string(start));
-    }
-    const auto type = attribute(element, "type");
-    if (type == "a" || type == "A" || type == "i" || type == "I") {
-        attributes += attributeText("type", type);
-    }
-    openBlock(startTag("ol", attributes), "</ol>");
 }
 
 void ReadingWriter::openTable(const HtmlNode& element, const ElementNotes& notes)
@@ -436,14 +337,9 @@ void ReadingWriter::openTable(const HtmlNode& element, const ElementNotes& notes
         openContainer({}, {});
         return;
     }
-    const bool isData = isDataTable(element, notes);
-    std::string attributes =
-        isData ? R"( class="data" cellspacing="0" cellpadding="5")" : R"( cellspacing="0" cellpadding="2")";
-    if (attribute(element, "width") == "100%") {
-        attributes += attributeText("width", "100%");
-    }
+    const bool isData = ReadingLook::isDataTable(element);
     m_tables.push_back({&element, {}, isData});
-    openBlock(startTag("table", attributes), "</table>");
+    openBlock(startTag("table", ReadingLook::table(element, isData)), "</table>");
 }
 
 void ReadingWriter::openCell(const HtmlNode& element)
@@ -452,11 +348,6 @@ void ReadingWriter::openCell(const HtmlNode& element)
         openBlock("<div>", "</div>");
         return;
     }
-    std::string attributes = lookOf(element, m_tables.back().isData ? "data" : "");
-    for (const auto* span : {"colspan", "rowspan"}) {
-        if (const int count = numberOf(element, span, WidestSpan); count > 1) {
-            attributes += attributeText(span, std::to_string(count));
-        }
-    }
-    openBlock(startTag(element.name, attributes + attributeText("valign", "top")), endTag(element.name));
+    const std::string look = ReadingLook::cell(element, m_tables.back().isData);
+    openBlock(startTag(element.name, look), endTag(element.name));
 }

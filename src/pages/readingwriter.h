@@ -31,7 +31,6 @@ private:
     void openInline(const HtmlNode& element, const ElementNotes& notes);
     void openCode(const HtmlNode& element, const ElementNotes& notes);
     void openListing(const HtmlNode& element);
-    void openList(const HtmlNode& element);
     void openTable(const HtmlNode& element, const ElementNotes& notes);
     void openCell(const HtmlNode& element);
 

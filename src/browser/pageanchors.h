@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+class QString;
+class QTextDocument;
+
+/// The named places of a page.
+namespace PageAnchors {
+
+[[nodiscard]] bool contains(const QTextDocument& document, const QString& name);
+
+/// The name of the last place at or before a position; empty when there is none.
+[[nodiscard]] QString before(const QTextDocument& document, int position);
+
+} // namespace PageAnchors

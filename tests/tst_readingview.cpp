@@ -175,7 +175,7 @@ void TestReadingView::measure()
 void TestReadingView::switching()
 {
     QByteArray html = "== w.html\n<script></script><nav>" +
-                      QByteArray("<a href='x'>furniture</a><br>").repeated(90) + "</nav>";
+                      QByteArray("<a href='x'>furniture</a><br>").repeated(90) + "<h4>Site</h4></nav>";
     for (int i = 0; i < 60; ++i) {
         html +=
             "<h2 id='h" + QByteArray::number(i) + "'>Chapter " + QByteArray::number(i) + "</h2><p>Text.</p>";

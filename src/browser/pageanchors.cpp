@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "browser/pageanchors.h"
 
+#include "pages/preparedpage.h"
+
 #include <QTextBlock>
 #include <QTextDocument>
 
@@ -42,7 +44,7 @@ QString before(const QTextDocument& document, int position)
     QString last;
     anyAnchor(document, [&](const QString& anchor, int place) {
         const bool isBeyond = place > position;
-        last = isBeyond ? last : anchor;
+        last = isBeyond || isHeadingAnchor(anchor) ? last : anchor;
         return isBeyond;
     });
     return last;

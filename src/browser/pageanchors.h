@@ -9,7 +9,7 @@ namespace PageAnchors {
 
 [[nodiscard]] bool contains(const QTextDocument& document, const QString& name);
 
-/// The name of the last place at or before a position; empty when there is none.
+/// The name that the page itself gave to the last place at or before a position; empty when there is none.
 [[nodiscard]] QString before(const QTextDocument& document, int position);
 
 } // namespace PageAnchors

@@ -176,6 +176,7 @@ void PageView::scrollTo(const QString& anchor)
                              QString::fromLatin1(QUrl::toPercentEncoding(anchor))}) {
         if (PageAnchors::contains(*document(), name)) {
             scrollToAnchor(name);
+            horizontalScrollBar()->setValue(0);
             return;
         }
     }

@@ -15,6 +15,7 @@
 
 namespace {
 
+constexpr std::string_view HeadingAnchor = "~heading-";
 constexpr std::string_view Blanks = " \t\n\r\f";
 
 QString toQString(std::string_view text)
@@ -32,6 +33,11 @@ std::string toStdString(const QString& text)
 QString linkCode(size_t number)
 {
     return QStringLiteral("link:") + QString::number(number);
+}
+
+bool isHeadingAnchor(const QString& name)
+{
+    return name.startsWith(QLatin1StringView(HeadingAnchor.data(), qsizetype(HeadingAnchor.size())));
 }
 
 int linkNumber(const QString& code)
@@ -145,7 +151,7 @@ void PageWriter::openLink(const HtmlNode& element)
 
 void PageWriter::openHeading(int level, std::string_view markup, std::string end)
 {
-    const std::string anchor = "~heading-" + std::to_string(m_page.headings.size());
+    const std::string anchor = std::string(HeadingAnchor) + std::to_string(m_page.headings.size());
     addAnchor(anchor);
     m_page.headings.push_back({level, {}, toQString(anchor)});
     End heading{std::move(end), true};

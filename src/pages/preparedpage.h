@@ -57,5 +57,8 @@ struct PageContext {
 /// percent signs of the target itself.
 [[nodiscard]] QString linkCode(size_t number);
 
+/// Whether an anchor is one that the preparation added for a heading; such differ between presentations.
+[[nodiscard]] bool isHeadingAnchor(const QString& name);
+
 /// The number of a linkCode(); -1 for other texts.
 [[nodiscard]] int linkNumber(const QString& code);

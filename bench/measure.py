@@ -30,7 +30,7 @@ class Starts:
     def __enter__(self):
         reading, writing = os.pipe()
         self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(writing), "-screen", "0", "1024x768x24", "-fbdir", self.work, "-nolisten", "tcp"],
+            ["Xvfb", "-displayfd", str(writing), "-screen", "0", "1024x768x24", "-fbdir", self.work, "-nolisten", "tcp", "-noreset"],
             pass_fds=[writing], stderr=subprocess.DEVNULL)
         os.close(writing)
         with os.fdopen(reading) as numbers:

@@ -15,14 +15,13 @@ QString topRows(const HelpLibrary& library)
 {
     QStringList texts;
     for (const auto* row : library.topRows()) {
-        texts += texts.size() == row->position ? row->text : u"misplaced"_s;
+        texts += texts.size() == row->position ? row->text.toString() : u"misplaced"_s;
     }
     return texts.join(u' ');
 }
 
 /// The row of this text, at any depth.
-const HelpContentsListViewItem* findRow(const std::vector<HelpContentsListViewItem*>& rows,
-                                        const QString& text)
+const HelpContentsListViewItem* findRow(std::span<HelpContentsListViewItem* const> rows, const QString& text)
 {
     for (const auto* row : rows) {
         const auto* found = row->text == text ? row : findRow(row->children, text);
@@ -73,7 +72,7 @@ private Q_SLOTS:
         const auto loaded = library.loadContents(files.first(), nullptr);
         QVERIFY(loaded.readable && loaded.malformedFiles.isEmpty());
         const auto& root = *loaded.root;
-        QCOMPARE(files.shortened(root.fileName + u' ' + root.title + u' ' + root.page),
+        QCOMPARE(files.shortened(root.fileName + u' ' + root.title + u' ' + root.page()),
                  u"D/a.cnt B D/x.html"_s);
         QCOMPARE(files.shortened(*loaded.firstPage->namedIn), u"D/b.cnt"_s);
         const auto* z = findRow(library.topRows(), u"z"_s);
@@ -162,12 +161,12 @@ private Q_SLOTS:
         auto* root = load(library, files.first());
         auto* record = library.getPage(files.path(name));
         const auto* row = record->listViewItem;
-        QTEST(row == nullptr ? u"(none)"_s : row->text, "row");
+        QTEST(row == nullptr ? u"(none)"_s : row->text.toString(), "row");
         QCOMPARE(row != nullptr && row->contentsItem == record, isEntry);
         QCOMPARE(library.findPage(files.path(name)), isEntry ? record : nullptr);
         QCOMPARE(record->title, row == nullptr ? QString() : u"A"_s);
         QCOMPARE(record->root, row == nullptr ? nullptr : root);
-        QVERIFY(isEntry || record->page == files.path(name));
+        QVERIFY(isEntry || record->page() == files.path(name));
     }
 
     void pageRecords()
@@ -208,7 +207,7 @@ private Q_SLOTS:
         QCOMPARE(library.getPage(files.path(u"b.html"_s))->root, first);
         const auto& rows = library.keywordIndex().rows();
         QCOMPARE(rows.size(), 2U);
-        QCOMPARE(rows[0].indexItem->contentsItem, first);
+        QCOMPARE(rows[0].indexItem->source->contentsItem, first);
         QCOMPARE(rows[1].indexItem->parent, rows[0].indexItem);
     }
 

@@ -73,11 +73,12 @@ private Q_SLOTS:
         const auto lines = readIndex(files.write(u"a.idx"_s, bytes));
         QVERIFY(lines.ok());
         QStringList found;
-        for (const auto& line : lines.value()) {
+        const auto& outline = lines.value();
+        for (const auto& line : outline.lines) {
             const QString parent =
-                line.parent < 0 ? QString() : lines.value()[size_t(line.parent)].keyword + u'/';
-            found += QString::number(line.line) + u' ' + parent + line.keyword + u'=' + line.link +
-                     (line.hasPage ? u""_s : u" (none)"_s);
+                line.parent < 0 ? QString() : outline.lines[size_t(line.parent)].keyword + u'/';
+            found += QString::number(line.line) + u' ' + parent + line.keyword + u'=' + outline.directory +
+                     line.page + (line.page.isEmpty() ? u" (none)"_s : u""_s);
         }
         QTEST(files.shortened(found.join(u';')), "expected");
     }
@@ -135,7 +136,7 @@ private Q_SLOTS:
         const auto& index = library.keywordIndex();
         QStringList found;
         for (const auto* topic : index.topics(index.rows()[0].indexItem)) {
-            found += topic->link.section(u'/', -1) + u' ' + topic->title;
+            found += topic->link().section(u'/', -1) + u' ' + topic->title();
         }
         QTEST(found.join(u','), "expected");
 

@@ -36,7 +36,7 @@ void groupingFloor(benchmark::State& state)
 {
     std::vector<QString> keywords;
     for (const auto& item : library().helpSet(*library().roots().front()).indexItems()) {
-        keywords.push_back(item.keyword);
+        keywords.push_back(item.keyword.toString());
     }
     for (auto _ : state) {
         state.PauseTiming();

@@ -49,7 +49,7 @@ void show(benchmark::State& state)
 {
     Opened opened;
     const auto& rows = opened.library.keywordIndex().rows();
-    const QStringList links{rows[100].indexItem->link, rows[200].indexItem->link};
+    const QStringList links{rows[100].indexItem->link(), rows[200].indexItem->link()};
     qsizetype next = 0;
     for (auto _ : state) {
         opened.browser->setSource(links[next++ % 2]);

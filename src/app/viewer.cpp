@@ -20,9 +20,15 @@ int runViewer(int argc, char* argv[])
 {
     // Decided before the toolkit takes its own options out of the list.
     const bool isDefault = argc == 1 || isShowRequest(argc, argv);
+    // The files are read while the toolkit starts.
+    HelpLibrary library;
+    for (int i = 1; i < argc && !isDefault; ++i) {
+        if (const QString fileName = absoluteFileNameArgument(argv[i]); HelpLibrary::isFile(fileName)) {
+            library.readAhead(fileName);
+        }
+    }
     const QApplication application(argc, argv);
     QGuiApplication::setDesktopFileName(QStringLiteral("quenda"));
-    HelpLibrary library;
     HelpMainWindow window(library);
     if (isDefault) {
         window.loadDefault();

@@ -3,20 +3,18 @@
 
 #include "formats/linereader.h"
 #include "formats/paths.h"
-#include "formats/textdecoding.h"
+#include "formats/textfile.h"
 
-Result<std::vector<IndexLine>, FileError> readIndex(const QString& fileName)
+Result<IndexOutline, FileError> readIndex(const QString& fileName, const std::stop_token& stop)
 {
-    const auto bytes = readRegularFile(fileName);
-    if (!bytes.ok()) {
-        return bytes.error();
+    const auto text = readText(fileName);
+    if (!text.ok()) {
+        return text.error();
     }
-    const QString text = decodeText(bytes.value());
-    const QString dir = extractRightDir(fileName);
-    std::vector<IndexLine> result;
+    IndexOutline result{text.value(), extractRightDir(fileName), {}};
     int lastKeyword = -1;
-    LineReader lines(text);
-    while (lines.next()) {
+    LineReader lines(result.text);
+    while (!stop.stop_requested() && lines.next()) {
         const QStringView trimmed = lines.trimmed();
         if (trimmed.isEmpty()) {
             continue;
@@ -27,10 +25,9 @@ Result<std::vector<IndexLine>, FileError> readIndex(const QString& fileName)
         const QStringView page = equals < 0 ? QStringView() : trimmed.sliced(equals + 1).trimmed();
         const QStringView keyword = equals < 0 ? trimmed : trimmed.first(equals).trimmed();
         if (!isSubKeyword) {
-            lastKeyword = int(result.size());
+            lastKeyword = int(result.lines.size());
         }
-        result.push_back({keyword.toString(), page.isEmpty() ? dir : dir + page,
-                          isSubKeyword ? lastKeyword : -1, lines.number(), !page.isEmpty()});
+        result.lines.push_back({keyword, page, isSubKeyword ? lastKeyword : -1, lines.number()});
     }
     return result;
 }

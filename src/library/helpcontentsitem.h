@@ -13,13 +13,16 @@ struct HelpIndexItem;
 struct HelpContentsItem {
     QString fileName; ///< root records: the contents file as it was named when loaded; null otherwise
     int menuId = -1;  ///< root records: the entry that removes the help set; -1 for none
+    int namedInLine = 0;
     HelpContentsListViewItem* listViewItem = nullptr; ///< row that shows the record
-    QString page;                                     ///< absolute path of the page, "#anchor" included
-    QString title;                                    ///< of the help set; null when unknown
-    HelpContentsItem* root = nullptr;                 ///< null for root records and most page records
-
-    EntryTarget target = EntryTarget::Page;
+    QString directory;    ///< of the page, with the separator; all of the path when there is no `pageName`
+    QStringView pageName; ///< in a text of the help set
+    QString title;        ///< of the help set; null when unknown
+    HelpContentsItem* root = nullptr;       ///< null for root records and most page records
     const HelpIndexItem* keyword = nullptr; ///< page records that stand for a keyword without a page
     const QString* namedIn = nullptr;       ///< file with the line that names the page; owned by the help set
-    int namedInLine = 0;
+    EntryTarget target = EntryTarget::Page;
+
+    /// Absolute path of the page, "#anchor" included.
+    [[nodiscard]] QString page() const { return pageName.isEmpty() ? directory : directory + pageName; }
 };

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "formats/problem.h"
+#include "library/backgroundtasks.h"
 #include "library/helpcontentsitem.h"
 #include "library/helpcontentslistviewitem.h"
 #include "library/keywordindex.h"
@@ -9,8 +10,11 @@
 #include <QObject>
 #include <QStringList>
 
+#include <chrono>
 #include <deque>
+#include <functional>
 #include <memory>
+#include <span>
 #include <vector>
 
 class HelpSet;
@@ -26,9 +30,13 @@ public:
     struct Loaded {
         HelpContentsItem* root = nullptr;
         HelpContentsItem* firstPage = nullptr; ///< null when the file names no page
+        QString title;                         ///< that the file itself names, else its name
         QStringList malformedFiles;            ///< files whose reading stopped at an over-deep entry
         bool readable = false;
     };
+    /// The row behind whose help set a new one goes, asked for at the last moment.
+    using CurrentRow = std::function<const HelpContentsListViewItem*()>;
+    using ContentsLoaded = std::function<void(const Loaded&)>;
 
     explicit HelpLibrary(QObject* parent = nullptr);
     ~HelpLibrary() override;
@@ -39,6 +47,21 @@ public:
     /// Destroys the help set of this root record, all page records, and rebuilds the keyword rows.
     void removeContents(HelpContentsItem* root);
     void buildIndex();
+
+    /// Starts reading a contents file and its index files in the background, so that a readContents() that
+    /// follows finds them read. Needs no application object.
+    void readAhead(const QString& fileName);
+    /// Does what loadContents() does, but reads in the background and calls `loaded` from the event loop. The
+    /// index files follow; when nothing is left to read, the keyword rows are rebuilt.
+    void readContents(const QString& fileName, const CurrentRow& current, const ContentsLoaded& loaded);
+    /// Lets what readContents() has been asked for happen now, as far as it is done within the time.
+    void adoptWithin(std::chrono::milliseconds time, const std::function<bool()>& isEnough);
+    /// Gives up what is still to be read; the keyword rows are rebuilt.
+    void cancelReading();
+    /// The same without the keyword rows, for one who does not look at them any more.
+    void dropReading();
+    /// Whether files are being read or keyword rows are being made.
+    [[nodiscard]] bool isBusy() const;
 
     /// The help sets in load order.
     [[nodiscard]] std::vector<HelpContentsItem*> roots() const;
@@ -74,6 +97,10 @@ public:
     [[nodiscard]] static QString getTitle(const QString& fileName);
 
 Q_SIGNALS:
+    /// Something is to be done in the background.
+    void becameBusy();
+    /// All that was to be done in the background has been done or given up.
+    void becameIdle();
     void topRowsAboutToBeInserted(int first, int last);
     void topRowsInserted();
     void helpSetAboutToBeRemoved(HelpContentsItem* root);
@@ -88,6 +115,14 @@ private:
     };
 
     [[nodiscard]] WholePage findWholePage(const QString& fileName) const;
+    struct Reading;
+
+    void proceed(const std::shared_ptr<Reading>& reading);
+    [[nodiscard]] bool isReading() const;
+    Loaded adoptContents(std::unique_ptr<HelpSet> set, const HelpContentsListViewItem* current);
+    /// The rows are made at once when there are few, else in the background; until then there are none.
+    void renewIndex();
+    [[nodiscard]] std::vector<std::span<HelpIndexItem>> indexItems() const;
     [[nodiscard]] size_t insertPosition(const HelpContentsListViewItem* current) const;
     void numberTopRows(size_t first);
 
@@ -95,4 +130,7 @@ private:
     std::vector<HelpContentsListViewItem*> m_topRows;
     std::deque<HelpContentsItem> m_pageRecords;
     KeywordIndex m_keywordIndex;
+    std::vector<std::shared_ptr<Reading>> m_readings;
+    BackgroundTasks m_reading;
+    BackgroundTasks m_indexing; ///< looks at the help sets
 };

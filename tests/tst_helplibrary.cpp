@@ -32,7 +32,7 @@ const HelpContentsListViewItem* findRow(std::span<HelpContentsListViewItem* cons
     return nullptr;
 }
 
-HelpContentsItem* load(HelpLibrary& library, const QString& fileName, const QString& current = {})
+HelpContentsRoot* load(HelpLibrary& library, const QString& fileName, const QString& current = {})
 {
     return library.loadContents(fileName, findRow(library.topRows(), current)).root;
 }
@@ -49,7 +49,7 @@ void record(const HelpLibrary& library, QStringList& log)
     QObject::connect(&library, &HelpLibrary::topRowsInserted,
                      [&] { log += u"inserted %1"_s.arg(library.topRows().size()); });
     QObject::connect(&library, &HelpLibrary::helpSetAboutToBeRemoved,
-                     [&](const HelpContentsItem* root) { log += u"remove "_s + root->fileName; });
+                     [&](const HelpContentsRoot* root) { log += u"remove "_s + root->fileName; });
     QObject::connect(&library, &HelpLibrary::topRowsAboutToBeRemoved, [&](int first, int last) {
         log += u"remove %1-%2 of %3"_s.arg(first).arg(last).arg(library.topRows().size());
     });
@@ -127,7 +127,7 @@ private Q_SLOTS:
         library.removeContents(empty);
         QCOMPARE(files.shortened(log.join(u'\n')), u"remove D/e.cnt\nrebuilt\nremoved"_s);
         log.clear();
-        HelpContentsItem stranger;
+        HelpContentsRoot stranger;
         library.removeContents(&stranger);
         QVERIFY(log.isEmpty());
     }

@@ -1,14 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "formats/regularfile.h"
-#include "formats/result.h"
+#include "formats/linereader.h"
 
-#include <QString>
 #include <QStringView>
-
-#include <stop_token>
-#include <vector>
 
 /// One keyword line of an index file.
 struct IndexLine {
@@ -18,14 +13,18 @@ struct IndexLine {
     int line = 0;     ///< counted from 1
 };
 
-/// What an index file says. The lines view into the text, which keeps its place in memory when this is moved
-/// or copied.
-struct IndexOutline {
-    QString text;
-    QString directory;            ///< ends with "/"
-    std::vector<IndexLine> lines; ///< in reading order
-};
+/// Walks the keywords of the text of an index file, which outlives it.
+class IndexReader {
+public:
+    explicit IndexReader(QStringView text) : m_lines(text) {}
 
-/// Once a stop has been asked for, the outline ends anywhere.
-[[nodiscard]] Result<IndexOutline, FileError> readIndex(const QString& fileName,
-                                                        const std::stop_token& stop = {});
+    /// Steps to the next keyword; false when there is none.
+    bool next();
+    [[nodiscard]] const IndexLine& line() const { return m_line; }
+
+private:
+    LineReader m_lines;
+    IndexLine m_line;
+    int m_position = -1;
+    int m_lastKeyword = -1;
+};

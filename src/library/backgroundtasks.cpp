@@ -3,7 +3,10 @@
 
 #include <utility>
 
-BackgroundTasks::BackgroundTasks(QObject* parent) : QObject(parent)
+#include <sys/resource.h>
+#include <unistd.h>
+
+BackgroundTasks::BackgroundTasks(Priority priority, QObject* parent) : QObject(parent), m_priority(priority)
 {
 }
 
@@ -26,6 +29,10 @@ void BackgroundTasks::add(Task task)
 
 void BackgroundTasks::work(const std::stop_token& quit)
 {
+    if (m_priority == Priority::Low) {
+        constexpr int lowPriority = 10; // as of nice(1); here each thread has its own
+        ::setpriority(PRIO_PROCESS, id_t(::gettid()), lowPriority);
+    }
     std::unique_lock lock(m_mutex);
     while (m_changed.wait(lock, quit, [this] { return !m_waiting.empty(); })) {
         const Task task = std::move(m_waiting.front());

@@ -19,7 +19,12 @@ class BackgroundTasks : public QObject {
     Q_OBJECT
 
 public:
-    explicit BackgroundTasks(QObject* parent = nullptr);
+    enum class Priority {
+        Normal,
+        Low, ///< leaves the processor to the window
+    };
+
+    explicit BackgroundTasks(Priority priority, QObject* parent = nullptr);
     ~BackgroundTasks() override;
 
     /// Calls `make(stop_token)` there and `adopt(its result)` here.
@@ -48,6 +53,7 @@ private:
     void work(const std::stop_token& quit);
     bool adoptNext();
 
+    const Priority m_priority;
     mutable std::mutex m_mutex;
     std::condition_variable_any m_changed;
     std::deque<Task> m_waiting;

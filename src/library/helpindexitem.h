@@ -4,7 +4,7 @@
 #include <QString>
 #include <QStringView>
 
-struct HelpContentsItem;
+struct HelpContentsRoot;
 struct HelpIndexItem;
 
 /// One row of the keyword list.
@@ -21,7 +21,7 @@ struct HelpIndexSource {
     QString fileName;  ///< of the index file
     QString directory; ///< that its pages are relative to; ends with "/"
     QString title;     ///< of the contents file that named the index file; null when unknown
-    HelpContentsItem* contentsItem = nullptr; ///< root record of the help set
+    HelpContentsRoot* contentsItem = nullptr; ///< root record of the help set
 };
 
 /// One keyword entry of an index file.

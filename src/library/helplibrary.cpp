@@ -14,10 +14,8 @@
 /// A contents file that is being read, or has been read and is not asked for yet.
 struct HelpLibrary::Reading {
     QString fileName;
-    IndexTask indexTask;            ///< for the thread that reads
-    HelpSet* set = nullptr;         ///< that has been read; null again when it has been removed
-    std::unique_ptr<HelpSet> ready; ///< the same, before it is adopted
-    bool isComplete = false;        ///< the index files have been read, too
+    std::unique_ptr<HelpSet> ready; ///< the contents, before they are adopted
+    HelpSet* set = nullptr;         ///< the same afterwards, unless it has been removed
     CurrentRow current;
     ContentsLoaded loaded; ///< null until the file is asked for
 };
@@ -73,7 +71,7 @@ void HelpLibrary::numberTopRows(size_t first)
     }
 }
 
-void HelpLibrary::removeContents(HelpContentsItem* root)
+void HelpLibrary::removeContents(HelpContentsRoot* root)
 {
     const auto set = std::find_if(m_helpSets.begin(), m_helpSets.end(),
                                   [root](const auto& candidate) { return &candidate->root() == root; });
@@ -144,23 +142,11 @@ void HelpLibrary::readAhead(const QString& fileName)
     const auto reading = m_readings.emplace_back(std::make_shared<Reading>());
     reading->fileName = fileName;
     m_reading.run(
-        [reading, fileName](const std::stop_token& stop) {
-            auto set = std::make_unique<HelpSet>(fileName, ContentsReader().read(fileName, stop));
-            reading->indexTask = set->indexTask();
-            return set;
+        [fileName](const std::stop_token& stop) {
+            return std::make_unique<HelpSet>(fileName, ContentsReader().read(fileName, stop));
         },
         [this, reading](std::unique_ptr<HelpSet>&& set) {
-            reading->set = set.get();
             reading->ready = std::move(set);
-            proceed(reading);
-        });
-    m_reading.run(
-        [reading](const std::stop_token& stop) { return readIndexEntries(reading->indexTask, stop); },
-        [this, reading](IndexEntries&& entries) {
-            if (reading->set != nullptr) {
-                reading->set->adoptIndex(std::move(entries));
-            }
-            reading->isComplete = true;
             proceed(reading);
         });
 }
@@ -188,14 +174,25 @@ void HelpLibrary::proceed(const std::shared_ptr<Reading>& reading)
         return;
     }
     if (reading->ready != nullptr) {
+        readIndex(reading);
         reading->loaded(adoptContents(std::move(reading->ready), reading->current()));
     }
-    if (reading->isComplete) {
-        std::erase(m_readings, reading);
-        if (!isReading()) {
-            renewIndex();
-        }
-    }
+}
+
+void HelpLibrary::readIndex(const std::shared_ptr<Reading>& reading)
+{
+    reading->set = reading->ready.get();
+    m_indexReading.run([task = reading->set->indexTask()](
+                           const std::stop_token& stop) { return readIndexEntries(task, stop); },
+                       [this, reading](IndexEntries&& entries) {
+                           if (reading->set != nullptr) {
+                               reading->set->adoptIndex(std::move(entries));
+                           }
+                           std::erase(m_readings, reading);
+                           if (!isReading()) {
+                               renewIndex();
+                           }
+                       });
 }
 
 bool HelpLibrary::isReading() const
@@ -211,7 +208,11 @@ bool HelpLibrary::isBusy() const
 
 void HelpLibrary::adoptWithin(std::chrono::milliseconds time, const std::function<bool()>& isEnough)
 {
-    m_reading.adoptWithin(time, isEnough);
+    using Clock = std::chrono::steady_clock;
+    const auto end = Clock::now() + time;
+    for (auto* tasks : {&m_reading, &m_indexReading, &m_indexing}) {
+        tasks->adoptWithin(std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now()), isEnough);
+    }
 }
 
 void HelpLibrary::cancelReading()
@@ -223,12 +224,13 @@ void HelpLibrary::cancelReading()
 void HelpLibrary::dropReading()
 {
     m_reading.cancel();
+    m_indexReading.cancel();
     m_readings.clear();
 }
 
-std::vector<HelpContentsItem*> HelpLibrary::roots() const
+std::vector<HelpContentsRoot*> HelpLibrary::roots() const
 {
-    std::vector<HelpContentsItem*> result;
+    std::vector<HelpContentsRoot*> result;
     for (const auto& set : m_helpSets) {
         result.push_back(&set->root());
     }
@@ -240,7 +242,7 @@ bool HelpLibrary::isEmpty() const
     return m_helpSets.empty() && m_pageRecords.empty();
 }
 
-const HelpSet& HelpLibrary::helpSet(const HelpContentsItem& root) const
+const HelpSet& HelpLibrary::helpSet(const HelpContentsRoot& root) const
 {
     return **std::find_if(m_helpSets.begin(), m_helpSets.end(),
                           [&](const auto& candidate) { return &candidate->root() == &root; });

@@ -28,7 +28,7 @@ class HelpLibrary : public QObject {
 public:
     /// What loading one contents file led to.
     struct Loaded {
-        HelpContentsItem* root = nullptr;
+        HelpContentsRoot* root = nullptr;
         HelpContentsItem* firstPage = nullptr; ///< null when the file names no page
         QString title;                         ///< that the file itself names, else its name
         QStringList malformedFiles;            ///< files whose reading stopped at an over-deep entry
@@ -45,7 +45,7 @@ public:
     /// `current` belongs to, without a current row before all others. The keyword rows are not rebuilt.
     Loaded loadContents(const QString& fileName, const HelpContentsListViewItem* current);
     /// Destroys the help set of this root record, all page records, and rebuilds the keyword rows.
-    void removeContents(HelpContentsItem* root);
+    void removeContents(HelpContentsRoot* root);
     void buildIndex();
 
     /// Starts reading a contents file and its index files in the background, so that a readContents() that
@@ -64,10 +64,10 @@ public:
     [[nodiscard]] bool isBusy() const;
 
     /// The help sets in load order.
-    [[nodiscard]] std::vector<HelpContentsItem*> roots() const;
+    [[nodiscard]] std::vector<HelpContentsRoot*> roots() const;
     /// Whether there is no record at all.
     [[nodiscard]] bool isEmpty() const;
-    [[nodiscard]] const HelpSet& helpSet(const HelpContentsItem& root) const;
+    [[nodiscard]] const HelpSet& helpSet(const HelpContentsRoot& root) const;
     /// Top-level rows of the contents tree.
     [[nodiscard]] const std::vector<HelpContentsListViewItem*>& topRows() const { return m_topRows; }
     [[nodiscard]] KeywordIndex& keywordIndex() { return m_keywordIndex; }
@@ -103,7 +103,7 @@ Q_SIGNALS:
     void becameIdle();
     void topRowsAboutToBeInserted(int first, int last);
     void topRowsInserted();
-    void helpSetAboutToBeRemoved(HelpContentsItem* root);
+    void helpSetAboutToBeRemoved(HelpContentsRoot* root);
     void topRowsAboutToBeRemoved(int first, int last);
     void topRowsRemoved();
     void helpSetRemoved();
@@ -118,6 +118,7 @@ private:
     struct Reading;
 
     void proceed(const std::shared_ptr<Reading>& reading);
+    void readIndex(const std::shared_ptr<Reading>& reading);
     [[nodiscard]] bool isReading() const;
     Loaded adoptContents(std::unique_ptr<HelpSet> set, const HelpContentsListViewItem* current);
     /// The rows are made at once when there are few, else in the background; until then there are none.
@@ -131,6 +132,8 @@ private:
     std::deque<HelpContentsItem> m_pageRecords;
     KeywordIndex m_keywordIndex;
     std::vector<std::shared_ptr<Reading>> m_readings;
-    BackgroundTasks m_reading;
-    BackgroundTasks m_indexing; ///< looks at the help sets
+    BackgroundTasks m_reading{BackgroundTasks::Priority::Normal}; ///< of contents files
+    BackgroundTasks m_indexReading{BackgroundTasks::Priority::Low};
+    BackgroundTasks m_indexing{
+        BackgroundTasks::Priority::Low}; ///< makes keyword rows; looks at the help sets
 };

@@ -3,10 +3,10 @@
 
 #include "formats/indexreader.h"
 #include "formats/paths.h"
+#include "formats/textfile.h"
 
 #include <QCoreApplication>
 
-#include <numeric>
 #include <utility>
 
 namespace {
@@ -16,10 +16,13 @@ std::vector<HelpContentsItem> recordsFor(const ContentsOutline& outline)
     return std::vector<HelpContentsItem>(outline.entries.size());
 }
 
-void addEntries(IndexEntries& entries, const IndexOutline& outline, const HelpIndexSource& source)
+void addEntries(IndexEntries& entries, QStringView text, const HelpIndexSource& source,
+                const std::stop_token& stop)
 {
     const size_t first = entries.items.size();
-    for (const auto& line : outline.lines) {
+    IndexReader reader(text);
+    while (!stop.stop_requested() && reader.next()) {
+        const auto& line = reader.line();
         auto& item = entries.items.emplace_back();
         item.keyword = line.keyword;
         item.pageName = line.page;
@@ -29,47 +32,37 @@ void addEntries(IndexEntries& entries, const IndexOutline& outline, const HelpIn
     }
 }
 
-/// The index files as far as they can be read, in the order of the references.
-std::vector<Result<IndexOutline, FileError>> readIndexFiles(const IndexTask& task,
-                                                            const std::stop_token& stop)
+/// At least as many as the text has lines.
+size_t lineBound(QStringView text)
 {
-    std::vector<Result<IndexOutline, FileError>> files;
-    files.reserve(task.references.size());
-    for (const auto& reference : task.references) {
-        files.push_back(readIndex(reference.fileName, stop));
-    }
-    return files;
-}
-
-size_t lineCount(const std::vector<Result<IndexOutline, FileError>>& files)
-{
-    return std::accumulate(files.begin(), files.end(), size_t(0), [](size_t sum, const auto& file) {
-        return sum + (file.ok() ? file.value().lines.size() : 0);
-    });
+    return size_t(text.count(u'\n') + text.count(u'\r')) + 1;
 }
 
 } // namespace
 
 IndexEntries readIndexEntries(const IndexTask& task, const std::stop_token& stop)
 {
-    const auto files = readIndexFiles(task, stop);
     IndexEntries entries;
-    // The entries point at each other.
-    entries.items.reserve(lineCount(files));
-    for (size_t i = 0; i < files.size(); ++i) {
-        const auto& reference = task.references[i];
-        if (!files[i].ok()) {
+    size_t lines = 0;
+    for (const auto& reference : task.references) {
+        const auto text = readText(reference.fileName);
+        if (text.ok()) {
+            entries.texts.push_back(text.value());
+            entries.sources.push_back(std::make_unique<HelpIndexSource>(
+                HelpIndexSource{absoluteFilePath(reference.fileName), extractRightDir(reference.fileName),
+                                reference.title, task.root}));
+            lines += lineBound(text.value());
+        } else {
             entries.problems.push_back(
                 {task.files[size_t(reference.file)], reference.line, Problem::Severity::Warning,
                  QCoreApplication::translate("HelpSet", "The index file \"%1\" cannot be read: %2")
-                     .arg(reference.fileName, describe(files[i].error()))});
-            continue;
+                     .arg(reference.fileName, describe(text.error()))});
         }
-        const auto& outline = files[i].value();
-        entries.texts.push_back(outline.text);
-        entries.sources.push_back(std::make_unique<HelpIndexSource>(HelpIndexSource{
-            absoluteFilePath(reference.fileName), outline.directory, reference.title, task.root}));
-        addEntries(entries, outline, *entries.sources.back());
+    }
+    // The entries point at each other.
+    entries.items.reserve(lines);
+    for (size_t i = 0; i < entries.texts.size(); ++i) {
+        addEntries(entries, entries.texts[i], *entries.sources[i], stop);
     }
     return entries;
 }

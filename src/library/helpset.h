@@ -24,7 +24,7 @@ struct IndexEntries {
 struct IndexTask {
     std::vector<IndexReference> references;
     std::vector<QString> files;       ///< that the references stand in
-    HelpContentsItem* root = nullptr; ///< not looked at
+    HelpContentsRoot* root = nullptr; ///< not looked at
 };
 
 /// Once a stop has been asked for, entries are missing.
@@ -42,8 +42,8 @@ public:
     /// Takes over what indexTask() led to; once.
     void adoptIndex(IndexEntries entries);
 
-    [[nodiscard]] HelpContentsItem& root() { return m_root; }
-    [[nodiscard]] const HelpContentsItem& root() const { return m_root; }
+    [[nodiscard]] HelpContentsRoot& root() { return m_root; }
+    [[nodiscard]] const HelpContentsRoot& root() const { return m_root; }
     /// Record of the first entry that is no including line, in reading order; null when there is none.
     [[nodiscard]] HelpContentsItem* firstPage() const { return m_firstPage; }
     /// Record of the first entry in reading order; null when there is none.
@@ -68,7 +68,7 @@ private:
     void indexPages();
 
     ContentsOutline m_outline; ///< without its entries, which became records and rows
-    HelpContentsItem m_root;
+    HelpContentsRoot m_root;
     HelpContentsItem* m_firstPage = nullptr;
     std::vector<HelpContentsItem> m_records;
     std::vector<HelpContentsListViewItem> m_rows;

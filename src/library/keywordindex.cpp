@@ -74,16 +74,15 @@ std::vector<const HelpIndexListBoxItem*> KeywordIndex::subKeywords(const HelpInd
 int KeywordIndex::lookFor(const QString& typed, int current) const
 {
     const QString text = typed.toLower();
-    const auto& rows = m_rows.lookUpTexts;
-    const bool hasCurrent = current >= 0 && size_t(current) < rows.size();
-    if (hasCurrent ? rows[size_t(current)].startsWith(text) : text.isEmpty()) {
+    const bool hasCurrent = current >= 0 && size_t(current) < m_rows.rows.size();
+    if (hasCurrent ? m_rows.lookUpText(size_t(current)).startsWith(text) : text.isEmpty()) {
         return current;
     }
     // The marks alone rule nearly all rows out, without a look at their texts.
     const quint64 mask = lookUpMark(QString(text.size(), QChar(0xFF)));
     const quint64 mark = lookUpMark(text);
-    for (size_t row = 0; row < rows.size(); ++row) {
-        if ((m_rows.lookUpMarks[row] & mask) == mark && rows[row].startsWith(text)) {
+    for (size_t row = 0; row < m_rows.rows.size(); ++row) {
+        if ((m_rows.lookUpMarks[row] & mask) == mark && m_rows.lookUpText(row).startsWith(text)) {
             return int(row);
         }
     }

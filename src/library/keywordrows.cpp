@@ -48,21 +48,25 @@ private:
         for (auto& item : span) {
             m_items.push_back(&item);
             m_parents.push_back(item.parent == nullptr ? None : first + quint32(item.parent - span.data()));
+            m_subKeywordCount += item.parent == nullptr ? 0 : 1;
         }
     }
 
     /// Entries have the same class when their keywords are equal in lower case.
     void classify()
     {
-        m_lower.reserve(m_items.size());
+        m_result.lowerTexts.reserve(m_items.size());
+        m_marks.reserve(m_items.size());
         m_classes.reserve(m_items.size());
         PositionTable table(m_items.size());
         for (const auto* item : m_items) {
-            const auto position = quint32(m_lower.size());
+            const auto position = quint32(m_marks.size());
             const QStringView lower = m_result.texts.lower(item->keyword);
-            m_lower.push_back(lower);
-            m_classes.push_back(table.findOrInsert(quint32(qHash(lower)), position,
-                                                   [&](quint32 other) { return m_lower[other] == lower; }));
+            m_result.lowerTexts.push_back(lower);
+            m_marks.push_back(lookUpMark(lower));
+            m_classes.push_back(table.findOrInsert(quint32(qHash(lower)), position, [&](quint32 other) {
+                return m_result.lowerTexts[other] == lower;
+            }));
         }
     }
 
@@ -83,14 +87,12 @@ private:
     /// Finds the first like entry of each, in sort order, and numbers the groups of those that have others.
     void group()
     {
-        std::vector<QStringView> keywords(m_items.size());
-        std::transform(m_items.begin(), m_items.end(), keywords.begin(),
-                       [](auto* item) { return item->keyword; });
-        const auto order = orderOf(keywords, m_stop);
+        const auto order = sortedPositions();
         m_firsts.assign(m_items.size(), None);
         m_groups.assign(m_items.size(), -1);
+        m_representatives.reserve(m_items.size());
         std::vector<quint32> firstOfClass(m_items.size(), None);
-        PositionTable subKeywords(m_items.size());
+        PositionTable subKeywords(m_subKeywordCount);
         for (const quint32 position : order) {
             const quint32 first = m_parents[position] == None
                                       ? firstKeyword(firstOfClass[m_classes[position]], position)
@@ -105,6 +107,14 @@ private:
             }
             m_groups[position] = m_groups[first];
         }
+    }
+
+    [[nodiscard]] std::vector<quint32> sortedPositions() const
+    {
+        std::vector<QStringView> keywords(m_items.size());
+        std::transform(m_items.begin(), m_items.end(), keywords.begin(),
+                       [](auto* item) { return item->keyword; });
+        return orderOf(keywords, m_stop);
     }
 
     static quint32 firstKeyword(quint32& first, quint32 position)
@@ -140,6 +150,8 @@ private:
                 m_result.members[next[size_t(m_groups[i])]++] = m_items[i];
             }
         }
+        m_groups = {};
+        m_classes = {};
     }
 
     void makeRows()
@@ -153,8 +165,9 @@ private:
                 nextSub[position] = std::exchange(first, position);
             }
         }
+        m_firsts = {};
         m_result.rows.reserve(m_representatives.size());
-        m_result.lookUpTexts.reserve(m_representatives.size());
+        m_result.positions.reserve(m_representatives.size());
         m_result.lookUpMarks.reserve(m_representatives.size());
         for (const quint32 position : m_representatives) {
             if (m_parents[position] != None) {
@@ -170,15 +183,16 @@ private:
     void append(quint32 position, bool isSubKeyword)
     {
         m_result.rows.push_back({m_items[position], isSubKeyword});
-        m_result.lookUpTexts.push_back(m_lower[position].trimmed());
-        m_result.lookUpMarks.push_back(lookUpMark(m_result.lookUpTexts.back()));
+        m_result.positions.push_back(position);
+        m_result.lookUpMarks.push_back(m_marks[position]);
     }
 
     const std::stop_token& m_stop;
     KeywordRows m_result;
     std::vector<HelpIndexItem*> m_items;
     std::vector<quint32> m_parents;
-    std::vector<QStringView> m_lower;
+    size_t m_subKeywordCount = 0;
+    std::vector<quint64> m_marks;
     std::vector<quint32> m_classes; ///< known by the first entry of each
     std::vector<quint32> m_firsts;
     std::vector<int> m_groups;

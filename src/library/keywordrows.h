@@ -23,12 +23,15 @@ private:
 /// the entries; the entries must outlive it.
 struct KeywordRows {
     std::vector<HelpIndexListBoxItem> rows;
-    std::vector<QStringView> lookUpTexts; ///< of each row, in lower case
-    std::vector<quint64> lookUpMarks;     ///< lookUpMark() of each of these
-    std::vector<HelpIndexItem*> members;  ///< of the groups, one group behind the other, each in load order
-    std::vector<quint32> groupStarts;     ///< in `members`; with the end of the last group
+    std::vector<quint64> lookUpMarks;    ///< lookUpMark() of each row's look-up text
+    std::vector<quint32> positions;      ///< of each row's entry in load order
+    std::vector<QStringView> lowerTexts; ///< keywords in lower case, in load order
+    std::vector<HelpIndexItem*> members; ///< of the groups, one group behind the other, each in load order
+    std::vector<quint32> groupStarts;    ///< in `members`; with the end of the last group
     LowerCaseTexts texts;
 
+    /// The row's keyword in lower case.
+    [[nodiscard]] QStringView lookUpText(size_t row) const { return lowerTexts[positions[row]]; }
     [[nodiscard]] int groupCount() const { return groupStarts.empty() ? 0 : int(groupStarts.size()) - 1; }
     [[nodiscard]] std::span<HelpIndexItem* const> group(int number) const;
 };

@@ -3,8 +3,15 @@
 #include "formats/textfile.h"
 #include "library/helplibrary.h"
 #include "library/helpset.h"
+#include "library/keywordorder.h"
 
 #include "testfiles.h"
+
+#include <QRandomGenerator>
+
+#include <algorithm>
+#include <array>
+#include <numeric>
 
 using namespace Qt::StringLiterals;
 
@@ -176,6 +183,25 @@ private Q_SLOTS:
         QVERIFY(library.keywordIndex().rows().empty());
     }
 
+    void orderOfAny()
+    {
+        // Few letters, so that texts begin alike for long; zeros, and units beyond the first plane's letters.
+        constexpr std::array<char16_t, 5> letters{u'a', u'b', u'\0', 0xD83D, 0xFF5E};
+        QRandomGenerator random(7);
+        std::vector<QString> texts(3000);
+        for (auto& text : texts) {
+            text = QString(random.bounded(80), u'a') + QString(random.bounded(2), u'b');
+            for (int i = random.bounded(12); i > 0; --i) {
+                text += QChar(letters[size_t(random.bounded(int(letters.size())))]);
+            }
+        }
+        std::vector<quint32> expected(texts.size());
+        std::iota(expected.begin(), expected.end(), 0U);
+        std::stable_sort(expected.begin(), expected.end(),
+                         [&](quint32 a, quint32 b) { return texts[a] < texts[b]; });
+        QCOMPARE(orderOf({texts.begin(), texts.end()}, {}), expected);
+    }
+
     void lookFor_data()
     {
         addTexts("typed");
@@ -191,7 +217,10 @@ private Q_SLOTS:
         addRow("begins with a blank", " margins", 1, 1);
         addRow("empty", "", 2, 2);
         addRow("empty, none current", "", -1, -1);
-        addRow("lower case on both sides", "i", 0, 4);
+        addRow("lower case on both sides", "i", 0, 6);
+        addRow("beyond Latin-1", "ωμ", 0, 8);
+        addRow("longer than a mark", "a long keyword 2", 0, 5);
+        addRow("a zero is a letter", QString(u"print"_s + QChar(u'\0')), 0, 0);
         addRow("a current row that is gone", "pri", 99, 1);
     }
 
@@ -200,7 +229,11 @@ private Q_SLOTS:
         QFETCH(const QString, typed);
         QFETCH(const int, current);
         HelpLibrary library;
-        load(library, TemporaryFiles(sets("", "Paper\nPrinter\nPrint\n margins\nİprint").toUtf8()));
+        load(library,
+             TemporaryFiles(
+                 sets("",
+                      "Paper\nPrinter\nPrint\n margins\nİprint\nΩλ\nΩμ\na long keyword 1\na long keyword 2")
+                     .toUtf8()));
         QTEST(library.keywordIndex().lookFor(typed, current), "expected");
     }
 

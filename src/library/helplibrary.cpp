@@ -128,7 +128,7 @@ void HelpLibrary::renewIndex()
         return;
     }
     m_indexing.cancel();
-    m_keywordIndex.setRows({}, {});
+    m_keywordIndex.setRows({}, items);
     Q_EMIT becameBusy();
     m_indexing.run([items](const std::stop_token& stop) { return makeKeywordRows(items, stop); },
                    [this, items](KeywordRows&& rows) {

@@ -13,6 +13,7 @@ void KeywordIndex::setRows(KeywordRows rows, const std::vector<std::span<HelpInd
     for (const auto& span : items) {
         for (auto& item : span) {
             item.group = -1;
+            item.listBoxItem = nullptr;
         }
     }
     for (int number = 0; number < m_rows.groupCount(); ++number) {

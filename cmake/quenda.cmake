@@ -14,6 +14,10 @@ if(QUENDA_SANITIZE)
                                                   -fno-omit-frame-pointer)
   target_link_options(quenda_options INTERFACE -fsanitize=address,undefined)
 endif()
+if(QUENDA_SANITIZE_THREADS)
+  target_compile_options(quenda_options INTERFACE -fsanitize=thread -fno-omit-frame-pointer)
+  target_link_options(quenda_options INTERFACE -fsanitize=thread)
+endif()
 
 # quenda_library(NAME SOURCES ... DEPENDS ...): one folder of src/, one static library.
 function(quenda_library name)

@@ -50,7 +50,7 @@ struct Fixture {
     [[nodiscard]] QString current() const
     {
         return browser.getCurrentLink() == nullptr ? QString()
-                                                   : files.shortened(browser.getCurrentLink()->page);
+                                                   : files.shortened(browser.getCurrentLink()->page());
     }
     [[nodiscard]] HelpContentsItem* record(size_t number) const
     {
@@ -281,7 +281,7 @@ void TestBrowser::bookAndKeywordWithoutPage()
     QCOMPARE(f.browser.getCurrentLink(), book);
 
     // A book in a book has the same page name, but is another page.
-    f.browser.setSource(book->listViewItem->children.at(1)->contentsItem);
+    f.browser.setSource(book->listViewItem->children[1]->contentsItem);
     QVERIFY(f.text().contains(QStringLiteral("The contents name no page for this entry.")));
     QVERIFY(f.emitted().contains(QStringLiteral("back+")));
 

@@ -17,10 +17,10 @@ void render(const ContentsOutline& outline, int row, const QString& indentation,
     for (; row >= 0; row = outline.entries[size_t(row)].nextSibling) {
         const auto& entry = outline.entries[size_t(row)];
         const bool isBook =
-            entry.target == EntryTarget::Nothing && entry.page == extractRightDir(outline.files[0]);
+            entry.target == EntryTarget::Nothing && outline.page(entry) == extractRightDir(outline.files[0]);
         const QString set =
             entry.helpSet < 0 ? QString() : u" [" + outline.titles[size_t(entry.helpSet)] + u']';
-        lines += indentation + entry.title + (isBook ? QString() : u" = " + entry.page) + set;
+        lines += indentation + entry.title + (isBook ? QString() : u" = " + outline.page(entry)) + set;
         render(outline, entry.firstChild, indentation + u' ', lines);
     }
 }
@@ -197,7 +197,7 @@ Reference = D/ref/index.html [Sample Reference]
         const auto outline = ContentsReader().read(files.first());
         const auto shown = [](const QString& text) { return text.isNull() ? u"-"_s : text; };
         const QString first =
-            outline.firstPage < 0 ? QString() : outline.entries[size_t(outline.firstPage)].title;
+            outline.firstPage < 0 ? QString() : outline.entries[size_t(outline.firstPage)].title.toString();
         QString found = u"title %1, first page %2"_s.arg(shown(outline.title), shown(first));
         for (const auto& file : outline.indexFiles) {
             found += u", index %1 %2"_s.arg(file.fileName, shown(file.title));

@@ -15,14 +15,13 @@ QString topRows(const HelpLibrary& library)
 {
     QStringList texts;
     for (const auto* row : library.topRows()) {
-        texts += texts.size() == row->position ? row->text : u"misplaced"_s;
+        texts += texts.size() == row->position ? row->text.toString() : u"misplaced"_s;
     }
     return texts.join(u' ');
 }
 
 /// The row of this text, at any depth.
-const HelpContentsListViewItem* findRow(const std::vector<HelpContentsListViewItem*>& rows,
-                                        const QString& text)
+const HelpContentsListViewItem* findRow(std::span<HelpContentsListViewItem* const> rows, const QString& text)
 {
     for (const auto* row : rows) {
         const auto* found = row->text == text ? row : findRow(row->children, text);
@@ -33,7 +32,7 @@ const HelpContentsListViewItem* findRow(const std::vector<HelpContentsListViewIt
     return nullptr;
 }
 
-HelpContentsItem* load(HelpLibrary& library, const QString& fileName, const QString& current = {})
+HelpContentsRoot* load(HelpLibrary& library, const QString& fileName, const QString& current = {})
 {
     return library.loadContents(fileName, findRow(library.topRows(), current)).root;
 }
@@ -50,7 +49,7 @@ void record(const HelpLibrary& library, QStringList& log)
     QObject::connect(&library, &HelpLibrary::topRowsInserted,
                      [&] { log += u"inserted %1"_s.arg(library.topRows().size()); });
     QObject::connect(&library, &HelpLibrary::helpSetAboutToBeRemoved,
-                     [&](const HelpContentsItem* root) { log += u"remove "_s + root->fileName; });
+                     [&](const HelpContentsRoot* root) { log += u"remove "_s + root->fileName; });
     QObject::connect(&library, &HelpLibrary::topRowsAboutToBeRemoved, [&](int first, int last) {
         log += u"remove %1-%2 of %3"_s.arg(first).arg(last).arg(library.topRows().size());
     });
@@ -73,7 +72,7 @@ private Q_SLOTS:
         const auto loaded = library.loadContents(files.first(), nullptr);
         QVERIFY(loaded.readable && loaded.malformedFiles.isEmpty());
         const auto& root = *loaded.root;
-        QCOMPARE(files.shortened(root.fileName + u' ' + root.title + u' ' + root.page),
+        QCOMPARE(files.shortened(root.fileName + u' ' + root.title + u' ' + root.page()),
                  u"D/a.cnt B D/x.html"_s);
         QCOMPARE(files.shortened(*loaded.firstPage->namedIn), u"D/b.cnt"_s);
         const auto* z = findRow(library.topRows(), u"z"_s);
@@ -128,7 +127,7 @@ private Q_SLOTS:
         library.removeContents(empty);
         QCOMPARE(files.shortened(log.join(u'\n')), u"remove D/e.cnt\nrebuilt\nremoved"_s);
         log.clear();
-        HelpContentsItem stranger;
+        HelpContentsRoot stranger;
         library.removeContents(&stranger);
         QVERIFY(log.isEmpty());
     }
@@ -162,12 +161,12 @@ private Q_SLOTS:
         auto* root = load(library, files.first());
         auto* record = library.getPage(files.path(name));
         const auto* row = record->listViewItem;
-        QTEST(row == nullptr ? u"(none)"_s : row->text, "row");
+        QTEST(row == nullptr ? u"(none)"_s : row->text.toString(), "row");
         QCOMPARE(row != nullptr && row->contentsItem == record, isEntry);
         QCOMPARE(library.findPage(files.path(name)), isEntry ? record : nullptr);
         QCOMPARE(record->title, row == nullptr ? QString() : u"A"_s);
         QCOMPARE(record->root, row == nullptr ? nullptr : root);
-        QVERIFY(isEntry || record->page == files.path(name));
+        QVERIFY(isEntry || record->page() == files.path(name));
     }
 
     void pageRecords()
@@ -208,7 +207,7 @@ private Q_SLOTS:
         QCOMPARE(library.getPage(files.path(u"b.html"_s))->root, first);
         const auto& rows = library.keywordIndex().rows();
         QCOMPARE(rows.size(), 2U);
-        QCOMPARE(rows[0].indexItem->contentsItem, first);
+        QCOMPARE(rows[0].indexItem->source->contentsItem, first);
         QCOMPARE(rows[1].indexItem->parent, rows[0].indexItem);
     }
 

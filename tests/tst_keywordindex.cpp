@@ -1,9 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "formats/indexreader.h"
+#include "formats/textfile.h"
 #include "library/helplibrary.h"
 #include "library/helpset.h"
+#include "library/keywordorder.h"
 
 #include "testfiles.h"
+
+#include <QRandomGenerator>
+
+#include <algorithm>
+#include <array>
+#include <numeric>
 
 using namespace Qt::StringLiterals;
 
@@ -52,34 +60,37 @@ private Q_SLOTS:
         addTexts("expected");
         addRow("example",
                "Printing = print.html\n\tPage setup = print.html#setup\n\n    Margins=margins.html\nFonts"_ba,
-               "1 Printing=D/print.html;2 Printing/Page setup=D/print.html#setup;"
-               "4 Printing/Margins=D/margins.html;5 Fonts=D/ (none)");
-        addRow("further equals signs", "a = a=b.html"_ba, "1 a=D/a=b.html");
-        addRow("nothing before the equals sign", " = b.html"_ba, "1 =D/b.html");
-        addRow("nothing behind it", "a =  "_ba, "1 a=D/ (none)");
-        addRow("absolute page", "a = /b.html"_ba, "1 a=D//b.html");
-        addRow("directives are keywords", ":title = T"_ba, "1 :title=D/T");
-        addRow("CRLF and CR", "a=1\r\n\r\n b=2\rc=3"_ba, "1 a=D/1;3 a/b=D/2;4 c=D/3");
-        addRow("Latin-1", "\xE4=\xDF"_ba, "1 ä=D/ß");
-        addRow("first line indented", "\ta=1\nb=2\n c=3"_ba, "1 a=D/1;2 b=D/2;3 b/c=D/3");
-        addRow("one level of nesting", "a=1\n b=2\n\t  c=3"_ba, "1 a=D/1;2 a/b=D/2;3 a/c=D/3");
-        addRow("other white space does not indent", "a=1\n\x0C\x62=2"_ba, "1 a=D/1;2 b=D/2");
+               "1 Printing=print.html;2 Printing/Page setup=print.html#setup;"
+               "4 Printing/Margins=margins.html;5 Fonts= (none)");
+        addRow("further equals signs", "a = a=b.html"_ba, "1 a=a=b.html");
+        addRow("nothing before the equals sign", " = b.html"_ba, "1 =b.html");
+        addRow("nothing behind it", "a =  "_ba, "1 a= (none)");
+        addRow("absolute page", "a = /b.html"_ba, "1 a=/b.html");
+        addRow("directives are keywords", ":title = T"_ba, "1 :title=T");
+        addRow("CRLF and CR", "a=1\r\n\r\n b=2\rc=3"_ba, "1 a=1;3 a/b=2;4 c=3");
+        addRow("Latin-1", "\xE4=\xDF"_ba, "1 ä=ß");
+        addRow("first line indented", "\ta=1\nb=2\n c=3"_ba, "1 a=1;2 b=2;3 b/c=3");
+        addRow("one level of nesting", "a=1\n b=2\n\t  c=3"_ba, "1 a=1;2 a/b=2;3 a/c=3");
+        addRow("other white space does not indent", "a=1\n\x0C\x62=2"_ba, "1 a=1;2 b=2");
     }
 
     void reading()
     {
         QFETCH(const QByteArray, bytes);
         TemporaryFiles files;
-        const auto lines = readIndex(files.write(u"a.idx"_s, bytes));
-        QVERIFY(lines.ok());
+        const auto text = readText(files.write(u"a.idx"_s, bytes));
+        QVERIFY(text.ok());
         QStringList found;
-        for (const auto& line : lines.value()) {
-            const QString parent =
-                line.parent < 0 ? QString() : lines.value()[size_t(line.parent)].keyword + u'/';
-            found += QString::number(line.line) + u' ' + parent + line.keyword + u'=' + line.link +
-                     (line.hasPage ? u""_s : u" (none)"_s);
+        IndexReader reader(text.value());
+        QStringList keywords;
+        while (reader.next()) {
+            const auto& line = reader.line();
+            keywords += line.keyword.toString();
+            const QString parent = line.parent < 0 ? QString() : keywords[line.parent] + u'/';
+            found += QString::number(line.line) + u' ' + parent + line.keyword + u'=' + line.page +
+                     (line.page.isEmpty() ? u" (none)"_s : u""_s);
         }
-        QTEST(files.shortened(found.join(u';')), "expected");
+        QTEST(found.join(u';'), "expected");
     }
 
     void order_data()
@@ -135,7 +146,7 @@ private Q_SLOTS:
         const auto& index = library.keywordIndex();
         QStringList found;
         for (const auto* topic : index.topics(index.rows()[0].indexItem)) {
-            found += topic->link.section(u'/', -1) + u' ' + topic->title;
+            found += topic->link().section(u'/', -1) + u' ' + topic->title();
         }
         QTEST(found.join(u','), "expected");
 
@@ -172,6 +183,25 @@ private Q_SLOTS:
         QVERIFY(library.keywordIndex().rows().empty());
     }
 
+    void orderOfAny()
+    {
+        // Few letters, so that texts begin alike for long; zeros, and units beyond the first plane's letters.
+        constexpr std::array<char16_t, 5> letters{u'a', u'b', u'\0', 0xD83D, 0xFF5E};
+        QRandomGenerator random(7);
+        std::vector<QString> texts(3000);
+        for (auto& text : texts) {
+            text = QString(random.bounded(80), u'a') + QString(random.bounded(2), u'b');
+            for (int i = random.bounded(12); i > 0; --i) {
+                text += QChar(letters[size_t(random.bounded(int(letters.size())))]);
+            }
+        }
+        std::vector<quint32> expected(texts.size());
+        std::iota(expected.begin(), expected.end(), 0U);
+        std::stable_sort(expected.begin(), expected.end(),
+                         [&](quint32 a, quint32 b) { return texts[a] < texts[b]; });
+        QCOMPARE(orderOf({texts.begin(), texts.end()}, {}), expected);
+    }
+
     void lookFor_data()
     {
         addTexts("typed");
@@ -187,7 +217,10 @@ private Q_SLOTS:
         addRow("begins with a blank", " margins", 1, 1);
         addRow("empty", "", 2, 2);
         addRow("empty, none current", "", -1, -1);
-        addRow("lower case on both sides", "i", 0, 4);
+        addRow("lower case on both sides", "i", 0, 6);
+        addRow("beyond Latin-1", "ωμ", 0, 8);
+        addRow("longer than a mark", "a long keyword 2", 0, 5);
+        addRow("a zero is a letter", QString(u"print"_s + QChar(u'\0')), 0, 0);
         addRow("a current row that is gone", "pri", 99, 1);
     }
 
@@ -196,7 +229,11 @@ private Q_SLOTS:
         QFETCH(const QString, typed);
         QFETCH(const int, current);
         HelpLibrary library;
-        load(library, TemporaryFiles(sets("", "Paper\nPrinter\nPrint\n margins\nİprint").toUtf8()));
+        load(library,
+             TemporaryFiles(
+                 sets("",
+                      "Paper\nPrinter\nPrint\n margins\nİprint\nΩλ\nΩμ\na long keyword 1\na long keyword 2")
+                     .toUtf8()));
         QTEST(library.keywordIndex().lookFor(typed, current), "expected");
     }
 

@@ -284,7 +284,7 @@ void TestReadingView::passingOn()
     f.show("from.html");
     QCOMPARE(f.browser.toPlainText(), u"arrived"_s);
     QVERIFY(notice.contains(f.files.path(u"from.html"_s)));
-    QCOMPARE(f.browser.getCurrentLink()->page, f.files.path(u"from.html"_s));
+    QCOMPARE(f.browser.getCurrentLink()->page(), f.files.path(u"from.html"_s));
 }
 
 /// Links and pictures start from the base that a page names; places within the page do not.

@@ -72,6 +72,7 @@ struct Fixture {
     {
         window->insertContents(path(name));
         window->gotoFirstPage();
+        QTRY_VERIFY(!library.isBusy());
     }
     [[nodiscard]] QString path(const char* name) const { return files.path(QLatin1StringView(name)); }
     [[nodiscard]] QAction* action(const char* name) const
@@ -186,7 +187,7 @@ void TestWindow::commandsFollowThePage()
     QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("start"));
     f.browser()->setTextCursor(QTextCursor(f.browser()->document()));
     QVERIFY(!f.action("editCopyAction")->isEnabled());
-    f.window->loadHtml(f.library.topRows().at(1)->children.at(0)->contentsItem);
+    f.window->loadHtml(f.library.topRows().at(1)->children[0]->contentsItem);
     QCOMPARE(f.enabled(), QStringLiteral("Print Copy Find ZoomIn ZoomOut Back Up Home Sync"));
     QTest::keyClick(f.window.get(), Qt::Key_Left, Qt::AltModifier);
     QCOMPARE(f.page(), QStringLiteral("start"));
@@ -243,7 +244,7 @@ void TestWindow::synchronizeKeepsThePlace()
     f.browser()->setSource(f.path("a3.html#there"));
     f.trigger("goSyncAction");
     QCOMPARE(f.row(), QStringLiteral("Leaf"));
-    QCOMPARE(f.files.shortened(f.browser()->getCurrentLink()->page), QStringLiteral("D/a3.html#there"));
+    QCOMPARE(f.files.shortened(f.browser()->getCurrentLink()->page()), QStringLiteral("D/a3.html#there"));
 }
 
 void TestWindow::removeContents()

@@ -70,7 +70,7 @@ private:
             m_json.beginObject();
             member("file", root->fileName);
             member("title", root->title);
-            member("firstPage", first == nullptr ? QString() : first->page);
+            member("firstPage", first == nullptr ? QString() : first->page());
             m_json.end();
         }
         m_json.end();
@@ -79,8 +79,8 @@ private:
     void beginRow(const HelpContentsListViewItem& row)
     {
         m_json.beginObject();
-        member("title", nonNull(row.text));
-        member("page", nonNull(row.contentsItem->page));
+        member("title", nonNull(row.text.toString()));
+        member("page", nonNull(row.contentsItem->page()));
         member("helpset", row.contentsItem->title);
         m_json.key("children");
         m_json.beginArray();
@@ -121,13 +121,13 @@ private:
         for (const auto& row : index.rows()) {
             m_json.beginObject();
             member("text", nonNull(row.text()));
-            member("link", row.indexItem->link);
+            member("link", row.indexItem->link());
             m_json.key("topics");
             m_json.beginArray();
             for (const auto* topic : index.topics(row.indexItem)) {
                 m_json.beginObject();
-                member("title", topic->title);
-                member("link", topic->link);
+                member("title", topic->title());
+                member("link", topic->link());
                 m_json.end();
             }
             m_json.end();

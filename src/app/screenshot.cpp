@@ -49,6 +49,9 @@ int takeScreenshot(int argc, char* argv[])
     }
     window.resize(PictureSize);
     window.show();
+    while (library.isBusy()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
     QTimer::singleShot(SettleTime, &application, &QApplication::quit);
     QApplication::exec();
     if (!window.grab().save(picture, "PNG")) {

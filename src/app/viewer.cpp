@@ -6,6 +6,7 @@
 #include "mainwindow/helpmainwindow.h"
 
 #include <QApplication>
+#include <QFileInfo>
 
 namespace {
 
@@ -14,15 +15,27 @@ bool isShowRequest(int argc, char* argv[])
     return argc == 3 && isOption(argv[1], "show");
 }
 
+/// Large files are read while the toolkit starts; for others a thread is not worth its start.
+void readAhead(HelpLibrary& library, const QString& fileName)
+{
+    constexpr qint64 largeFile = 1 << 17; // bytes
+    if (const QFileInfo info(fileName); info.isFile() && info.size() >= largeFile) {
+        library.readAhead(fileName);
+    }
+}
+
 } // namespace
 
 int runViewer(int argc, char* argv[])
 {
     // Decided before the toolkit takes its own options out of the list.
     const bool isDefault = argc == 1 || isShowRequest(argc, argv);
+    HelpLibrary library;
+    for (int i = 1; i < argc && !isDefault; ++i) {
+        readAhead(library, absoluteFileNameArgument(argv[i]));
+    }
     const QApplication application(argc, argv);
     QGuiApplication::setDesktopFileName(QStringLiteral("quenda"));
-    HelpLibrary library;
     HelpMainWindow window(library);
     if (isDefault) {
         window.loadDefault();

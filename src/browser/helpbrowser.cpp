@@ -22,7 +22,7 @@ bool isGenerated(const HelpContentsItem* item)
 
 bool isSamePage(const HelpContentsItem* a, const HelpContentsItem* b)
 {
-    return a == b || (!isGenerated(a) && !isGenerated(b) && HelpLibrary::isOneFile(a->page, b->page));
+    return a == b || (!isGenerated(a) && !isGenerated(b) && HelpLibrary::isOneFile(a->page(), b->page()));
 }
 
 } // namespace
@@ -43,7 +43,7 @@ void HelpBrowser::setSource(HelpContentsItem* item)
     if (item == nullptr) {
         setSource(QString());
     } else {
-        setSource(item->page, item);
+        setSource(item->page(), item);
     }
 }
 
@@ -54,8 +54,8 @@ void HelpBrowser::setSource(const QString& url, HelpContentsItem* item)
 
 void HelpBrowser::setSource(const HelpIndexItem& keyword)
 {
-    auto* record = keyword.hasPage ? nullptr : m_library.getPage(keyword);
-    open(keyword.link, record, {keyword.namedIn, keyword.namedInLine});
+    auto* record = keyword.hasPage() ? nullptr : m_library.getPage(keyword);
+    open(keyword.link(), record, {&keyword.source->fileName, keyword.namedInLine});
 }
 
 void HelpBrowser::open(const QString& url, HelpContentsItem* item, const NamedBy& namedBy)
@@ -87,7 +87,7 @@ bool HelpBrowser::isCurrent(const QString& url, const HelpContentsItem* item) co
     if (isGenerated(item) || isGenerated(m_currentLink)) {
         return item == m_currentLink;
     }
-    return HelpLibrary::isOneFile(m_currentLink == nullptr ? QString() : m_currentLink->page, url);
+    return HelpLibrary::isOneFile(m_currentLink == nullptr ? QString() : m_currentLink->page(), url);
 }
 
 void HelpBrowser::record(HelpContentsItem* item, int leftPlace)
@@ -96,7 +96,7 @@ void HelpBrowser::record(HelpContentsItem* item, int leftPlace)
         m_homeLink = item;
     }
     if (!m_stepping) {
-        if (m_currentLink != nullptr && !m_currentLink->page.trimmed().isEmpty()) {
+        if (m_currentLink != nullptr && !m_currentLink->page().trimmed().isEmpty()) {
             m_backLinks.push_back({m_currentLink, leftPlace});
             Q_EMIT backEnabled(true);
         }
@@ -170,7 +170,7 @@ void HelpBrowser::step(std::vector<Visit>& from, std::vector<Visit>& to)
 
 void HelpBrowser::home()
 {
-    if (m_homeLink == nullptr || m_homeLink->page.trimmed().isEmpty()) {
+    if (m_homeLink == nullptr || m_homeLink->page().trimmed().isEmpty()) {
         return;
     }
     m_currentLink = nullptr;
@@ -290,7 +290,7 @@ QString HelpBrowser::linkTarget(const QString& href) const
 {
     if (const auto* link = recordLink(href)) {
         auto* const* item = std::get_if<HelpContentsItem*>(link);
-        return item != nullptr ? (*item)->page : (*std::get_if<HelpIndexItem*>(link))->link;
+        return item != nullptr ? (*item)->page() : (*std::get_if<HelpIndexItem*>(link))->link();
     }
     return resolveLink(href.startsWith(u'#') ? page().file : page().prepared.base, href);
 }

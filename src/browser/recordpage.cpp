@@ -36,16 +36,18 @@ QString includeProblem(const HelpLibrary& library, const HelpContentsItem& recor
             return problem.message;
         }
     }
-    return text(QT_TRANSLATE_NOOP("RecordPage", "The contents file \"%1\" has no entries.")).arg(record.page);
+    return text(QT_TRANSLATE_NOOP("RecordPage", "The contents file \"%1\" has no entries."))
+        .arg(record.page());
 }
 
 RecordPage makeBookPage(const HelpLibrary& library, const HelpContentsItem& record)
 {
     RecordPage result;
     const auto& row = *record.listViewItem;
-    result.page.title = row.text;
+    result.page.title = row.text.toString();
     for (const auto* child : row.children) {
-        result.page.links.push_back({child->text.isEmpty() ? child->contentsItem->page : child->text, {}});
+        result.page.links.push_back(
+            {child->text.isEmpty() ? child->contentsItem->page() : child->text.toString(), {}});
         result.targets.emplace_back(child->contentsItem);
     }
     if (!row.children.empty()) {
@@ -63,12 +65,12 @@ RecordPage makeKeywordPage(const HelpLibrary& library, const HelpContentsItem& r
 {
     RecordPage result;
     const auto& index = library.keywordIndex();
-    result.page.title = record.keyword->keyword;
+    result.page.title = record.keyword->keyword.toString();
     for (const auto* row : index.subKeywords(*record.keyword)) {
         const auto topics = index.topics(row->indexItem);
         for (auto* topic : topics) {
-            const QString place = topic->hasPage ? library.pageTitle(topic->link) : QString();
-            result.page.links.push_back({topic->keyword, topics.size() > 1 ? place : QString()});
+            const QString place = topic->hasPage() ? library.pageTitle(topic->link()) : QString();
+            result.page.links.push_back({topic->keyword.toString(), topics.size() > 1 ? place : QString()});
             result.targets.emplace_back(topic);
         }
     }

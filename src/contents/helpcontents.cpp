@@ -29,7 +29,7 @@ HelpContents::HelpContents(HelpLibrary& library, const ContentsIcons& icons, QWi
                 }
             });
     connect(m_listView, &HelpContentsListView::rowHovered, this,
-            [this](const HelpContentsListViewItem* row) { Q_EMIT linkHovered(row->contentsItem->page); });
+            [this](const HelpContentsListViewItem* row) { Q_EMIT linkHovered(row->contentsItem->page()); });
 }
 
 void HelpContents::slotClicked(const QModelIndex& index)

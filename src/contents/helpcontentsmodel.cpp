@@ -24,14 +24,14 @@ HelpContentsListViewItem* HelpContentsModel::rowAt(const QModelIndex& index)
     return static_cast<HelpContentsListViewItem*>(index.internalPointer());
 }
 
-const std::vector<HelpContentsListViewItem*>& HelpContentsModel::children(const QModelIndex& parent) const
+std::span<HelpContentsListViewItem* const> HelpContentsModel::children(const QModelIndex& parent) const
 {
-    return parent.isValid() ? rowAt(parent)->children : m_library.topRows();
+    return parent.isValid() ? rowAt(parent)->children : std::span(m_library.topRows());
 }
 
 QModelIndex HelpContentsModel::index(int row, int column, const QModelIndex& parent) const
 {
-    const auto& rows = children(parent);
+    const auto rows = children(parent);
     if (column != 0 || row < 0 || size_t(row) >= rows.size()) {
         return {};
     }
@@ -55,5 +55,5 @@ int HelpContentsModel::columnCount(const QModelIndex& /*parent*/) const
 
 QVariant HelpContentsModel::data(const QModelIndex& index, int role) const
 {
-    return index.isValid() && role == Qt::DisplayRole ? QVariant(rowAt(index)->text) : QVariant();
+    return index.isValid() && role == Qt::DisplayRole ? QVariant(rowAt(index)->text.toString()) : QVariant();
 }

@@ -3,6 +3,8 @@
 
 #include <QAbstractItemModel>
 
+#include <span>
+
 class HelpLibrary;
 struct HelpContentsListViewItem;
 
@@ -25,7 +27,7 @@ public:
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
 
 private:
-    [[nodiscard]] const std::vector<HelpContentsListViewItem*>& children(const QModelIndex& parent) const;
+    [[nodiscard]] std::span<HelpContentsListViewItem* const> children(const QModelIndex& parent) const;
 
     HelpLibrary& m_library;
 };

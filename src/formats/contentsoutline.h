@@ -5,6 +5,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QStringView>
 
 #include <vector>
 
@@ -17,9 +18,8 @@ enum class EntryTarget {
 
 /// One row of an outline. Rows are linked by their positions in ContentsOutline::entries; -1 means none.
 struct OutlineEntry {
-    QString title;
-    QString
-        page; ///< directory followed by the page as written; of an including line only the name as written
+    QStringView title;
+    QStringView page; ///< as written; ContentsOutline::page() gives the path
     int parent = -1;
     int firstChild = -1;
     int nextSibling = -1;
@@ -37,13 +37,31 @@ struct IndexReference {
     int line = 0;
 };
 
-/// All that one contents file, with the files that it includes, says.
+/// All that one contents file, with the files that it includes, says. The entries view into the texts, which
+/// keep their place in memory when the outline is moved.
 struct ContentsOutline {
+    ContentsOutline() = default;
+    Q_DISABLE_COPY(ContentsOutline)
+    ContentsOutline(ContentsOutline&&) = default;
+    ContentsOutline& operator=(ContentsOutline&&) = default;
+    ~ContentsOutline() = default;
+
+    /// Directory of the file that holds the entry followed by the page; of an including line only the name as
+    /// written.
+    [[nodiscard]] QString page(const OutlineEntry& entry) const
+    {
+        return entry.target == EntryTarget::Contents ? entry.page.toString()
+                                                     : directories[size_t(entry.file)] + entry.page;
+    }
+
     std::vector<OutlineEntry> entries; ///< in reading order
     int firstTop = -1;
     int firstPage = -1; ///< first entry, in reading order, that is no including line
     QString title;      ///< null when no file names one
+    QString ownTitle;   ///< that the top file itself names; null for none
     std::vector<QString> files;
+    std::vector<QString> directories; ///< that the pages of each file are relative to; they end with "/"
+    std::vector<QString> texts;       ///< of the files that have been read
     std::vector<QString> titles;
     std::vector<IndexReference> indexFiles;
     std::vector<Problem> problems;

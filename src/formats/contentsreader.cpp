@@ -4,8 +4,7 @@
 #include "formats/helpsettitle.h"
 #include "formats/linereader.h"
 #include "formats/paths.h"
-#include "formats/regularfile.h"
-#include "formats/textdecoding.h"
+#include "formats/textfile.h"
 
 #include <QFileInfo>
 
@@ -61,36 +60,48 @@ QString canonicalPath(const QString& path)
 
 bool onlyOneTopContent(const QString& fileName)
 {
-    const auto bytes = readRegularFile(fileName);
-    return bytes.ok() && hasOnlyOneTopEntry(decodeText(bytes.value()));
+    const auto text = readText(fileName);
+    return text.ok() && hasOnlyOneTopEntry(text.value());
 }
 
-ContentsOutline ContentsReader::read(const QString& fileName)
+ContentsOutline ContentsReader::read(const QString& fileName, std::stop_token stop)
 {
     m_outline = {};
     m_openFiles.clear();
+    m_stop = std::move(stop);
     m_full = false;
 
     Source source;
     source.path = absoluteFilePath(fileName);
     source.dir = extractRightDir(source.path);
-    m_outline.files.push_back(source.path);
-    const auto bytes = readRegularFile(source.path);
-    if (bytes.ok()) {
+    source.file = addFile(source);
+    const auto text = readText(source.path);
+    if (text.ok()) {
         m_outline.readable = true;
         m_openFiles.append(canonicalPath(source.path));
-        readFile(source, decodeText(bytes.value()));
+        m_outline.texts.push_back(text.value());
+        readFile(source, text.value());
+        if (source.title >= 0) {
+            m_outline.ownTitle = m_outline.titles[size_t(source.title)];
+        }
     } else {
         note(source, Problem::Severity::Error,
-             tr("The contents file cannot be read: %1").arg(describe(bytes.error())));
+             tr("The contents file cannot be read: %1").arg(describe(text.error())));
     }
     return std::exchange(m_outline, {});
+}
+
+int ContentsReader::addFile(const Source& source)
+{
+    m_outline.files.push_back(source.path);
+    m_outline.directories.push_back(source.dir);
+    return int(m_outline.files.size()) - 1;
 }
 
 void ContentsReader::readFile(Source& source, const QString& text)
 {
     LineReader lines(text);
-    while (!m_full && lines.next()) {
+    while (!m_full && !m_stop.stop_requested() && lines.next()) {
         const QStringView trimmed = lines.trimmed();
         source.line = lines.number();
         if (trimmed.startsWith(TitleDirective)) {
@@ -152,7 +163,7 @@ bool ContentsReader::readEntry(Source& source, QStringView line, QStringView tri
         return false;
     }
 
-    OutlineEntry entry = makeEntry(source, trimmed);
+    const OutlineEntry entry = makeEntry(source, trimmed);
     if (first && isMergeable(source, entry, text)) {
         auto& row = m_outline.entries[size_t(source.including)];
         row.page = entry.page;
@@ -168,7 +179,7 @@ bool ContentsReader::readEntry(Source& source, QStringView line, QStringView tri
             m_full = true;
             return false;
         }
-        const int row = append(std::move(entry));
+        const int row = append(entry);
         if (first && source.including < 0) {
             m_outline.firstTop = row;
         } else if (first) {
@@ -190,28 +201,26 @@ bool ContentsReader::readEntry(Source& source, QStringView line, QStringView tri
     return true;
 }
 
-OutlineEntry ContentsReader::makeEntry(const Source& source, QStringView trimmed) const
+OutlineEntry ContentsReader::makeEntry(const Source& source, QStringView trimmed)
 {
     const qsizetype equals = trimmed.indexOf(u'=');
-    const QStringView page = equals < 0 ? QStringView() : trimmed.sliced(equals + 1).trimmed();
     OutlineEntry entry;
-    entry.title = (equals < 0 ? trimmed : trimmed.first(equals).trimmed()).toString();
+    entry.title = equals < 0 ? trimmed : trimmed.first(equals).trimmed();
+    entry.page = equals < 0 ? QStringView() : trimmed.sliced(equals + 1).trimmed();
     entry.helpSet = source.title;
     entry.file = source.file;
     entry.line = source.line;
-    if (page.endsWith(u".cnt")) {
+    if (entry.page.endsWith(u".cnt")) {
         entry.target = EntryTarget::Contents;
-        entry.page = page.toString();
     } else {
-        entry.target = page.isEmpty() ? EntryTarget::Nothing : EntryTarget::Page;
-        entry.page = page.isEmpty() ? source.dir : source.dir + page;
+        entry.target = entry.page.isEmpty() ? EntryTarget::Nothing : EntryTarget::Page;
     }
     return entry;
 }
 
 void ContentsReader::include(const Source& source, int row)
 {
-    const QString name = m_outline.entries[size_t(row)].page;
+    const QString name = m_outline.entries[size_t(row)].page.toString();
     Source included;
     included.including = row;
     included.path = isAbsoluteName(name) ? name : source.dir + name;
@@ -227,14 +236,14 @@ void ContentsReader::include(const Source& source, int row)
     if (m_openFiles.size() > MaximumNesting) {
         return refuse(tr("more than %1 files include each other").arg(MaximumNesting));
     }
-    const auto bytes = readRegularFile(included.path);
-    if (!bytes.ok()) {
-        return refuse(describe(bytes.error()));
+    const auto text = readText(included.path);
+    if (!text.ok()) {
+        return refuse(describe(text.error()));
     }
-    included.file = int(m_outline.files.size());
-    m_outline.files.push_back(included.path);
+    included.file = addFile(included);
+    m_outline.texts.push_back(text.value());
     m_openFiles.append(canonical);
-    readFile(included, decodeText(bytes.value()));
+    readFile(included, text.value());
     m_openFiles.removeLast();
 }
 
@@ -244,9 +253,9 @@ bool ContentsReader::isMergeable(const Source& source, const OutlineEntry& entry
            hasOnlyOneTopEntry(text);
 }
 
-int ContentsReader::append(OutlineEntry entry)
+int ContentsReader::append(const OutlineEntry& entry)
 {
-    m_outline.entries.push_back(std::move(entry));
+    m_outline.entries.push_back(entry);
     return int(m_outline.entries.size()) - 1;
 }
 

@@ -6,6 +6,8 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+#include <stop_token>
+
 /// Reads a contents file and the contents files that it includes into an outline. Touches nothing but those
 /// files.
 class ContentsReader {
@@ -15,22 +17,24 @@ public:
     static constexpr int MaximumNesting = 64;
     static constexpr int MaximumEntries = 5'000'000;
 
-    /// Never fails: what cannot be read is missing from the outline and listed among its problems.
-    [[nodiscard]] ContentsOutline read(const QString& fileName);
+    /// Never fails: what cannot be read is missing from the outline and listed among its problems. Once a
+    /// stop has been asked for, the outline ends anywhere.
+    [[nodiscard]] ContentsOutline read(const QString& fileName, std::stop_token stop = {});
 
 private:
     struct Source;
 
+    int addFile(const Source& source);
     void readFile(Source& source, const QString& text);
     void readTitle(Source& source, QStringView value);
     void readIndexReference(Source& source, QStringView value);
     bool readEntry(Source& source, QStringView line, QStringView trimmed, const QString& text);
-    [[nodiscard]] OutlineEntry makeEntry(const Source& source, QStringView trimmed) const;
+    [[nodiscard]] static OutlineEntry makeEntry(const Source& source, QStringView trimmed);
     void include(const Source& source, int row);
 
     [[nodiscard]] bool isMergeable(const Source& source, const OutlineEntry& entry,
                                    const QString& text) const;
-    int append(OutlineEntry entry);
+    int append(const OutlineEntry& entry);
     void insertFirstChild(int row, int parent);
     void insertAfter(int row, int predecessor);
     [[nodiscard]] int ancestor(int row, int steps) const;
@@ -38,6 +42,7 @@ private:
 
     ContentsOutline m_outline;
     QStringList m_openFiles; ///< canonical paths of the files being read, outermost first
+    std::stop_token m_stop;
     bool m_full = false;
 };
 

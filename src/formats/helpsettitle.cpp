@@ -2,8 +2,7 @@
 #include "formats/helpsettitle.h"
 
 #include "formats/linereader.h"
-#include "formats/regularfile.h"
-#include "formats/textdecoding.h"
+#include "formats/textfile.h"
 
 std::optional<QStringView> directiveValue(QStringView trimmedLine, QStringView directive)
 {
@@ -16,12 +15,11 @@ std::optional<QStringView> directiveValue(QStringView trimmedLine, QStringView d
 
 QString getTitle(const QString& fileName)
 {
-    const auto bytes = readRegularFile(fileName);
-    if (!bytes.ok()) {
+    const auto text = readText(fileName);
+    if (!text.ok()) {
         return fileName;
     }
-    const QString text = decodeText(bytes.value());
-    LineReader lines(text);
+    LineReader lines(text.value());
     while (lines.next()) {
         if (const auto title = directiveValue(lines.trimmed(), TitleDirective)) {
             return title->isEmpty() ? fileName : title->toString();

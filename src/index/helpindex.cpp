@@ -49,7 +49,7 @@ HelpIndex::HelpIndex(HelpLibrary& library, QWidget* parent)
     connect(m_indexListBox, &QAbstractItemView::doubleClicked, this,
             [this](const QModelIndex& index) { indexEnterPressed(index.row()); });
     connect(m_indexListBox, &HelpIndexListBox::rowHovered, this,
-            [this](int row) { Q_EMIT linkHovered(itemAt(row)->link); });
+            [this](int row) { Q_EMIT linkHovered(itemAt(row)->link()); });
 }
 
 void HelpIndex::selectLookFor()
@@ -86,7 +86,7 @@ void HelpIndex::lookForEnterPressed()
 
 void HelpIndex::indexClicked(int row)
 {
-    m_lookForEdit->setText(itemAt(row)->keyword.trimmed());
+    m_lookForEdit->setText(itemAt(row)->keyword.trimmed().toString());
 }
 
 void HelpIndex::indexEnterPressed(int row)

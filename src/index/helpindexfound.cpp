@@ -66,10 +66,10 @@ void HelpIndexFound::addTopics(const HelpLibrary& library)
     QList<QTreeWidgetItem*> rows;
     for (size_t i = 0; i < m_items.size(); ++i) {
         const auto& item = *m_items[i];
-        auto* row = new QTreeWidgetItem(
-            {item.keyword, item.title, item.hasPage ? library.pageTitle(item.link) : QString()});
+        auto* row = new QTreeWidgetItem({item.keyword.toString(), item.title(),
+                                         item.hasPage() ? library.pageTitle(item.link()) : QString()});
         row->setData(0, ItemRole, qulonglong(i));
-        row->setToolTip(2, QStringLiteral("<span>%1</span>").arg(item.link.toHtmlEscaped()));
+        row->setToolTip(2, QStringLiteral("<span>%1</span>").arg(item.link().toHtmlEscaped()));
         rows.append(row);
     }
     m_topicList->addTopLevelItems(rows);

@@ -26,7 +26,7 @@ QVariant HelpIndexModel::data(const QModelIndex& index, int role) const
         return row.text();
     case Qt::ToolTipRole:
         // In a tag, or the tool tip would guess whether the keyword is rich text.
-        return QString(QStringLiteral("<span>") + row.indexItem->keyword.toHtmlEscaped() +
+        return QString(QStringLiteral("<span>") + row.indexItem->keyword.toString().toHtmlEscaped() +
                        QStringLiteral("</span>"));
     default:
         return {};

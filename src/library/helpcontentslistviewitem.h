@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QString>
+#include <QStringView>
 
-#include <vector>
+#include <span>
 
 struct HelpContentsItem;
 
 /// One row of the contents tree: plain data, linked both ways with its record and shown through a model.
 struct HelpContentsListViewItem {
-    QString text;
+    QStringView text; ///< in a text of the help set
     HelpContentsItem* contentsItem = nullptr;
     HelpContentsListViewItem* parent = nullptr; ///< null for top-level rows
-    std::vector<HelpContentsListViewItem*> children;
+    std::span<HelpContentsListViewItem* const> children;
     int position = 0; ///< among its siblings
 };

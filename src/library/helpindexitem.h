@@ -2,8 +2,9 @@
 #pragma once
 
 #include <QString>
+#include <QStringView>
 
-struct HelpContentsItem;
+struct HelpContentsRoot;
 struct HelpIndexItem;
 
 /// One row of the keyword list.
@@ -15,22 +16,35 @@ struct HelpIndexListBoxItem {
     [[nodiscard]] QString text() const;
 };
 
+/// What all entries of one index file share.
+struct HelpIndexSource {
+    QString fileName;  ///< of the index file
+    QString directory; ///< that its pages are relative to; ends with "/"
+    QString title;     ///< of the contents file that named the index file; null when unknown
+    HelpContentsRoot* contentsItem = nullptr; ///< root record of the help set
+};
+
 /// One keyword entry of an index file.
 struct HelpIndexItem {
     const HelpIndexListBoxItem* listBoxItem =
-        nullptr; ///< row that stands for the entry; valid until the next build
-    QString keyword;
-    QString link;  ///< page that the entry opens: an absolute path, "#anchor" included
-    QString title; ///< of the contents file that named the index file; null when unknown
-    HelpContentsItem* contentsItem = nullptr; ///< root record of the help set
-    HelpIndexItem* parent = nullptr;          ///< of a sub-keyword
-    int group = -1;                           ///< number of the group of like entries; -1 for none
-    bool hasPage = true;                      ///< false when `link` is the bare directory
-    const QString* namedIn = nullptr;         ///< the index file
+        nullptr;          ///< row that stands for the entry; valid until the next build
+    QStringView keyword;  ///< in the text of the index file, as is `pageName`
+    QStringView pageName; ///< empty when the entry names no page
+    const HelpIndexSource* source = nullptr;
+    HelpIndexItem* parent = nullptr; ///< of a sub-keyword
+    int group = -1;                  ///< number of the group of like entries; -1 for none
     int namedInLine = 0;
+
+    [[nodiscard]] bool hasPage() const { return !pageName.isEmpty(); }
+    /// Page that the entry opens: an absolute path, "#anchor" included; without a page the bare directory.
+    [[nodiscard]] QString link() const
+    {
+        return hasPage() ? source->directory + pageName : source->directory;
+    }
+    [[nodiscard]] const QString& title() const { return source->title; }
 };
 
 inline QString HelpIndexListBoxItem::text() const
 {
-    return isSubKeyword ? QStringLiteral("    ") + indexItem->keyword : indexItem->keyword;
+    return isSubKeyword ? QStringLiteral("    ") + indexItem->keyword : indexItem->keyword.toString();
 }

@@ -8,6 +8,17 @@
 #include "library/helpset.h"
 
 #include <algorithm>
+#include <numeric>
+#include <utility>
+
+/// A contents file that is being read, or has been read and is not asked for yet.
+struct HelpLibrary::Reading {
+    QString fileName;
+    std::unique_ptr<HelpSet> ready; ///< the contents, before they are adopted
+    HelpSet* set = nullptr;         ///< the same afterwards, unless it has been removed
+    CurrentRow current;
+    ContentsLoaded loaded; ///< null until the file is asked for
+};
 
 HelpLibrary::HelpLibrary(QObject* parent) : QObject(parent)
 {
@@ -18,16 +29,22 @@ HelpLibrary::~HelpLibrary() = default;
 HelpLibrary::Loaded HelpLibrary::loadContents(const QString& fileName,
                                               const HelpContentsListViewItem* current)
 {
-    const ContentsOutline outline = ContentsReader().read(fileName);
-    auto set = std::make_unique<HelpSet>(fileName, outline);
-    const auto& rows = set->topRows();
+    auto set = std::make_unique<HelpSet>(fileName, ContentsReader().read(fileName));
+    set->adoptIndex(readIndexEntries(set->indexTask()));
+    return adoptContents(std::move(set), current);
+}
+
+HelpLibrary::Loaded HelpLibrary::adoptContents(std::unique_ptr<HelpSet> set,
+                                               const HelpContentsListViewItem* current)
+{
+    const auto rows = set->topRows();
     const size_t first = insertPosition(current);
     if (!rows.empty()) {
         Q_EMIT topRowsAboutToBeInserted(int(first), int(first + rows.size()) - 1);
         m_topRows.insert(m_topRows.begin() + qsizetype(first), rows.begin(), rows.end());
         numberTopRows(first);
     }
-    Loaded loaded{&set->root(), set->firstPage(), outline.malformedFiles, outline.readable};
+    Loaded loaded{&set->root(), set->firstPage(), set->ownTitle(), set->malformedFiles(), set->isReadable()};
     m_helpSets.push_back(std::move(set));
     if (!rows.empty()) {
         Q_EMIT topRowsInserted();
@@ -54,15 +71,16 @@ void HelpLibrary::numberTopRows(size_t first)
     }
 }
 
-void HelpLibrary::removeContents(HelpContentsItem* root)
+void HelpLibrary::removeContents(HelpContentsRoot* root)
 {
     const auto set = std::find_if(m_helpSets.begin(), m_helpSets.end(),
                                   [root](const auto& candidate) { return &candidate->root() == root; });
     if (set == m_helpSets.end()) {
         return;
     }
+    m_indexing.cancel();
     Q_EMIT helpSetAboutToBeRemoved(root);
-    const auto& rows = (*set)->topRows();
+    const auto rows = (*set)->topRows();
     if (!rows.empty()) {
         const int first = rows.front()->position;
         Q_EMIT topRowsAboutToBeRemoved(first, first + int(rows.size()) - 1);
@@ -72,25 +90,147 @@ void HelpLibrary::removeContents(HelpContentsItem* root)
     }
     const auto removed = std::move(*set);
     m_helpSets.erase(set);
+    for (const auto& reading : m_readings) {
+        if (reading->set == removed.get()) {
+            reading->set = nullptr;
+        }
+    }
     m_pageRecords.clear();
-    buildIndex();
+    renewIndex();
     Q_EMIT helpSetRemoved();
 }
 
 void HelpLibrary::buildIndex()
 {
-    std::vector<HelpIndexItem*> items;
-    for (const auto& set : m_helpSets) {
-        for (auto& item : set->indexItems()) {
-            items.push_back(&item);
-        }
-    }
-    m_keywordIndex.buildIndex(items);
+    m_indexing.cancel();
+    const auto items = indexItems();
+    m_keywordIndex.setRows(makeKeywordRows(items), items);
 }
 
-std::vector<HelpContentsItem*> HelpLibrary::roots() const
+std::vector<std::span<HelpIndexItem>> HelpLibrary::indexItems() const
 {
-    std::vector<HelpContentsItem*> result;
+    std::vector<std::span<HelpIndexItem>> items;
+    for (const auto& set : m_helpSets) {
+        items.emplace_back(set->indexItems());
+    }
+    return items;
+}
+
+void HelpLibrary::renewIndex()
+{
+    constexpr size_t few = 20'000; // are sorted within a few milliseconds
+    const auto items = indexItems();
+    const size_t count = std::accumulate(items.begin(), items.end(), size_t(0),
+                                         [](size_t sum, const auto& span) { return sum + span.size(); });
+    if (count <= few) {
+        buildIndex();
+        Q_EMIT becameIdle();
+        return;
+    }
+    m_indexing.cancel();
+    m_keywordIndex.setRows({}, items);
+    Q_EMIT becameBusy();
+    m_indexing.run([items](const std::stop_token& stop) { return makeKeywordRows(items, stop); },
+                   [this, items](KeywordRows&& rows) {
+                       m_keywordIndex.setRows(std::move(rows), items);
+                       Q_EMIT becameIdle();
+                   });
+}
+
+void HelpLibrary::readAhead(const QString& fileName)
+{
+    const auto reading = m_readings.emplace_back(std::make_shared<Reading>());
+    reading->fileName = fileName;
+    m_reading.run(
+        [fileName](const std::stop_token& stop) {
+            return std::make_unique<HelpSet>(fileName, ContentsReader().read(fileName, stop));
+        },
+        [this, reading](std::unique_ptr<HelpSet>&& set) {
+            reading->ready = std::move(set);
+            proceed(reading);
+        });
+}
+
+void HelpLibrary::readContents(const QString& fileName, const CurrentRow& current,
+                               const ContentsLoaded& loaded)
+{
+    const auto isAhead = [&](const auto& reading) {
+        return reading->loaded == nullptr && reading->fileName == fileName;
+    };
+    if (std::none_of(m_readings.begin(), m_readings.end(), isAhead)) {
+        readAhead(fileName);
+    }
+    const auto reading = *std::find_if(m_readings.begin(), m_readings.end(), isAhead);
+    reading->current = current;
+    reading->loaded = loaded;
+    Q_EMIT becameBusy();
+    proceed(reading);
+}
+
+/// Does what can be done with a reading now that something about it has changed.
+void HelpLibrary::proceed(const std::shared_ptr<Reading>& reading)
+{
+    if (reading->loaded == nullptr) {
+        return;
+    }
+    if (reading->ready != nullptr) {
+        readIndex(reading);
+        reading->loaded(adoptContents(std::move(reading->ready), reading->current()));
+    }
+}
+
+void HelpLibrary::readIndex(const std::shared_ptr<Reading>& reading)
+{
+    reading->set = reading->ready.get();
+    m_indexReading.run([task = reading->set->indexTask()](
+                           const std::stop_token& stop) { return readIndexEntries(task, stop); },
+                       [this, reading](IndexEntries&& entries) {
+                           if (reading->set != nullptr) {
+                               reading->set->adoptIndex(std::move(entries));
+                           }
+                           std::erase(m_readings, reading);
+                           if (!isReading()) {
+                               renewIndex();
+                           }
+                       });
+}
+
+bool HelpLibrary::isReading() const
+{
+    return std::any_of(m_readings.begin(), m_readings.end(),
+                       [](const auto& reading) { return reading->loaded != nullptr; });
+}
+
+bool HelpLibrary::isBusy() const
+{
+    return isReading() || !m_indexing.isIdle();
+}
+
+void HelpLibrary::adoptWithin(std::chrono::milliseconds time, const std::function<bool()>& isEnough)
+{
+    using Clock = std::chrono::steady_clock;
+    const auto end = Clock::now() + time;
+    for (auto* tasks : {&m_reading, &m_indexReading, &m_indexing}) {
+        tasks->adoptWithin(std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now()), isEnough);
+    }
+}
+
+void HelpLibrary::cancelReading()
+{
+    dropReading();
+    renewIndex();
+}
+
+void HelpLibrary::dropReading()
+{
+    m_reading.cancel();
+    m_indexReading.cancel();
+    m_readings.clear();
+}
+
+std::vector<HelpContentsRoot*> HelpLibrary::roots() const
+{
+    std::vector<HelpContentsRoot*> result;
     for (const auto& set : m_helpSets) {
         result.push_back(&set->root());
     }
@@ -102,7 +242,7 @@ bool HelpLibrary::isEmpty() const
     return m_helpSets.empty() && m_pageRecords.empty();
 }
 
-const HelpSet& HelpLibrary::helpSet(const HelpContentsItem& root) const
+const HelpSet& HelpLibrary::helpSet(const HelpContentsRoot& root) const
 {
     return **std::find_if(m_helpSets.begin(), m_helpSets.end(),
                           [&](const auto& candidate) { return &candidate->root() == &root; });
@@ -158,7 +298,7 @@ HelpContentsItem* HelpLibrary::getPage(const QString& fileName)
         return record;
     }
     auto& record = m_pageRecords.emplace_back();
-    record.page = fileName;
+    record.directory = fileName;
     if (const auto* whole = findWholePage(fileName).record) {
         record.listViewItem = whole->listViewItem;
         record.title = whole->title;
@@ -177,11 +317,11 @@ HelpContentsItem* HelpLibrary::getPage(const HelpIndexItem& keyword)
         return &*known;
     }
     auto& record = m_pageRecords.emplace_back();
-    record.page = keyword.link;
-    record.title = keyword.title;
+    record.directory = keyword.link();
+    record.title = keyword.title();
     record.target = EntryTarget::Nothing;
     record.keyword = &keyword;
-    record.namedIn = keyword.namedIn;
+    record.namedIn = &keyword.source->fileName;
     record.namedInLine = keyword.namedInLine;
     return &record;
 }
@@ -200,7 +340,7 @@ QString HelpLibrary::pageTitle(const QString& link) const
 {
     const auto* record = findPage(link);
     if (record != nullptr && !record->listViewItem->text.isEmpty()) {
-        return record->listViewItem->text;
+        return record->listViewItem->text.toString();
     }
     const auto whole = findWholePage(link);
     if (whole.record != nullptr && !whole.record->listViewItem->text.isEmpty()) {

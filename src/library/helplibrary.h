@@ -2,6 +2,7 @@
 #pragma once
 
 #include "formats/problem.h"
+#include "library/backgroundtasks.h"
 #include "library/helpcontentsitem.h"
 #include "library/helpcontentslistviewitem.h"
 #include "library/keywordindex.h"
@@ -9,8 +10,11 @@
 #include <QObject>
 #include <QStringList>
 
+#include <chrono>
 #include <deque>
+#include <functional>
 #include <memory>
+#include <span>
 #include <vector>
 
 class HelpSet;
@@ -24,11 +28,15 @@ class HelpLibrary : public QObject {
 public:
     /// What loading one contents file led to.
     struct Loaded {
-        HelpContentsItem* root = nullptr;
+        HelpContentsRoot* root = nullptr;
         HelpContentsItem* firstPage = nullptr; ///< null when the file names no page
+        QString title;                         ///< that the file itself names, else its name
         QStringList malformedFiles;            ///< files whose reading stopped at an over-deep entry
         bool readable = false;
     };
+    /// The row behind whose help set a new one goes, asked for at the last moment.
+    using CurrentRow = std::function<const HelpContentsListViewItem*()>;
+    using ContentsLoaded = std::function<void(const Loaded&)>;
 
     explicit HelpLibrary(QObject* parent = nullptr);
     ~HelpLibrary() override;
@@ -37,14 +45,29 @@ public:
     /// `current` belongs to, without a current row before all others. The keyword rows are not rebuilt.
     Loaded loadContents(const QString& fileName, const HelpContentsListViewItem* current);
     /// Destroys the help set of this root record, all page records, and rebuilds the keyword rows.
-    void removeContents(HelpContentsItem* root);
+    void removeContents(HelpContentsRoot* root);
     void buildIndex();
 
+    /// Starts reading a contents file and its index files in the background, so that a readContents() that
+    /// follows finds them read. Needs no application object.
+    void readAhead(const QString& fileName);
+    /// Does what loadContents() does, but reads in the background and calls `loaded` from the event loop. The
+    /// index files follow; when nothing is left to read, the keyword rows are rebuilt.
+    void readContents(const QString& fileName, const CurrentRow& current, const ContentsLoaded& loaded);
+    /// Lets what readContents() has been asked for happen now, as far as it is done within the time.
+    void adoptWithin(std::chrono::milliseconds time, const std::function<bool()>& isEnough);
+    /// Gives up what is still to be read; the keyword rows are rebuilt.
+    void cancelReading();
+    /// The same without the keyword rows, for one who does not look at them any more.
+    void dropReading();
+    /// Whether files are being read or keyword rows are being made.
+    [[nodiscard]] bool isBusy() const;
+
     /// The help sets in load order.
-    [[nodiscard]] std::vector<HelpContentsItem*> roots() const;
+    [[nodiscard]] std::vector<HelpContentsRoot*> roots() const;
     /// Whether there is no record at all.
     [[nodiscard]] bool isEmpty() const;
-    [[nodiscard]] const HelpSet& helpSet(const HelpContentsItem& root) const;
+    [[nodiscard]] const HelpSet& helpSet(const HelpContentsRoot& root) const;
     /// Top-level rows of the contents tree.
     [[nodiscard]] const std::vector<HelpContentsListViewItem*>& topRows() const { return m_topRows; }
     [[nodiscard]] KeywordIndex& keywordIndex() { return m_keywordIndex; }
@@ -74,9 +97,13 @@ public:
     [[nodiscard]] static QString getTitle(const QString& fileName);
 
 Q_SIGNALS:
+    /// Something is to be done in the background.
+    void becameBusy();
+    /// All that was to be done in the background has been done or given up.
+    void becameIdle();
     void topRowsAboutToBeInserted(int first, int last);
     void topRowsInserted();
-    void helpSetAboutToBeRemoved(HelpContentsItem* root);
+    void helpSetAboutToBeRemoved(HelpContentsRoot* root);
     void topRowsAboutToBeRemoved(int first, int last);
     void topRowsRemoved();
     void helpSetRemoved();
@@ -88,6 +115,15 @@ private:
     };
 
     [[nodiscard]] WholePage findWholePage(const QString& fileName) const;
+    struct Reading;
+
+    void proceed(const std::shared_ptr<Reading>& reading);
+    void readIndex(const std::shared_ptr<Reading>& reading);
+    [[nodiscard]] bool isReading() const;
+    Loaded adoptContents(std::unique_ptr<HelpSet> set, const HelpContentsListViewItem* current);
+    /// The rows are made at once when there are few, else in the background; until then there are none.
+    void renewIndex();
+    [[nodiscard]] std::vector<std::span<HelpIndexItem>> indexItems() const;
     [[nodiscard]] size_t insertPosition(const HelpContentsListViewItem* current) const;
     void numberTopRows(size_t first);
 
@@ -95,4 +131,9 @@ private:
     std::vector<HelpContentsListViewItem*> m_topRows;
     std::deque<HelpContentsItem> m_pageRecords;
     KeywordIndex m_keywordIndex;
+    std::vector<std::shared_ptr<Reading>> m_readings;
+    BackgroundTasks m_reading{BackgroundTasks::Priority::Normal}; ///< of contents files
+    BackgroundTasks m_indexReading{BackgroundTasks::Priority::Low};
+    BackgroundTasks m_indexing{
+        BackgroundTasks::Priority::Low}; ///< makes keyword rows; looks at the help sets
 };

@@ -1,123 +1,157 @@
 // SPDX-License-Identifier: MIT
 #include "library/helpset.h"
 
-#include "formats/contentsoutline.h"
 #include "formats/indexreader.h"
 #include "formats/paths.h"
+#include "formats/textfile.h"
 
 #include <QCoreApplication>
 
-#include <algorithm>
+#include <utility>
 
-HelpSet::HelpSet(const QString& fileName, const ContentsOutline& outline)
-    : m_files(outline.files), m_problems(outline.problems)
+namespace {
+
+std::vector<HelpContentsItem> recordsFor(const ContentsOutline& outline)
 {
-    m_root.fileName = fileName;
-    m_root.title = outline.title;
-    adoptEntries(outline);
-    adoptRows(outline);
-    adoptIndexFiles(outline);
-    indexPages();
-    if (outline.firstPage >= 0) {
-        m_firstPage = &m_records[size_t(outline.firstPage)];
-        m_root.page = m_firstPage->page;
+    return std::vector<HelpContentsItem>(outline.entries.size());
+}
+
+void addEntries(IndexEntries& entries, QStringView text, const HelpIndexSource& source,
+                const std::stop_token& stop)
+{
+    const size_t first = entries.items.size();
+    IndexReader reader(text);
+    while (!stop.stop_requested() && reader.next()) {
+        const auto& line = reader.line();
+        auto& item = entries.items.emplace_back();
+        item.keyword = line.keyword;
+        item.pageName = line.page;
+        item.source = &source;
+        item.parent = line.parent < 0 ? nullptr : &entries.items[first + size_t(line.parent)];
+        item.namedInLine = line.line;
     }
 }
 
-void HelpSet::adoptEntries(const ContentsOutline& outline)
+/// At least as many as the text has lines.
+size_t lineBound(QStringView text)
 {
-    m_records.resize(outline.entries.size());
+    return size_t(text.count(u'\n') + text.count(u'\r')) + 1;
+}
+
+} // namespace
+
+IndexEntries readIndexEntries(const IndexTask& task, const std::stop_token& stop)
+{
+    IndexEntries entries;
+    size_t lines = 0;
+    for (const auto& reference : task.references) {
+        const auto text = readText(reference.fileName);
+        if (text.ok()) {
+            entries.texts.push_back(text.value());
+            entries.sources.push_back(std::make_unique<HelpIndexSource>(
+                HelpIndexSource{absoluteFilePath(reference.fileName), extractRightDir(reference.fileName),
+                                reference.title, task.root}));
+            lines += lineBound(text.value());
+        } else {
+            entries.problems.push_back(
+                {task.files[size_t(reference.file)], reference.line, Problem::Severity::Warning,
+                 QCoreApplication::translate("HelpSet", "The index file \"%1\" cannot be read: %2")
+                     .arg(reference.fileName, describe(text.error()))});
+        }
+    }
+    // The entries point at each other.
+    entries.items.reserve(lines);
+    for (size_t i = 0; i < entries.texts.size(); ++i) {
+        addEntries(entries, entries.texts[i], *entries.sources[i], stop);
+    }
+    return entries;
+}
+
+HelpSet::HelpSet(const QString& fileName, ContentsOutline outline)
+    : m_outline(std::move(outline)), m_records(recordsFor(m_outline)), m_pages(m_records)
+{
+    m_root.fileName = fileName;
+    m_root.title = m_outline.title;
+    adoptEntries();
+    adoptRows();
+    indexPages();
+    if (m_outline.firstPage >= 0) {
+        m_firstPage = &m_records[size_t(m_outline.firstPage)];
+        m_root.directory = m_firstPage->directory;
+        m_root.pageName = m_firstPage->pageName;
+    }
+    m_outline.entries = {};
+}
+
+QString HelpSet::ownTitle() const
+{
+    return m_outline.ownTitle.isEmpty() ? m_root.fileName : m_outline.ownTitle;
+}
+
+void HelpSet::adoptEntries()
+{
     for (size_t i = 0; i < m_records.size(); ++i) {
-        const auto& entry = outline.entries[i];
+        const auto& entry = m_outline.entries[i];
         auto& record = m_records[i];
-        record.page = entry.page;
-        record.title = entry.helpSet < 0 ? QString() : outline.titles[size_t(entry.helpSet)];
+        if (entry.target != EntryTarget::Contents) {
+            record.directory = m_outline.directories[size_t(entry.file)];
+        }
+        record.pageName = entry.page;
+        record.title = entry.helpSet < 0 ? QString() : m_outline.titles[size_t(entry.helpSet)];
         record.root = &m_root;
         record.target = entry.target;
-        record.namedIn = &m_files[size_t(entry.file)];
+        record.namedIn = &m_outline.files[size_t(entry.file)];
         record.namedInLine = entry.line;
     }
 }
 
-void HelpSet::adoptRows(const ContentsOutline& outline)
+void HelpSet::adoptRows()
 {
-    m_rows.resize(outline.entries.size());
-    const auto adoptSiblings = [&](int first, HelpContentsListViewItem* parent,
-                                   std::vector<HelpContentsListViewItem*>& siblings) {
-        for (int i = first; i >= 0; i = outline.entries[size_t(i)].nextSibling) {
+    const auto& entries = m_outline.entries;
+    m_rows.resize(entries.size());
+    m_siblings.reserve(entries.size());
+    const auto adoptSiblings = [&](int firstEntry, HelpContentsListViewItem* parent) {
+        const size_t first = m_siblings.size();
+        for (int i = firstEntry; i >= 0; i = entries[size_t(i)].nextSibling) {
             auto& row = m_rows[size_t(i)];
             row.parent = parent;
-            row.position = int(siblings.size());
-            siblings.push_back(&row);
+            row.position = int(m_siblings.size() - first);
+            m_siblings.push_back(&row);
         }
-        siblings.shrink_to_fit();
+        return std::span(m_siblings).subspan(first);
     };
-    adoptSiblings(outline.firstTop, nullptr, m_topRows);
+    m_topRows = adoptSiblings(m_outline.firstTop, nullptr);
     for (size_t i = 0; i < m_rows.size(); ++i) {
         auto& row = m_rows[i];
-        row.text = outline.entries[i].title;
+        row.text = entries[i].title;
         row.contentsItem = &m_records[i];
         m_records[i].listViewItem = &row;
-        adoptSiblings(outline.entries[i].firstChild, &row, row.children);
+        row.children = adoptSiblings(entries[i].firstChild, &row);
     }
 }
 
-void HelpSet::adoptIndexFiles(const ContentsOutline& outline)
+void HelpSet::adoptIndex(IndexEntries entries)
 {
-    m_indexFiles.reserve(outline.indexFiles.size());
-    std::vector<std::vector<IndexLine>> contents;
-    size_t total = 0;
-    for (const auto& reference : outline.indexFiles) {
-        m_indexFiles.push_back(absoluteFilePath(reference.fileName));
-        const auto lines = readIndex(reference.fileName);
-        if (!lines.ok()) {
-            m_problems.push_back(
-                {outline.files[size_t(reference.file)], reference.line, Problem::Severity::Warning,
-                 QCoreApplication::translate("HelpSet", "The index file \"%1\" cannot be read: %2")
-                     .arg(reference.fileName, describe(lines.error()))});
-        }
-        contents.push_back(lines.ok() ? lines.value() : std::vector<IndexLine>());
-        total += contents.back().size();
-    }
-    m_indexItems.reserve(total);
-    for (size_t file = 0; file < contents.size(); ++file) {
-        const size_t first = m_indexItems.size();
-        for (const auto& line : contents[file]) {
-            auto& item = m_indexItems.emplace_back();
-            item.keyword = line.keyword;
-            item.link = line.link;
-            item.title = outline.indexFiles[file].title;
-            item.contentsItem = &m_root;
-            item.parent = line.parent < 0 ? nullptr : &m_indexItems[first + size_t(line.parent)];
-            item.hasPage = line.hasPage;
-            item.namedIn = &m_indexFiles[file];
-            item.namedInLine = line.line;
-        }
-    }
+    m_index = std::move(entries);
+    m_outline.problems.insert(m_outline.problems.end(), m_index.problems.begin(), m_index.problems.end());
 }
 
 // Post-order over the tree without recursion: outlines may be thousands of levels deep.
 void HelpSet::indexPages()
 {
-    m_pages.reserve(qsizetype(m_records.size()));
-    const auto add = [this](HelpContentsItem* record) {
-        if (record->target == EntryTarget::Page) {
-            const QString path = absoluteFilePath(record->page);
-            if (!m_pages.contains(path)) {
-                m_pages.insert(path, record);
-            }
-        }
-    };
+    std::vector<std::pair<HelpContentsListViewItem*, size_t>> path;
     for (auto* top : m_topRows) {
-        std::vector<std::pair<HelpContentsListViewItem*, size_t>> path{{top, 0}};
+        path.assign(1, {top, 0});
         while (!path.empty()) {
             auto& [row, next] = path.back();
             if (next < row->children.size()) {
                 path.emplace_back(row->children[next++], 0);
-            } else {
-                add(row->contentsItem);
-                path.pop_back();
+                continue;
             }
+            if (row->contentsItem->target == EntryTarget::Page) {
+                m_pages.insert(*row->contentsItem);
+            }
+            path.pop_back();
         }
     }
 }

@@ -1,55 +1,79 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "formats/problem.h"
+#include "formats/contentsoutline.h"
 #include "library/helpcontentsitem.h"
 #include "library/helpcontentslistviewitem.h"
 #include "library/helpindexitem.h"
+#include "library/pagetable.h"
 
-#include <QHash>
-
+#include <memory>
+#include <span>
+#include <stop_token>
 #include <vector>
 
-struct ContentsOutline;
+/// The keyword entries of one help set, which keep their addresses when this is moved.
+struct IndexEntries {
+    std::vector<HelpIndexItem> items; ///< in load order
+    std::vector<QString> texts;       ///< that the entries view into
+    std::vector<std::unique_ptr<const HelpIndexSource>> sources;
+    std::vector<Problem> problems;
+};
+
+/// What is needed to read the index files of a help set, in any thread.
+struct IndexTask {
+    std::vector<IndexReference> references;
+    std::vector<QString> files;       ///< that the references stand in
+    HelpContentsRoot* root = nullptr; ///< not looked at
+};
+
+/// Once a stop has been asked for, entries are missing.
+[[nodiscard]] IndexEntries readIndexEntries(const IndexTask& task, const std::stop_token& stop = {});
 
 /// One loaded contents file with all that came from it. Owns its records, rows and keyword entries, which
-/// keep their addresses for as long as the set lives.
+/// keep their addresses for as long as the set lives. May be made in any thread.
 class HelpSet {
 public:
-    /// Adopts what was read; the index files that the outline names are read here.
-    HelpSet(const QString& fileName, const ContentsOutline& outline);
+    /// Adopts what was read; the keyword entries come with adoptIndex().
+    HelpSet(const QString& fileName, ContentsOutline outline);
     Q_DISABLE_COPY_MOVE(HelpSet)
 
-    [[nodiscard]] HelpContentsItem& root() { return m_root; }
-    [[nodiscard]] const HelpContentsItem& root() const { return m_root; }
+    [[nodiscard]] IndexTask indexTask() { return {m_outline.indexFiles, m_outline.files, &m_root}; }
+    /// Takes over what indexTask() led to; once.
+    void adoptIndex(IndexEntries entries);
+
+    [[nodiscard]] HelpContentsRoot& root() { return m_root; }
+    [[nodiscard]] const HelpContentsRoot& root() const { return m_root; }
     /// Record of the first entry that is no including line, in reading order; null when there is none.
     [[nodiscard]] HelpContentsItem* firstPage() const { return m_firstPage; }
     /// Record of the first entry in reading order; null when there is none.
     [[nodiscard]] HelpContentsItem* firstRecord() { return m_records.empty() ? nullptr : &m_records.front(); }
     [[nodiscard]] const std::vector<HelpContentsItem>& records() const { return m_records; }
-    [[nodiscard]] const std::vector<HelpContentsListViewItem*>& topRows() const { return m_topRows; }
+    [[nodiscard]] std::span<HelpContentsListViewItem* const> topRows() const { return m_topRows; }
+    /// The title that the contents file itself gives, else its name.
+    [[nodiscard]] QString ownTitle() const;
     /// In load order.
-    [[nodiscard]] std::vector<HelpIndexItem>& indexItems() { return m_indexItems; }
-    [[nodiscard]] const std::vector<HelpIndexItem>& indexItems() const { return m_indexItems; }
-    [[nodiscard]] const std::vector<Problem>& problems() const { return m_problems; }
+    [[nodiscard]] std::vector<HelpIndexItem>& indexItems() { return m_index.items; }
+    [[nodiscard]] const std::vector<HelpIndexItem>& indexItems() const { return m_index.items; }
+    [[nodiscard]] const std::vector<Problem>& problems() const { return m_outline.problems; }
+    [[nodiscard]] const QStringList& malformedFiles() const { return m_outline.malformedFiles; }
+    [[nodiscard]] bool isReadable() const { return m_outline.readable; }
 
     /// Record of the row that shows exactly this page (absolute path); rows below a row come before it.
-    [[nodiscard]] HelpContentsItem* findPage(const QString& path) const { return m_pages.value(path); }
+    [[nodiscard]] HelpContentsItem* findPage(const QString& path) const { return m_pages.find(path); }
 
 private:
-    void adoptEntries(const ContentsOutline& outline);
-    void adoptRows(const ContentsOutline& outline);
-    void adoptIndexFiles(const ContentsOutline& outline);
+    void adoptEntries();
+    void adoptRows();
     void indexPages();
 
-    HelpContentsItem m_root;
+    ContentsOutline m_outline; ///< without its entries, which became records and rows
+    HelpContentsRoot m_root;
     HelpContentsItem* m_firstPage = nullptr;
     std::vector<HelpContentsItem> m_records;
     std::vector<HelpContentsListViewItem> m_rows;
-    std::vector<HelpContentsListViewItem*> m_topRows;
-    std::vector<HelpIndexItem> m_indexItems;
-    std::vector<QString> m_files;
-    std::vector<QString> m_indexFiles;
-    std::vector<Problem> m_problems;
-    QHash<QString, HelpContentsItem*> m_pages;
+    std::vector<HelpContentsListViewItem*> m_siblings; ///< children of each row, one behind the other
+    std::span<HelpContentsListViewItem*> m_topRows;
+    IndexEntries m_index;
+    PageTable m_pages;
 };

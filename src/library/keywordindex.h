@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "library/helpindexitem.h"
+#include "library/keywordrows.h"
 
 #include <QObject>
 
@@ -15,10 +15,10 @@ class KeywordIndex : public QObject {
 public:
     using QObject::QObject;
 
-    /// Rebuilds rows and groups from all entries, given in load order.
-    void buildIndex(const std::vector<HelpIndexItem*>& items);
+    /// Takes over rows made of these entries, which are all that there are; without rows none of them has one.
+    void setRows(KeywordRows rows, const std::vector<std::span<HelpIndexItem>>& items);
 
-    [[nodiscard]] const std::vector<HelpIndexListBoxItem>& rows() const { return m_rows; }
+    [[nodiscard]] const std::vector<HelpIndexListBoxItem>& rows() const { return m_rows.rows; }
     /// The distinct entries of a group in load order: no two have the same title (ignoring case) and the same
     /// link.
     [[nodiscard]] std::vector<HelpIndexItem*> getIndexListByGroup(int group) const;
@@ -37,10 +37,5 @@ Q_SIGNALS:
     void rebuilt();
 
 private:
-    [[nodiscard]] std::vector<HelpIndexItem*> group(const std::vector<HelpIndexItem*>& sorted);
-    void makeRows(const std::vector<HelpIndexItem*>& representatives);
-
-    std::vector<HelpIndexListBoxItem> m_rows;
-    std::vector<std::vector<HelpIndexItem*>> m_groups; ///< members in load order
-    std::vector<QString> m_lookUpTexts;                ///< row texts, trimmed and in lower case
+    KeywordRows m_rows;
 };

@@ -62,12 +62,12 @@ std::vector<Problem> findMissingPages(const HelpLibrary& library)
         const auto& set = library.helpSet(*root);
         for (const auto& record : set.records()) {
             if (record.target == EntryTarget::Page) {
-                missing.check(record.page, *record.namedIn, record.namedInLine);
+                missing.check(record.page(), *record.namedIn, record.namedInLine);
             }
         }
         for (const auto& item : set.indexItems()) {
-            if (item.hasPage) {
-                missing.check(item.link, *item.namedIn, item.namedInLine);
+            if (item.hasPage()) {
+                missing.check(item.link(), item.source->fileName, item.namedInLine);
             }
         }
     }

@@ -1,21 +1,37 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/contentsfiles.h"
 
+#include "browser/helpbrowser.h"
 #include "contents/helpcontents.h"
-#include "library/helplibrary.h"
 #include "library/installedcontents.h"
 #include "mainwindow/helpsetmenu.h"
 #include "mainwindow/mainmenus.h"
 #include "mainwindow/malformedfiles.h"
 #include "mainwindow/windowsettings.h"
 
+#include <QTimer>
+
 #include <algorithm>
 #include <utility>
 
-ContentsFiles::ContentsFiles(HelpLibrary& library, HelpContents& pane, const MainMenus& menus,
-                             QObject* parent)
-    : QObject(parent), m_library(library), m_pane(pane), m_menus(menus)
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto Patience = 100ms; // a user does not notice
+
+} // namespace
+
+ContentsFiles::ContentsFiles(HelpLibrary& library, HelpContents& pane, const HelpBrowser& browser,
+                             const MainMenus& menus, QObject* parent)
+    : QObject(parent), m_library(library), m_pane(pane), m_browser(browser), m_menus(menus),
+      m_patience(Patience)
 {
+}
+
+ContentsFiles::~ContentsFiles()
+{
+    m_library.dropReading();
 }
 
 void ContentsFiles::insertContents(const QString& fileName)
@@ -23,13 +39,8 @@ void ContentsFiles::insertContents(const QString& fileName)
     if (!HelpLibrary::isFile(fileName)) {
         return;
     }
-    const auto loaded = m_library.loadContents(fileName, m_pane.currentRow());
-    loaded.root->menuId = m_menus.removeMenu->addEntry(HelpLibrary::getTitle(fileName));
-    if (loaded.firstPage != nullptr) {
-        m_pane.gotoPage(loaded.firstPage);
-    }
-    m_library.buildIndex();
-    reportMalformedFiles(loaded.malformedFiles, &m_pane);
+    m_pendingFiles.append(fileName);
+    add([this, fileName] { load(fileName); });
 }
 
 void ContentsFiles::removeContents(int menuId)
@@ -47,23 +58,103 @@ void ContentsFiles::removeContents(int menuId)
 
 void ContentsFiles::loadDefault()
 {
-    for (const auto& fileName : InstalledContents::sortingCntList(WindowSettings::loadContents())) {
+    QStringList files = WindowSettings::loadContents();
+    files.removeIf([](const QString& fileName) { return !HelpLibrary::isFile(fileName); });
+    const bool isAnyOpen = !files.isEmpty() || !m_library.isEmpty();
+    for (const auto& fileName : isAnyOpen ? InstalledContents::sortingCntList(files) : m_installedFiles) {
         insertContents(fileName);
     }
-    if (m_library.isEmpty()) {
-        for (const auto& fileName : std::as_const(m_installedFiles)) {
-            insertContents(fileName);
-        }
-    }
-    m_pane.gotoFirstPage();
+    showAfterLoading([this] { m_pane.gotoFirstPage(); });
 }
 
-HelpContentsItem* ContentsFiles::ensureLoaded(const QString& fileName)
+void ContentsFiles::showWhenLoaded(const QString& fileName,
+                                   const std::function<void(HelpContentsItem*)>& show)
 {
-    if (m_library.getContentsByFileName(fileName) == nullptr) {
+    if (m_library.getContentsByFileName(fileName) == nullptr && !m_pendingFiles.contains(fileName)) {
         insertContents(fileName);
     }
-    return m_library.getContentsByFileName(fileName);
+    showAfterLoading([this, fileName, show] {
+        if (auto* record = m_library.getContentsByFileName(fileName)) {
+            show(record);
+        }
+    });
+}
+
+void ContentsFiles::showAfterLoading(const Step& show)
+{
+    add([this, show] { this->show(show); });
+}
+
+void ContentsFiles::add(const Step& step)
+{
+    if (!m_isLoading && m_steps.empty()) {
+        m_shown = m_browser.getCurrentLink();
+    }
+    m_steps.push_back(step);
+    proceed();
+    waitBriefly();
+}
+
+void ContentsFiles::proceed()
+{
+    while (!m_isLoading && !m_steps.empty()) {
+        const Step step = std::move(m_steps.front());
+        m_steps.pop_front();
+        step();
+    }
+}
+
+/// Small help sets stand in the window as a whole when this returns. Before the window is shown only their
+/// pages matter.
+void ContentsFiles::waitBriefly()
+{
+    if (m_patience == Patience) {
+        QTimer::singleShot(0, this, [this] { m_patience = Patience; });
+    }
+    const auto start = std::chrono::steady_clock::now();
+    m_library.adoptWithin(m_patience, [this] {
+        return !m_isLoading && (!m_pane.window()->isVisible() || !m_library.isBusy());
+    });
+    const auto waited = std::chrono::steady_clock::now() - start;
+    m_patience = std::max(0ms, m_patience - std::chrono::duration_cast<std::chrono::milliseconds>(waited));
+}
+
+void ContentsFiles::load(const QString& fileName)
+{
+    m_isLoading = true;
+    m_library.readContents(
+        fileName, [this] { return m_pane.currentRow(); },
+        [this](const HelpLibrary::Loaded& loaded) {
+            m_isLoading = false;
+            adopt(loaded);
+            proceed();
+        });
+}
+
+void ContentsFiles::adopt(const HelpLibrary::Loaded& loaded)
+{
+    m_pendingFiles.removeOne(loaded.root->fileName);
+    loaded.root->menuId = m_menus.removeMenu->addEntry(loaded.title);
+    if (loaded.firstPage != nullptr) {
+        show([&] { m_pane.gotoPage(loaded.firstPage); });
+    }
+    reportMalformedFiles(loaded.malformedFiles, &m_pane);
+}
+
+void ContentsFiles::show(const Step& step)
+{
+    if (m_browser.getCurrentLink() == m_shown) {
+        step();
+        m_shown = m_browser.getCurrentLink();
+    }
+}
+
+void ContentsFiles::cancel()
+{
+    m_steps.clear();
+    m_pendingFiles.clear();
+    m_isLoading = false;
+    m_library.cancelReading();
 }
 
 void ContentsFiles::buildInstalledMenu()

@@ -1,30 +1,46 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "library/helplibrary.h"
+
 #include <QHash>
 #include <QObject>
 #include <QStringList>
 
+#include <chrono>
+#include <deque>
+#include <functional>
+
+class HelpBrowser;
 class HelpContents;
-class HelpLibrary;
-struct HelpContentsItem;
 struct MainMenus;
 
-/// Loads and removes contents files and keeps the two submenus of help sets in step. What it is given must
-/// outlive it.
+/// Loads and removes contents files and keeps the two submenus of help sets in step. Files are read in the
+/// background, one after another; what is ready soon is shown before a call returns. A page is shown only if
+/// the user has not gone to another one meanwhile. What it is given must outlive it.
 class ContentsFiles : public QObject {
     Q_OBJECT
 
 public:
-    ContentsFiles(HelpLibrary& library, HelpContents& pane, const MainMenus& menus, QObject* parent);
+    using Step = std::function<void()>;
+
+    ContentsFiles(HelpLibrary& library, HelpContents& pane, const HelpBrowser& browser,
+                  const MainMenus& menus, QObject* parent);
+    ~ContentsFiles() override;
 
     /// See the services of HelpMainWindow of the same names.
     void insertContents(const QString& fileName);
     void removeContents(int menuId);
     void loadDefault();
-    /// First record of the contents file of exactly this name, which is loaded when it is not; null when it
-    /// cannot be.
-    [[nodiscard]] HelpContentsItem* ensureLoaded(const QString& fileName);
+    /// Shows something of the first record of the contents file of exactly this name, which is loaded when it
+    /// is not; `show` is not called when it cannot be.
+    void showWhenLoaded(const QString& fileName, const std::function<void(HelpContentsItem*)>& show);
+    /// Shows something else after all that is to be loaded.
+    void showAfterLoading(const Step& show);
+    /// Gives up all that is not loaded yet.
+    void cancel();
+    /// The files that are still to be loaded.
+    [[nodiscard]] const QStringList& pendingFiles() const { return m_pendingFiles; }
 
     /// Fills the submenu of installed help sets from the store.
     void buildInstalledMenu();
@@ -32,9 +48,22 @@ public:
     [[nodiscard]] QString installedFile(int menuId) const { return m_installed.value(menuId); }
 
 private:
+    void add(const Step& step);
+    void proceed();
+    void waitBriefly();
+    void load(const QString& fileName);
+    void adopt(const HelpLibrary::Loaded& loaded);
+    void show(const Step& step);
+
     HelpLibrary& m_library;
     HelpContents& m_pane;
+    const HelpBrowser& m_browser;
     const MainMenus& m_menus;
     QHash<int, QString> m_installed; ///< file names by the ids of their menu entries
     QStringList m_installedFiles;    ///< in menu order
+    std::deque<Step> m_steps;        ///< to be done when no file is being loaded
+    QStringList m_pendingFiles;
+    bool m_isLoading = false;
+    const HelpContentsItem* m_shown = nullptr; ///< record of the page that the last step left
+    std::chrono::milliseconds m_patience;      ///< for waiting before the event loop turns
 };

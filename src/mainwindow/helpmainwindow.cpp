@@ -10,6 +10,7 @@
 #include "library/helplibrary.h"
 #include "mainwindow/contentsfiles.h"
 #include "mainwindow/helpsetmenu.h"
+#include "mainwindow/loadprogress.h"
 #include "mainwindow/manual.h"
 #include "mainwindow/outlinemenu.h"
 #include "mainwindow/pagesearch.h"
@@ -100,7 +101,9 @@ void HelpMainWindow::buildPanes()
     m_browser->setHint(
         tr("No help set is open.\n\nOpen one with File, Add Contents.\nPress F1 for the manual."));
     m_search = new PageSearch(this, m_browser);
-    m_contentsFiles = new ContentsFiles(m_library, *m_contentsPane, m_menus, this);
+    m_contentsFiles = new ContentsFiles(m_library, *m_contentsPane, *m_browser, m_menus, this);
+    connect(new LoadProgress(m_library, *statusBar()), &LoadProgress::cancelled, m_contentsFiles,
+            &ContentsFiles::cancel);
     resizeDocks({m_contentsDock}, {DockWidth}, Qt::Horizontal);
 }
 
@@ -214,7 +217,7 @@ void HelpMainWindow::showLinkInStatusBar(const QString& text)
 
 void HelpMainWindow::gotoFirstPage()
 {
-    m_contentsPane->gotoFirstPage();
+    m_contentsFiles->showAfterLoading([this] { m_contentsPane->gotoFirstPage(); });
 }
 
 void HelpMainWindow::insertContents(const QString& fileName)
@@ -229,17 +232,17 @@ void HelpMainWindow::removeContents(int menuId)
 
 void HelpMainWindow::showInstalled(const QString& fileName)
 {
-    if (auto* record = m_contentsFiles->ensureLoaded(fileName)) {
+    m_contentsFiles->showWhenLoaded(fileName, [this](HelpContentsItem* record) {
         m_browser->clearLinks();
         loadHtml(record);
         goSync();
-    }
+    });
 }
 
 void HelpMainWindow::loadDefault()
 {
     m_contentsFiles->loadDefault();
-    showLastPage();
+    m_contentsFiles->showAfterLoading([this] { showLastPage(); });
 }
 
 /// Brings back the page that was shown last, when it still belongs to a loaded help set.
@@ -269,11 +272,14 @@ void HelpMainWindow::saveSettings() const
     for (const auto* root : m_library.roots()) {
         open.append(root->fileName);
     }
-    WindowSettings::saveContents(open);
+    WindowSettings::saveContents(open + m_contentsFiles->pendingFiles());
     const auto* record = m_browser->getCurrentLink();
+    if (record == nullptr && !m_contentsFiles->pendingFiles().isEmpty()) {
+        return;
+    }
     WindowSettings::saveSession(record == nullptr
                                     ? WindowSettings::Session()
-                                    : WindowSettings::Session{record->page, m_browser->place()});
+                                    : WindowSettings::Session{record->page(), m_browser->place()});
 }
 
 void HelpMainWindow::sourceEmpty(bool value)
@@ -483,10 +489,10 @@ void HelpMainWindow::helpManual()
         showLinkInStatusBar(tr("The manual is not installed."));
         return;
     }
-    if (auto* record = m_contentsFiles->ensureLoaded(fileName)) {
+    m_contentsFiles->showWhenLoaded(fileName, [this](HelpContentsItem* record) {
         loadHtml(record);
         goSync();
-    }
+    });
 }
 
 void HelpMainWindow::helpAbout()

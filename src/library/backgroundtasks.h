@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <stop_token>
+#include <thread>
+
+/// Runs tasks in one thread of its own, in the order in which they are given. What a task has made is adopted
+/// in the thread that owns this object, also in order: by the event loop, or within adoptWithin(). Needs no
+/// application object. Destroying it asks the running task to stop and drops all others.
+class BackgroundTasks : public QObject {
+    Q_OBJECT
+
+public:
+    enum class Priority {
+        Normal,
+        Low, ///< leaves the processor to the window
+    };
+
+    explicit BackgroundTasks(Priority priority, QObject* parent = nullptr);
+    ~BackgroundTasks() override;
+
+    /// Calls `make(stop_token)` there and `adopt(its result)` here.
+    template <typename Make, typename Adopt>
+    void run(Make make, Adopt adopt)
+    {
+        add([make, adopt](const std::stop_token& stop) -> Adoption {
+            auto result = std::make_shared<decltype(make(stop))>(make(stop));
+            return [adopt, result] { adopt(std::move(*result)); };
+        });
+    }
+
+    /// Adopts what is ready, and what gets ready within the time, until `isEnough()` or nothing is left to
+    /// do.
+    void adoptWithin(std::chrono::milliseconds time, const std::function<bool()>& isEnough);
+    /// Drops tasks and results, and waits for the running task to stop.
+    void cancel();
+    /// No task is waiting or running, and every result has been adopted.
+    [[nodiscard]] bool isIdle() const;
+
+private:
+    using Adoption = std::function<void()>;
+    using Task = std::function<Adoption(const std::stop_token&)>;
+
+    void add(Task task);
+    void work(const std::stop_token& quit);
+    bool adoptNext();
+
+    const Priority m_priority;
+    mutable std::mutex m_mutex;
+    std::condition_variable_any m_changed;
+    std::deque<Task> m_waiting;
+    std::deque<Adoption> m_made;
+    std::stop_source m_stop; ///< of the running task
+    bool m_isRunning = false;
+    std::jthread m_thread; ///< last, so that it ends first
+};

@@ -126,6 +126,8 @@ def rows(starts, cases):
         ("look-up, 1M keywords", "ms", lambda: cases.value("look-up"), "", 5),
         ("look-up without a match, 1M keywords", "ms", lambda: cases.value("look-up without a match"), "", 5),
         ("Enter on a keyword", "ms", lambda: cases.value("enter"), "+", 3),
+        ("preparing a page (floor: rich text, as written)", "ms", lambda: cases.value("preparation"), "x", 0.35),
+        ("first screen of a page of 1 MB", "ms", lambda: cases.value("first screen"), "x", 1.3),
         ("reading a contents file, 200,000 topics", "ms", lambda: cases.value("contents file"), "x", 2.5),
         ("reading an index file, 200,000 keywords", "ms", lambda: cases.value("index file"), "x", 2.5),
         ("grouping and ordering, 1M keywords", "ms", lambda: cases.value("grouping"), "x", 2.5),

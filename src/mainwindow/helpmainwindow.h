@@ -86,6 +86,7 @@ protected:
 private:
     void buildToolBar();
     void buildPanes();
+    void showHint();
     void buildPaneShortcuts();
     void connectActions();
     void connectPanes();

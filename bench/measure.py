@@ -96,7 +96,7 @@ class Starts:
 
 
 class Cases:
-    """Results of the Google Benchmark cases "GROUP/ours" and "GROUP/floor", by group."""
+    """Processor times of the Google Benchmark cases "GROUP/ours" and "GROUP/floor", by group."""
 
     def __init__(self, build, quick):
         self.command = [build + "/bench/cases", "--benchmark_format=json",
@@ -110,7 +110,7 @@ class Cases:
         times = {"ours": [], "floor": []}
         for run in json.loads(output)["benchmarks"]:
             if run["run_type"] == "iteration":
-                times[run["name"].split("/")[1]].append(run["real_time"] * to_ms[run["time_unit"]])
+                times[run["name"].split("/")[1]].append(run["cpu_time"] * to_ms[run["time_unit"]])
         return tuple(statistics.median(list_) if list_ else None for list_ in times.values())
 
 

@@ -20,6 +20,9 @@ struct Opened {
     {
         window.setPersistent(false);
         window.insertContents(set.contents());
+        while (library.isBusy()) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
         list = window.findChild<HelpIndexListBox*>();
         browser = window.findChild<HelpBrowser*>();
     }

@@ -39,8 +39,9 @@ void readLines(benchmark::State& state, const QString& name)
 
 void contentsOurs(benchmark::State& state)
 {
+    const QString name = set().contents();
     for (auto _ : state) {
-        const auto outline = ContentsReader().read(set().contents());
+        const auto outline = ContentsReader().read(name);
         benchmark::DoNotOptimize(outline.entries.data());
     }
 }
@@ -52,8 +53,9 @@ void contentsFloor(benchmark::State& state)
 
 void indexOurs(benchmark::State& state)
 {
+    const QString name = set().index();
     for (auto _ : state) {
-        const auto text = readText(set().index());
+        const auto text = readText(name);
         IndexReader reader(text.value());
         while (reader.next()) {
             benchmark::DoNotOptimize(reader.line().line);

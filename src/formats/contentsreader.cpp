@@ -80,6 +80,7 @@ ContentsOutline ContentsReader::read(const QString& fileName, std::stop_token st
         m_outline.readable = true;
         m_openFiles.append(canonicalPath(source.path));
         m_outline.texts.push_back(text.value());
+        m_outline.entries.reserve(size_t(std::min<qsizetype>(text.value().count(u'\n') + 1, MaximumEntries)));
         readFile(source, text.value());
         if (source.title >= 0) {
             m_outline.ownTitle = m_outline.titles[size_t(source.title)];

@@ -118,7 +118,7 @@ std::vector<std::span<HelpIndexItem>> HelpLibrary::indexItems() const
 
 void HelpLibrary::renewIndex()
 {
-    constexpr size_t few = 20'000; // are sorted within a few milliseconds
+    constexpr size_t few = 5'000; // are sorted within a millisecond or two
     const auto items = indexItems();
     const size_t count = std::accumulate(items.begin(), items.end(), size_t(0),
                                          [](size_t sum, const auto& span) { return sum + span.size(); });

@@ -98,13 +98,23 @@ void HelpMainWindow::buildPanes()
     m_paneTabs->addTab(m_indexPane, tr("Index"));
 
     m_browser = new HelpBrowser(m_library, splitter);
-    m_browser->setHint(
-        tr("No help set is open.\n\nOpen one with File, Add Contents.\nPress F1 for the manual."));
+    showHint();
+    connect(&m_library, &HelpLibrary::becameBusy, this, &HelpMainWindow::showHint);
+    connect(&m_library, &HelpLibrary::becameIdle, this, &HelpMainWindow::showHint);
     m_search = new PageSearch(this, m_browser);
     m_contentsFiles = new ContentsFiles(m_library, *m_contentsPane, *m_browser, m_menus, this);
     connect(new LoadProgress(m_library, *statusBar()), &LoadProgress::cancelled, m_contentsFiles,
             &ContentsFiles::cancel);
     resizeDocks({m_contentsDock}, {DockWidth}, Qt::Horizontal);
+}
+
+/// What the page view says while it has no page.
+void HelpMainWindow::showHint()
+{
+    m_browser->setHint(
+        m_library.isBusy()
+            ? tr("Loading…")
+            : tr("No help set is open.\n\nOpen one with File, Add Contents.\nPress F1 for the manual."));
 }
 
 /// The panes have no menu entries of their own; these keys reach them.

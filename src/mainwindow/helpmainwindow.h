@@ -87,6 +87,7 @@ protected:
 private:
     void buildToolBar();
     void buildPanes();
+    void showHint();
     void buildPaneShortcuts();
     void connectActions();
     void connectPanes();

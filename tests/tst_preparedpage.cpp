@@ -169,13 +169,13 @@ b)"_s));
     addRow(
         "data table",
         R"(<table width="100%"><caption>All</caption><tr><th>A</th></tr><tr><td colspan="2147483647">b</td></tr></table>)",
-        R"(<table class="data" cellspacing="0" cellpadding="5" width="100%"><p class="caption">All</p><tr><th class="data" valign="top">A</th></tr><tr><td class="data" colspan="1000" valign="top">b</td></tr></table>)");
+        R"(<table class="data" border="1" cellspacing="0" cellpadding="5" width="100%"><p class="caption">All</p><tr><th>A</th></tr><tr><td colspan="1000">b</td></tr></table>)");
 }
 
 void addListsAndPictures()
 {
     addRow("text beside cells", "<table><tr>a<td>b</td></tr></table>",
-           R"(<table cellspacing="0" cellpadding="2"><tr><td>a</td><td valign="top">b</td></tr></table>)");
+           R"(<table cellspacing="0" cellpadding="2"><tr><td>a</td><td>b</td></tr></table>)");
     addRow("lists", R"(<ol start="3" type="a"><li>a<li><p>b</p><p>c</p></ol>)",
            R"(<ol start="3" type="a"><li>a</li><li><p>b</p><p>c</p></li></ol>)");
     addRow("terms", "<dl><dt>T<dd>d</dl>", "<dl><dt>T</dt><dd>d</dd></dl>");

@@ -12,7 +12,7 @@ constexpr float LightnessStep = 0.05F;
 
 /// Sizes and distances of the reading view, which do not depend on the palette.
 const QString ReadingLayout = QStringLiteral(
-    "body{line-height:120%}"
+    "p,li,dd,div{line-height:120%}"
     "h1{font-size:x-large;margin-top:0;margin-bottom:12px}h2{font-size:large;margin-top:24px;margin-bottom:"
     "8px}"
     "h3{font-size:medium;margin-top:20px;margin-bottom:6px}h4,h5,h6{font-size:medium;margin-top:14px;"
@@ -27,7 +27,7 @@ const QString ReadingLayout = QStringLiteral(
     "pre{white-space:pre-wrap;line-height:100%;margin-top:0;margin-bottom:0}td.code{padding:8px}"
     "table{margin-top:4px;margin-bottom:8px}"
     "td.note,td.tip,td.warning,td.danger{padding:8px;padding-left:12px}td.quote{padding-left:12px}"
-    "table.data{border-collapse:collapse}th.data{text-align:left}"
+    "table.data{border-collapse:collapse;border-style:solid}th{text-align:left}"
     "kbd{font-weight:bold}div.figure{line-height:100%;margin-top:4px;margin-bottom:12px}span.alt{font-style:"
     "italic}");
 
@@ -148,8 +148,8 @@ QString PageStyle::readingSheet(const QPalette& palette) const
             .arg(link.name(), linkUnderline ? QStringLiteral("underline") : QStringLiteral("none"),
                  quoted(fixedFamily));
     sheet += ReadingLayout;
-    sheet += QStringLiteral("code,kbd,td.code,dt.sig,th.data{background-color:%1}"
-                            "td.data{border-top:1px solid %2}td.quote{border-left:3px solid %2}"
+    sheet += QStringLiteral("code,kbd,td.code,dt.sig,th{background-color:%1}"
+                            "table.data{border-color:%2}td.quote{border-left:3px solid %2}"
                             "p.caption,span.alt,span.comment,h6{color:%3}"
                             "span.keyword{color:%4}span.string{color:%5}")
                  .arg(colors.tint.name(), colors.line.name(), colors.muted.name(), colors.keyword.name(),

@@ -108,6 +108,8 @@ void PageView::applyText()
         m_appliedSheet = sheet;
         document()->setDefaultStyleSheet(sheet);
     }
+    QTextCursor edit(document());
+    edit.beginEditBlock();
     if (m_page.source.isHtml) {
         setHtml(m_page.prepared.html);
     } else {
@@ -117,6 +119,7 @@ void PageView::applyText()
         repairContrast(*document(), palette(), m_style.shownLinkColor(palette()));
     }
     fitMargins();
+    edit.endEditBlock();
 }
 
 /// Keeps the lines of the reading view short enough to read, however wide the window is.

@@ -139,7 +139,7 @@ void FaithfulWriter::putStyle(const HtmlNode& element)
 {
     putMarkup("<style>");
     for (const auto* child = element.firstChild; child != nullptr; child = child->next) {
-        putMarkup(child->content);
+        putMarkup(child->content.substr(0, child->content.find("</")));
     }
     putMarkup("</style>");
 }

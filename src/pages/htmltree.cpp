@@ -71,10 +71,10 @@ HtmlTree::HtmlTree(const QString& html)
 HtmlNode* HtmlTree::first(std::string_view name) const
 {
     auto* node = m_root;
-    while (node != nullptr && !isElement(*node, name)) {
+    while (node != nullptr && node != m_body && !isElement(*node, name)) {
         node = nextNode(node, m_root);
     }
-    return node;
+    return node != nullptr && isElement(*node, name) ? node : nullptr;
 }
 
 void HtmlTree::startElement(std::string_view name, const unsigned char** attributes)
@@ -183,11 +183,6 @@ std::string_view attribute(const HtmlNode& node, std::string_view name)
         found = found->next;
     }
     return found == nullptr ? std::string_view() : found->value;
-}
-
-bool isBlank(std::string_view text)
-{
-    return text.find_first_not_of(" \t\n\r\f") == std::string_view::npos;
 }
 
 bool equalsLower(std::string_view text, std::string_view lower)

@@ -39,7 +39,7 @@ public:
 
     /// The html element; null when the page has no elements.
     [[nodiscard]] HtmlNode* root() const { return m_root; }
-    /// The first element of this name; null when there is none.
+    /// The body, or the first element of this name before it; null when there is none.
     [[nodiscard]] HtmlNode* first(std::string_view name) const;
 
 private:
@@ -95,23 +95,45 @@ template <typename Node>
     return node == top ? nullptr : node->next;
 }
 
+[[nodiscard]] constexpr bool isBlank(char c)
+{
+    return c == ' ' || c == '\n' || c == '\t' || c == '\r' || c == '\f';
+}
+
+/// The position of the next character that is a blank, or is none; the text's size when there is no more.
+[[nodiscard]] constexpr size_t nextBlank(std::string_view text, size_t from)
+{
+    while (from < text.size() && !isBlank(text[from])) {
+        ++from;
+    }
+    return from;
+}
+[[nodiscard]] constexpr size_t nextNonBlank(std::string_view text, size_t from)
+{
+    while (from < text.size() && isBlank(text[from])) {
+        ++from;
+    }
+    return from;
+}
+
+[[nodiscard]] constexpr bool isBlank(std::string_view text)
+{
+    return nextNonBlank(text, 0) == text.size();
+}
+
 /// Calls `use` with each word of a list separated by blanks until it returns true; returns whether it did.
 template <typename Use>
 bool anyWord(std::string_view words, Use use)
 {
-    constexpr std::string_view blanks = " \t\n\r\f";
-    size_t begin = words.find_first_not_of(blanks);
-    while (begin != std::string_view::npos) {
-        const size_t end = words.find_first_of(blanks, begin);
-        if (use(words.substr(begin, end == std::string_view::npos ? end : end - begin))) {
+    for (size_t begin = nextNonBlank(words, 0); begin < words.size();) {
+        const size_t end = nextBlank(words, begin);
+        if (use(words.substr(begin, end - begin))) {
             return true;
         }
-        begin = words.find_first_not_of(blanks, end);
+        begin = nextNonBlank(words, end);
     }
     return false;
 }
-
-[[nodiscard]] bool isBlank(std::string_view text);
 
 /// Equal but for the case of ASCII letters; `lower` is in lower case.
 [[nodiscard]] bool equalsLower(std::string_view text, std::string_view lower);

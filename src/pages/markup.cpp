@@ -1,19 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "pages/markup.h"
 
-#include <algorithm>
-
 void appendEscaped(std::string& html, std::string_view text)
 {
-    for (size_t begin = 0; begin < text.size();) {
-        const size_t end = std::min(text.find_first_of("<>&\"", begin), text.size());
-        html += text.substr(begin, end - begin);
-        if (end < text.size()) {
-            const char c = text[end];
-            html += c == '<' ? "&lt;" : c == '>' ? "&gt;" : c == '&' ? "&amp;" : "&quot;";
+    size_t written = 0;
+    for (size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        const char* escape = c == '<'   ? "&lt;"
+                             : c == '>' ? "&gt;"
+                             : c == '&' ? "&amp;"
+                             : c == '"' ? "&quot;"
+                                        : nullptr;
+        if (escape != nullptr) {
+            html.append(text, written, i - written).append(escape);
+            written = i + 1;
         }
-        begin = end + 1;
     }
+    html.append(text, written);
 }
 
 std::string attributeText(std::string_view name, std::string_view value)

@@ -34,9 +34,8 @@ bool isSwitchedOff(const HtmlNode& element)
         return false;
     }
     std::string style;
-    std::copy_if(written.begin(), written.end(), std::back_inserter(style), [](char c) {
-        return !isBlank({&c, 1});
-    });
+    std::copy_if(written.begin(), written.end(), std::back_inserter(style),
+                 [](char c) { return !isBlank(c); });
     return style.find("display:none") != std::string::npos ||
            style.find("visibility:hidden") != std::string::npos;
 }
@@ -82,7 +81,7 @@ bool isMadeForBrowser(const HtmlNode& element)
 
 size_t letters(std::string_view text)
 {
-    return size_t(std::count_if(text.begin(), text.end(), [](char c) { return !isBlank({&c, 1}); }));
+    return size_t(std::count_if(text.begin(), text.end(), [](char c) { return !isBlank(c); }));
 }
 
 ElementNotes& notesOf(const HtmlNode& element)

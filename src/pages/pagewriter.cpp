@@ -16,7 +16,6 @@
 namespace {
 
 constexpr std::string_view HeadingAnchor = "~heading-";
-constexpr std::string_view Blanks = " \t\n\r\f";
 
 QString toQString(std::string_view text)
 {
@@ -219,12 +218,12 @@ void PageWriter::putWritten(std::string_view text)
 void PageWriter::putWords(std::string_view text, bool isForHtml)
 {
     for (size_t begin = 0; begin < text.size();) {
-        const size_t word = text.find_first_not_of(Blanks, begin);
+        const size_t word = nextNonBlank(text, begin);
         m_isSpaceWanted = m_isSpaceWanted || (word != begin && !m_isLineEmpty);
-        if (word == std::string_view::npos) {
+        if (word == text.size()) {
             return;
         }
-        const size_t end = std::min(text.find_first_of(Blanks, word), text.size());
+        const size_t end = nextBlank(text, word);
         if (isForHtml) {
             beginParagraph("<div>");
             putSpace();

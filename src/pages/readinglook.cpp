@@ -95,23 +95,23 @@ std::string ReadingLook::numberedList(const HtmlNode& list)
 
 std::string ReadingLook::table(const HtmlNode& table, bool isData)
 {
-    std::string look =
-        isData ? R"( class="data" cellspacing="0" cellpadding="5")" : R"( cellspacing="0" cellpadding="2")";
+    std::string look = isData ? R"( class="data" border="1" cellspacing="0" cellpadding="5")"
+                              : R"( cellspacing="0" cellpadding="2")";
     if (attribute(table, "width") == "100%") {
         look += attributeText("width", "100%");
     }
     return look;
 }
 
-std::string ReadingLook::cell(const HtmlNode& cell, bool isData)
+std::string ReadingLook::cell(const HtmlNode& cell)
 {
-    std::string look = block(cell, isData ? "data" : "");
+    std::string look = block(cell);
     for (const auto* span : {"colspan", "rowspan"}) {
         if (const int count = numberOf(cell, span, WidestSpan); count > 1) {
             look += attributeText(span, std::to_string(count));
         }
     }
-    return look + attributeText("valign", "top");
+    return look;
 }
 
 std::string ReadingLook::picture(const HtmlNode& picture)

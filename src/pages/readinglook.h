@@ -23,7 +23,7 @@ inline constexpr std::string_view BoxEnd = "</td></tr></table>";
 [[nodiscard]] std::string block(const HtmlNode& element, std::string_view className = {});
 [[nodiscard]] std::string numberedList(const HtmlNode& list);
 [[nodiscard]] std::string table(const HtmlNode& table, bool isData);
-[[nodiscard]] std::string cell(const HtmlNode& cell, bool isData);
+[[nodiscard]] std::string cell(const HtmlNode& cell);
 [[nodiscard]] std::string picture(const HtmlNode& picture);
 
 /// Whether a table holds data; the others only place things side by side.

@@ -333,13 +333,13 @@ void ReadingWriter::openListing(const HtmlNode& element)
 void ReadingWriter::openTable(const HtmlNode& element, const ElementNotes& notes)
 {
     if (!notes.hasContent() || isVerbatim() || m_tables.size() >= DeepestTable) {
-        m_tables.push_back({&element, {}, false, true});
+        m_tables.push_back({&element, {}, true});
         openContainer({}, {});
         return;
     }
-    const bool isData = ReadingLook::isDataTable(element);
-    m_tables.push_back({&element, {}, isData});
-    openBlock(startTag("table", ReadingLook::table(element, isData)), "</table>");
+    m_tables.push_back({&element, {}});
+    const std::string look = ReadingLook::table(element, ReadingLook::isDataTable(element));
+    openBlock(startTag("table", look), "</table>");
 }
 
 void ReadingWriter::openCell(const HtmlNode& element)
@@ -348,6 +348,6 @@ void ReadingWriter::openCell(const HtmlNode& element)
         openBlock("<div>", "</div>");
         return;
     }
-    const std::string look = ReadingLook::cell(element, m_tables.back().isData);
+    const std::string look = ReadingLook::cell(element);
     openBlock(startTag(element.name, look), endTag(element.name));
 }

@@ -38,8 +38,7 @@ private:
     struct Table {
         const HtmlNode* element;
         std::string_view box; ///< what it is around, such as "note"; empty for a table of the page
-        bool isData = false;
-        bool isFlat = false; ///< written as paragraphs, because it is too deep or empty
+        bool isFlat = false;  ///< written as paragraphs, because it is too deep or empty
     };
     /// Whether rows and cells are to be written as such.
     [[nodiscard]] bool isInTable() const;

@@ -34,7 +34,19 @@ struct Run {
     Run() : window(library)
     {
         window.loadDefault();
+        waitUntilLoaded();
         window.show();
+    }
+    void load(const QString& fileName)
+    {
+        window.insertContents(fileName);
+        waitUntilLoaded();
+    }
+    void waitUntilLoaded()
+    {
+        if (!QTest::qWaitFor([this] { return !library.isBusy(); })) {
+            qFatal("loading does not end");
+        }
     }
     [[nodiscard]] HelpBrowser& browser() { return *window.findChild<HelpBrowser*>(); }
 
@@ -80,8 +92,8 @@ void TestPersistence::keysAndTypes()
     const TemporaryFiles files("== a.cnt\nA=a.html\n== b.cnt\nB=b.html\n== a.html\nx\n== b.html\nx\n");
     {
         Run run;
-        run.window.insertContents(files.path(QStringLiteral("b.cnt")));
-        run.window.insertContents(files.path(QStringLiteral("a.cnt")));
+        run.load(files.path(QStringLiteral("b.cnt")));
+        run.load(files.path(QStringLiteral("a.cnt")));
         run.browser().setFontFamily(QStringLiteral("Some Font"));
         run.browser().setFontSize(17);
         run.browser().setFontFixedFamily(QStringLiteral("Fixed Font"));
@@ -203,7 +215,7 @@ void TestPersistence::lastPageComesBack()
     int place = 0;
     {
         Run run;
-        run.window.insertContents(files.first());
+        run.load(files.first());
         run.browser().setSource(files.path(QStringLiteral("long.html")));
         run.browser().setPlace(900);
         place = run.browser().place();

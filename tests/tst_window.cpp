@@ -387,6 +387,7 @@ void TestWindow::showInstalled()
     QCOMPARE(f.enabled(), QString());
     f.window->showInstalled(f.path("a.cnt"));
     f.window->showInstalled(f.path("./a.cnt"));
+    QTRY_VERIFY(!f.library.isBusy());
     QCOMPARE(f.menu("removeMenu")->actions().size(), 2);
 }
 
@@ -419,6 +420,7 @@ void TestWindow::defaultLoad()
     }
     f.open();
     f.window->loadDefault();
+    QTRY_VERIFY(!f.library.isBusy());
     QStringList loaded;
     for (const auto* entry : f.menu("removeMenu")->actions()) {
         loaded.append(entry->text());

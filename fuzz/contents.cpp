@@ -3,6 +3,7 @@
 
 #include "formats/contentsreader.h"
 #include "formats/helpsettitle.h"
+#include "formats/paths.h"
 #include "library/helpset.h"
 
 #include <array>
@@ -46,9 +47,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     require(set.isReadable());
     require(countRows(set.topRows()) == set.records().size());
     for (const auto& record : set.records()) {
-        const QString page = record.page();
-        require(record.target != EntryTarget::Page || set.findPage(page) == nullptr ||
-                set.findPage(page)->page() == page);
+        const auto* found = set.findPage(absoluteFilePath(record.page()));
+        require(record.target != EntryTarget::Page || isOneFile(found->page(), record.page()));
     }
     return 0;
 }

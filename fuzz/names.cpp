@@ -15,8 +15,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const QString name = text.section(u'\n', 0, 0);
     const QString link = text.section(u'\n', 1);
 
+    if (name.isEmpty() || text.contains(QChar(u'\0'))) {
+        static_cast<void>(resolveLink(absoluteFilePath(name), link));
+        return 0;
+    }
     const QString absolute = absoluteFilePath(name);
-    require(name.isEmpty() || absolute.startsWith(u'/'));
+    require(absolute.startsWith(u'/'));
     require(absoluteFilePath(absolute) == absolute && isOneFile(name, absolute));
     const QString dir = extractRightDir(name);
     require(dir.startsWith(u'/') && dir.endsWith(u'/') && getRightDir(dir) == dir);

@@ -1,17 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "scratch.h"
 
+#include "pages/htmltree.h"
 #include "pages/links.h"
 #include "pages/pagedecoding.h"
 #include "pages/preparedpage.h"
 
 namespace {
 
-/// Whether the HTML refers to something outside of this machine, or runs something.
+/// Whether the HTML would run something, or has a picture that is not in a file of this machine.
 bool reachesOut(const QString& html)
 {
-    for (const auto* part : {u"<script", u" onload=", u" onclick=", u"src=\"http", u"href=\"http"}) {
-        if (html.contains(QString::fromUtf16(part), Qt::CaseInsensitive)) {
+    const HtmlTree tree(html);
+    for (const HtmlNode* node = tree.root(); node != nullptr; node = nextNode(node, tree.root())) {
+        const auto source = attribute(*node, "src");
+        if (isElement(*node, "script") || source.starts_with("http") || source.starts_with("//")) {
             return true;
         }
     }

@@ -5,6 +5,7 @@
 #include <QTemporaryDir>
 
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 
 /// The input of one run.
@@ -14,9 +15,10 @@
 }
 
 /// Ends the program unless something holds that must hold for every input.
-inline void require(bool holds)
+inline void require(bool holds, int line = __builtin_LINE())
 {
     if (!holds) {
+        std::fprintf(stderr, "line %d of the target: does not hold\n", line);
         std::abort();
     }
 }

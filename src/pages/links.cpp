@@ -73,7 +73,9 @@ QString resolveLink(const QString& pageFile, const QString& href)
     if (trimmed.startsWith(u"file:", Qt::CaseInsensitive)) {
         const QUrl url(trimmed.toString());
         const QString anchor = url.hasFragment() ? u'#' + url.fragment(QUrl::FullyDecoded) : QString();
-        return url.host().isEmpty() ? QDir::cleanPath(url.path(QUrl::FullyDecoded)) + anchor : href;
+        return url.host().isEmpty()
+                   ? QDir::cleanPath(QDir(dir).absoluteFilePath(url.path(QUrl::FullyDecoded))) + anchor
+                   : href;
     }
     const qsizetype hash = trimmed.indexOf(u'#');
     const QStringView path = hash < 0 ? trimmed : trimmed.first(hash);

@@ -134,12 +134,12 @@ void FaithfulWriter::putFrames(const HtmlNode& frameset)
     writeAll("frame");
 }
 
-/// The text of a style element is no HTML.
+/// The text of a style element is no HTML; what could end the element early is left out.
 void FaithfulWriter::putStyle(const HtmlNode& element)
 {
     putMarkup("<style>");
     for (const auto* child = element.firstChild; child != nullptr; child = child->next) {
-        putMarkup(child->content);
+        putMarkup(child->content.substr(0, child->content.find("</")));
     }
     putMarkup("</style>");
 }

@@ -153,6 +153,7 @@ private Q_SLOTS:
     void remoteNames_data();
     void remoteNames();
     void noBrowserStarts();
+    void missingPicture();
     void pictureWindow_data();
     void pictureWindow();
     void onlyRegularLocalFilesAreRead();
@@ -365,8 +366,6 @@ void TestBrowser::remoteNames_data()
                            << "htmlview";
     QTest::newRow("last") << all.mid(3) << "  http://x "
                           << "xdg-open";
-    QTest::newRow("missing picture") << all << "/nowhere/a.png"
-                                     << "netscape";
 }
 
 void TestBrowser::remoteNames()
@@ -399,6 +398,15 @@ void TestBrowser::noBrowserStarts()
         QCOMPARE(shown, QStringLiteral("Load help file error|On-line Help can display local file only."));
     }
     QCOMPARE(f.emitted(), QString());
+}
+
+void TestBrowser::missingPicture()
+{
+    FakeBrowsers fakes({QStringLiteral("netscape"), QStringLiteral("xdg-open")});
+    Fixture f(ThreePages);
+    f.browser.setSource(f.path("none.png"));
+    QVERIFY(fakes.call().isEmpty());
+    QVERIFY(f.text().contains(f.path("none.png")));
 }
 
 void TestBrowser::pictureWindow_data()

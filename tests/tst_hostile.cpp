@@ -167,7 +167,8 @@ private Q_SLOTS:
         add("over 1 GiB", odd("sparse"), Unreadable, 1);
 
         add("10,000 levels",
-            file(lines(10'000, [](int i) -> QByteArray { return QByteArray(i, ' ') + "a = a.html"; })), 1);
+            file(lines(10'000, [](int i) -> QByteArray { return QByteArray(i, ' ') + "a = a.html"; })),
+            TooDeep);
         add("many siblings", file(QByteArray("a=b\n").repeated(Many)), Many);
         add("saw-tooth", file(QByteArray("a\n b\n  c\n   d\n").repeated(50'000)), 50'000);
         add("over-deep everywhere", file("a\n" + QByteArray("   b\n").repeated(500)), 1, 1);

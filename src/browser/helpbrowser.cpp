@@ -222,7 +222,7 @@ void HelpBrowser::displayFile(const QString& url, const HelpContentsItem* item, 
         return;
     }
     m_targets.clear();
-    showPage({info.absoluteFilePath(), info.lastModified(), info.size(), source.value(), {}});
+    showPage({info.absoluteFilePath(), info.lastModified(), info.size(), source.value(), false, {}});
     if (passOn(item, namedBy)) {
         return;
     }

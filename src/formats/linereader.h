@@ -7,7 +7,7 @@
 /// of it. Of a line that is too long for anything that people read, there is only the beginning.
 class LineReader {
 public:
-    static constexpr qsizetype MaximumLength = 1 << 16;
+    static constexpr qsizetype MaximumLength = 1 << 14;
 
     explicit LineReader(QStringView text) : m_text(text) {}
 

@@ -8,9 +8,6 @@
 #include <QRegularExpression>
 #include <QUrl>
 
-#include <algorithm>
-#include <array>
-
 namespace {
 
 bool hasRemotePrefix(QStringView trimmed)
@@ -47,19 +44,14 @@ QString existingFile(const QString& dir, QStringView path)
 
 bool isRemoteName(const QString& name)
 {
-    static constexpr std::array pictures{QStringView(u".gif"), QStringView(u".bmp"), QStringView(u".png"),
-                                         QStringView(u".jpg")};
-    const QStringView trimmed = QStringView(name).trimmed();
-    return hasRemotePrefix(trimmed) || std::any_of(pictures.begin(), pictures.end(), [&](QStringView suffix) {
-               return trimmed.endsWith(suffix);
-           });
+    return hasRemotePrefix(QStringView(name).trimmed());
 }
 
 QString foreignScheme(const QString& name)
 {
     static const QRegularExpression scheme(QStringLiteral("^\\s*([A-Za-z][A-Za-z0-9+.-]+):"));
     const QString found = scheme.match(name).captured(1).toLower();
-    return hasRemotePrefix(QStringView(name).trimmed()) || found == u"file" ? QString() : found;
+    return isRemoteName(name) || found == u"file" ? QString() : found;
 }
 
 QString resolveLink(const QString& pageFile, const QString& href)

@@ -3,8 +3,8 @@
 
 #include <QString>
 
-/// Whether a name is for an external web browser: trimmed, it begins with "http://", "https://" or "ftp://",
-/// or ends with ".gif", ".bmp", ".png" or ".jpg" (letter case counts).
+/// Whether a name is for an external web browser: trimmed, it begins with "http://", "https://" or "ftp://"
+/// (letter case counts).
 [[nodiscard]] bool isRemoteName(const QString& name);
 
 /// The scheme of a link that leads neither to a file nor to the web, such as "mailto"; empty for all others.

@@ -387,7 +387,7 @@ void TestBrowser::noBrowserStarts()
 {
     FakeBrowsers none({});
     Fixture f(ThreePages);
-    for (const auto* name : {"http://x", "-http://x.png"}) {
+    for (const auto* name : {"http://x", " ftp://x"}) {
         QString shown;
         QTimer::singleShot(0, &f.browser, [&] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());

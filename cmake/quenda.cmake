@@ -9,7 +9,10 @@ target_compile_options(quenda_options INTERFACE -Wall -Wextra -Wpedantic -Wshado
 if(QUENDA_WARNINGS_AS_ERRORS)
   target_compile_options(quenda_options INTERFACE -Werror)
 endif()
-if(QUENDA_SANITIZE)
+if(QUENDA_FUZZ)
+  target_compile_options(quenda_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+if(QUENDA_SANITIZE OR QUENDA_FUZZ)
   target_compile_options(quenda_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
                                                   -fno-omit-frame-pointer)
   target_link_options(quenda_options INTERFACE -fsanitize=address,undefined)

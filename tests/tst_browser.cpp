@@ -153,6 +153,7 @@ private Q_SLOTS:
     void remoteNames_data();
     void remoteNames();
     void noBrowserStarts();
+    void damagedPicture();
     void pictureWindow_data();
     void pictureWindow();
     void onlyRegularLocalFilesAreRead();
@@ -388,7 +389,7 @@ void TestBrowser::noBrowserStarts()
 {
     FakeBrowsers none({});
     Fixture f(ThreePages);
-    for (const auto* name : {"http://x", "-http://x.png"}) {
+    for (const auto* name : {"http://x", " ftp://x"}) {
         QString shown;
         QTimer::singleShot(0, &f.browser, [&] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
@@ -399,6 +400,16 @@ void TestBrowser::noBrowserStarts()
         QCOMPARE(shown, QStringLiteral("Load help file error|On-line Help can display local file only."));
     }
     QCOMPARE(f.emitted(), QString());
+}
+
+void TestBrowser::damagedPicture()
+{
+    FakeBrowsers fakes({QStringLiteral("netscape"), QStringLiteral("xdg-open")});
+    Fixture f(ThreePages);
+    f.files.write(QStringLiteral("damaged.png"), QByteArray("\x89PNG\0\0", 6));
+    f.browser.setSource(f.path("damaged.png"));
+    QVERIFY(fakes.call().isEmpty());
+    QVERIFY(f.text().contains(f.path("damaged.png")));
 }
 
 void TestBrowser::pictureWindow_data()

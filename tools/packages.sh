@@ -1,10 +1,11 @@
 # SPDX-License-Identifier: MIT
-# Sourced by ./run, ./test, .ci/run and bench/run: the Debian packages that they need.
+# Sourced by ./run, ./test, .ci/run, fuzz/run and bench/run: the Debian packages that they need.
 
 build_packages=(g++ cmake ninja-build qt6-base-dev libxml2-dev)
 run_packages=(fonts-dejavu-core libqt6svg6)
 test_packages=(poppler-utils)
 check_packages=(clang-format clang-tidy)
+fuzz_packages=(clang libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev libxcb-xtest0-dev pkg-config python3 xvfb)
 
 say() { printf '%s\n' "==> $*"; }

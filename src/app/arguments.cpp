@@ -32,7 +32,11 @@ QString absoluteFileNameArgument(const char* argument)
 
 void complain(const QString& text)
 {
-    std::fprintf(stderr, "quenda: %s\n", qUtf8Printable(text));
+    QString line = text;
+    for (auto& c : line) {
+        c = c.category() == QChar::Other_Control ? QChar(u'?') : c;
+    }
+    std::fprintf(stderr, "quenda: %s\n", qUtf8Printable(line));
 }
 
 void useOffscreenPlatform()

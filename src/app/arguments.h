@@ -14,7 +14,8 @@
 /// The same, made absolute.
 [[nodiscard]] QString absoluteFileNameArgument(const char* argument);
 
-/// Writes a line to standard error, behind the program's name.
+/// Writes a line to standard error, behind the program's name. Control characters, which a terminal could act
+/// on, become question marks.
 void complain(const QString& text);
 
 /// Lets the toolkit run without a display, unless the user chose a platform; call it before the application

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/dump.h"
 
+#include "app/arguments.h"
 #include "app/jsonwriter.h"
 #include "library/helplibrary.h"
 #include "library/helpset.h"
@@ -41,7 +42,7 @@ public:
         return complete;
     }
 
-    void write()
+    [[nodiscard]] bool write()
     {
         m_json.beginObject();
         m_json.key("files");
@@ -53,6 +54,7 @@ public:
         m_json.key("problems");
         writeProblems();
         m_json.end();
+        return m_json.finish();
     }
 
 private:
@@ -163,6 +165,9 @@ int dump(const QStringList& fileNames)
 {
     Dump dump;
     const bool complete = dump.load(fileNames);
-    dump.write();
+    if (!dump.write()) {
+        complain(QCoreApplication::translate("Dump", "standard output cannot be written"));
+        return 1;
+    }
     return complete ? 0 : 1;
 }

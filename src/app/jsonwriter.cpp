@@ -23,11 +23,11 @@ void appendEscape(std::string& out, char16_t unit)
 
 } // namespace
 
-JsonWriter::~JsonWriter()
+bool JsonWriter::finish()
 {
     m_buffer += '\n';
     flush();
-    std::fflush(m_stream);
+    return std::fflush(m_stream) == 0 && std::ferror(m_stream) == 0;
 }
 
 void JsonWriter::begin(char open, char close)

@@ -8,12 +8,10 @@
 #include <vector>
 
 /// Writes JSON to a stream as it is told, in UTF-8, so that neither the depth nor the size of a document is
-/// limited by memory. Flushes when destroyed.
+/// limited by memory.
 class JsonWriter {
 public:
     explicit JsonWriter(std::FILE* stream) : m_stream(stream) {}
-    ~JsonWriter();
-    Q_DISABLE_COPY_MOVE(JsonWriter)
 
     void beginObject() { begin('{', '}'); }
     void beginArray() { begin('[', ']'); }
@@ -23,6 +21,8 @@ public:
     /// A null string is written as null.
     void value(const QString& text);
     void value(int number);
+    /// Call it last; false when not everything could be written.
+    [[nodiscard]] bool finish();
 
 private:
     void begin(char open, char close);

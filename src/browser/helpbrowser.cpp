@@ -123,7 +123,8 @@ bool HelpBrowser::isUrlShow(const QString& url)
         window.exec();
         return true;
     }
-    if (isRemoteName(url)) {
+    // A local file is never handed to another program, whatever its name.
+    if (isRemoteName(url) && !QFileInfo::exists(url)) {
         if (!openInExternalBrowser(url)) {
             QMessageBox::information(this, tr("Load help file error"),
                                      tr("On-line Help can display local file only."), QMessageBox::Ok,
@@ -222,7 +223,7 @@ void HelpBrowser::displayFile(const QString& url, const HelpContentsItem* item, 
         return;
     }
     m_targets.clear();
-    showPage({info.absoluteFilePath(), info.lastModified(), info.size(), source.value(), {}});
+    showPage({info.absoluteFilePath(), info.lastModified(), info.size(), source.value(), false, {}});
     if (passOn(item, namedBy)) {
         return;
     }

@@ -2,6 +2,7 @@
 #include "browser/pageview.h"
 
 #include "browser/pageanchors.h"
+#include "browser/pagebudget.h"
 #include "browser/pagepictures.h"
 #include "browser/pageresource.h"
 #include "browser/selectedtext.h"
@@ -40,11 +41,8 @@ PageView::PageView(QWidget* parent)
     document()->setUndoRedoEnabled(false);
     document()->setDocumentMargin(PageMargin);
     PagePictures::install(*document());
-    connect(this, &QTextBrowser::anchorClicked, this, [this](const QUrl& link) {
-        if (const QString href = hrefOf(link); !href.isEmpty()) {
-            Q_EMIT linkActivated(href);
-        }
-    });
+    connect(this, &QTextBrowser::anchorClicked, this,
+            [this](const QUrl& link) { activateLink(hrefOf(link)); });
     connect(this, &QTextBrowser::highlighted, this,
             [this](const QUrl& link) { linkHighlighted(hrefOf(link)); });
 }
@@ -68,9 +66,43 @@ QString PageView::hrefOf(const QUrl& link) const
     return number >= 0 && size_t(number) < links.size() ? links[size_t(number)].href : QString();
 }
 
+void PageView::activateLink(const QString& href)
+{
+    if (m_page.isBeginning && PageBudget::isWholePageLink(href)) {
+        showWholePage();
+    } else if (!href.isEmpty()) {
+        Q_EMIT linkActivated(href);
+    }
+}
+
+/// Drops the end of a page that would hold the window for long.
+void PageView::keepBudget()
+{
+    if (m_page.file.isEmpty() || m_showsWholePages) {
+        return;
+    }
+    const qsizetype length = PageBudget::affordableLength(m_page.source, m_presentation);
+    if (length < m_page.source.text.size()) {
+        m_page.source = PageBudget::beginningOf(m_page.source, length);
+        m_page.isBeginning = true;
+    }
+}
+
+void PageView::showWholePage()
+{
+    if (const auto source = readPage(m_page.file); source.ok()) {
+        m_page.source = source.value();
+        m_page.isBeginning = false;
+        prepare();
+        applyText();
+        Q_EMIT pageChanged();
+    }
+}
+
 void PageView::showPage(ShownPage page)
 {
     m_page = std::move(page);
+    keepBudget();
     m_pendingPlace = 0;
     document()->setBaseUrl(m_page.file.isEmpty() ? QUrl() : QUrl::fromLocalFile(m_page.file));
     prepare();
@@ -100,6 +132,9 @@ void PageView::prepare()
     m_page.prepared = preparePage(m_page.source.text, {m_page.file, pictureWidth},
                                   isOwn ? Presentation::AsWritten : m_presentation);
     m_page.prepared.isReading = m_page.prepared.isReading || isOwn;
+    if (m_page.isBeginning) {
+        PageBudget::addNotice(m_page.prepared);
+    }
 }
 
 void PageView::applyText()
@@ -374,7 +409,7 @@ void PageView::contextMenuEvent(QContextMenuEvent* event)
     const QString href = hrefOf(QUrl(anchorAt(event->pos())));
     QMenu menu(this);
     if (!href.isEmpty()) {
-        menu.addAction(tr("&Open Link"), this, [this, href] { Q_EMIT linkActivated(href); });
+        menu.addAction(tr("&Open Link"), this, [this, href] { activateLink(href); });
         menu.addAction(tr("Copy &Link Location"), this,
                        [this, href] { QApplication::clipboard()->setText(linkTarget(href)); });
         menu.addSeparator();

@@ -14,7 +14,8 @@ struct ShownPage {
     QDateTime modified;
     qint64 size = -1;
     PageText source;
-    PreparedPage prepared; ///< its title, links and text are there for plain text, too
+    bool isBeginning = false; ///< the source is the beginning of a page that takes long to show
+    PreparedPage prepared;    ///< its title, links and text are there for plain text, too
 };
 
 /// Shows the text of one page and follows the display settings. Knows nothing of help sets; what a link means
@@ -29,6 +30,9 @@ public:
     [[nodiscard]] bool hasPage() const { return !m_page.source.text.isEmpty(); }
     /// The text painted while no page is shown.
     void setHint(const QString& hint);
+
+    /// Whether pages that take long to show are shown as a whole at once.
+    void setShowsWholePages(bool isOn) { m_showsWholePages = isOn; }
 
     /// Goes to a named place of the page; an empty name means its top.
     void scrollTo(const QString& anchor);
@@ -108,6 +112,9 @@ protected:
     void doSetSource(const QUrl& url, QTextDocument::ResourceType type) override;
 
 private:
+    void keepBudget();
+    void showWholePage();
+    void activateLink(const QString& href);
     void prepare();
     void applyText();
     void restyle();
@@ -126,4 +133,5 @@ private:
     int m_pendingPlace = 0; ///< to go to when the view is shown
     QString m_hint;
     bool m_isOverPicture = false;
+    bool m_showsWholePages = false;
 };

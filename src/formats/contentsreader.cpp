@@ -68,6 +68,7 @@ ContentsOutline ContentsReader::read(const QString& fileName, std::stop_token st
 {
     m_outline = {};
     m_openFiles.clear();
+    m_texts.clear();
     m_stop = std::move(stop);
     m_full = false;
 
@@ -105,6 +106,9 @@ void ContentsReader::readFile(Source& source, const QString& text)
     while (!m_full && !m_stop.stop_requested() && lines.next()) {
         const QStringView trimmed = lines.trimmed();
         source.line = lines.number();
+        if (lines.isCut()) {
+            note(source, Problem::Severity::Warning, tr("The line is too long"));
+        }
         if (trimmed.startsWith(TitleDirective)) {
             if (const auto value = directiveValue(trimmed, TitleDirective)) {
                 readTitle(source, *value);
@@ -175,9 +179,7 @@ bool ContentsReader::readEntry(Source& source, QStringView line, QStringView tri
         source.lastRow = source.including;
     } else {
         if (m_outline.entries.size() >= size_t(MaximumEntries)) {
-            note(source, Problem::Severity::Error,
-                 tr("More than %1 entries; the rest is not read").arg(MaximumEntries));
-            m_full = true;
+            stop(source, tr("More than %1 entries; the rest is not read").arg(MaximumEntries));
             return false;
         }
         const int row = append(entry);
@@ -231,13 +233,15 @@ void ContentsReader::include(const Source& source, int row)
         note(source, Problem::Severity::Warning,
              tr("The contents file \"%1\" is not included: %2").arg(name, reason));
     };
-    if (!canonical.isEmpty() && m_openFiles.contains(canonical)) {
-        return refuse(tr("it includes itself"));
+    if (const QString reason = refusal(canonical); !reason.isEmpty()) {
+        return refuse(reason);
     }
-    if (m_openFiles.size() > MaximumNesting) {
-        return refuse(tr("more than %1 files include each other").arg(MaximumNesting));
+    if (m_outline.files.size() > size_t(MaximumIncludes)) {
+        return stop(
+            source,
+            tr("More than %1 contents files are included; the rest is not read").arg(MaximumIncludes));
     }
-    const auto text = readText(included.path);
+    const auto text = includedText(included.path, canonical);
     if (!text.ok()) {
         return refuse(describe(text.error()));
     }
@@ -246,6 +250,37 @@ void ContentsReader::include(const Source& source, int row)
     m_openFiles.append(canonical);
     readFile(included, text.value());
     m_openFiles.removeLast();
+}
+
+/// Why the file must not be included here; empty when it may be.
+QString ContentsReader::refusal(const QString& canonical) const
+{
+    if (!canonical.isEmpty() && m_openFiles.contains(canonical)) {
+        return tr("it includes itself");
+    }
+    return m_openFiles.size() > MaximumNesting
+               ? tr("more than %1 files include each other").arg(MaximumNesting)
+               : QString();
+}
+
+/// Files that are included again and again are read once.
+Result<QString, FileError> ContentsReader::includedText(const QString& path, const QString& canonical)
+{
+    if (const auto known = m_texts.constFind(canonical); known != m_texts.cend()) {
+        return *known;
+    }
+    auto text = readText(path);
+    if (text.ok()) {
+        m_texts.insert(canonical, text.value());
+    }
+    return text;
+}
+
+/// Ends all reading.
+void ContentsReader::stop(const Source& source, const QString& reason)
+{
+    note(source, Problem::Severity::Error, reason);
+    m_full = true;
 }
 
 bool ContentsReader::isMergeable(const Source& source, const OutlineEntry& entry, const QString& text) const

@@ -2,8 +2,10 @@
 #pragma once
 
 #include "formats/contentsoutline.h"
+#include "formats/regularfile.h"
 
 #include <QCoreApplication>
+#include <QHash>
 #include <QStringList>
 
 #include <stop_token>
@@ -15,7 +17,8 @@ class ContentsReader {
 
 public:
     static constexpr int MaximumNesting = 64;
-    static constexpr int MaximumEntries = 5'000'000;
+    static constexpr int MaximumEntries = 2'000'000;
+    static constexpr int MaximumIncludes = 10'000; ///< of any files
 
     /// Never fails: what cannot be read is missing from the outline and listed among its problems. Once a
     /// stop has been asked for, the outline ends anywhere.
@@ -31,6 +34,9 @@ private:
     bool readEntry(Source& source, QStringView line, QStringView trimmed, const QString& text);
     [[nodiscard]] static OutlineEntry makeEntry(const Source& source, QStringView trimmed);
     void include(const Source& source, int row);
+    [[nodiscard]] QString refusal(const QString& canonical) const;
+    void stop(const Source& source, const QString& reason);
+    [[nodiscard]] Result<QString, FileError> includedText(const QString& path, const QString& canonical);
 
     [[nodiscard]] bool isMergeable(const Source& source, const OutlineEntry& entry,
                                    const QString& text) const;
@@ -41,7 +47,8 @@ private:
     void note(const Source& source, Problem::Severity severity, const QString& message);
 
     ContentsOutline m_outline;
-    QStringList m_openFiles; ///< canonical paths of the files being read, outermost first
+    QHash<QString, QString> m_texts; ///< of included files, by canonical path
+    QStringList m_openFiles;         ///< canonical paths of the files being read, outermost first
     std::stop_token m_stop;
     bool m_full = false;
 };

@@ -21,5 +21,6 @@ bool IndexReader::next()
     m_line.page = equals < 0 ? QStringView() : trimmed.sliced(equals + 1).trimmed();
     m_line.parent = isSubKeyword ? m_lastKeyword : -1;
     m_line.line = m_lines.number();
+    m_line.isCut = m_lines.isCut();
     return true;
 }

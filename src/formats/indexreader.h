@@ -8,9 +8,10 @@
 /// One keyword line of an index file.
 struct IndexLine {
     QStringView keyword;
-    QStringView page; ///< as written; the path is the index file's directory followed by it
-    int parent = -1;  ///< position of the keyword that a sub-keyword stands under; -1 for a keyword
-    int line = 0;     ///< counted from 1
+    QStringView page;   ///< as written; the path is the index file's directory followed by it
+    int parent = -1;    ///< position of the keyword that a sub-keyword stands under; -1 for a keyword
+    int line = 0;       ///< counted from 1
+    bool isCut = false; ///< was too long and ends early
 };
 
 /// Walks the keywords of the text of an index file, which outlives it.

@@ -11,7 +11,7 @@ bool LineReader::next()
     m_nextLineFeed = find(u'\n', m_nextLineFeed);
     m_nextReturn = find(u'\r', m_nextReturn);
     const qsizetype end = std::min(m_nextLineFeed, m_nextReturn);
-    m_line = m_text.sliced(m_position, end - m_position);
+    m_line = m_text.sliced(m_position, std::min(end - m_position, MaximumLength));
     const bool pair = end == m_nextReturn && m_nextLineFeed == end + 1;
     m_position = end + (pair ? 2 : 1);
     ++m_number;

@@ -26,7 +26,12 @@ QString fileSystemName(const QString& name)
 
 QString absoluteFilePath(const QString& name)
 {
-    return isCleanAbsolutePath(name) ? name : QFileInfo(fileSystemName(name)).absoluteFilePath();
+    if (isCleanAbsolutePath(name)) {
+        return name;
+    }
+    // The toolkit has no path for a name with a NUL in it, which is that of no file.
+    return name.contains(QChar(u'\0')) ? QDir::cleanPath(QDir::current().filePath(name))
+                                       : QFileInfo(fileSystemName(name)).absoluteFilePath();
 }
 
 QString getRightDir(const QString& dir)
@@ -37,7 +42,9 @@ QString getRightDir(const QString& dir)
 
 QString extractRightDir(const QString& path)
 {
-    return getRightDir(QFileInfo(fileSystemName(path)).absolutePath());
+    const QString dir = QFileInfo(fileSystemName(path)).absolutePath();
+    // The name of a directory may end with a backslash.
+    return dir.isEmpty() || dir.endsWith(u'/') ? dir : dir + u'/';
 }
 
 QString extractFileName(const QString& path)

@@ -29,6 +29,10 @@ void addEntries(IndexEntries& entries, QStringView text, const HelpIndexSource& 
         item.source = &source;
         item.parent = line.parent < 0 ? nullptr : &entries.items[first + size_t(line.parent)];
         item.namedInLine = line.line;
+        if (line.isCut) {
+            entries.problems.push_back({source.fileName, line.line, Problem::Severity::Warning,
+                                        QCoreApplication::translate("HelpSet", "The line is too long")});
+        }
     }
 }
 

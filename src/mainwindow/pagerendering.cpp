@@ -6,7 +6,6 @@
 #include "library/helplibrary.h"
 #include "mainwindow/pageprinter.h"
 #include "mainwindow/printcommands.h"
-#include "pages/links.h"
 #include "pages/pagefile.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -37,6 +36,7 @@ public:
     View(const QString& page, Presentation presentation)
         : m_problem(problemOf(page)), m_browser(m_library, nullptr)
     {
+        m_browser.setShowsWholePages(true);
         m_browser.setReadingView(presentation == Presentation::Reading);
         if (m_problem.isEmpty()) {
             m_browser.setSource(HelpLibrary::absoluteName(page));
@@ -51,8 +51,8 @@ private:
     static QString problemOf(const QString& page)
     {
         const QString file = locatePage(page).file;
-        // The page view would open a window or a program for these.
-        if (isPicture(file) || isRemoteName(HelpLibrary::absoluteName(page))) {
+        // The page view would open a window for it.
+        if (isPicture(file)) {
             return text(QT_TRANSLATE_NOOP("PageRendering", "This is a picture, not a page."));
         }
         const auto content = readPage(file);

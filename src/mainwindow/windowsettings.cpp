@@ -106,9 +106,10 @@ void loadGeometry(QWidget& window)
     window.resize(store.value("geometry/w", DefaultSize.width()).toInt(),
                   store.value("geometry/h", DefaultSize.height()).toInt());
     const QByteArray block = store.value("dockGeometry").toByteArray();
-    if (isWholeBlock(block) && window.restoreGeometry(block)) {
-        makeReachable(window);
+    if (isWholeBlock(block)) {
+        window.restoreGeometry(block);
     }
+    makeReachable(window);
 }
 
 void saveGeometry(const QWidget& window)

@@ -22,6 +22,13 @@ bool isEmptyElement(std::string_view name)
     return isOneOf(name, names);
 }
 
+bool isTablePart(std::string_view name)
+{
+    static constexpr std::array<std::string_view, 8> names{"table", "caption", "thead", "tbody",
+                                                           "tfoot", "tr",      "td",    "th"};
+    return isOneOf(name, names);
+}
+
 bool isLeftOut(std::string_view name)
 {
     static constexpr std::array<std::string_view, 8> names{
@@ -63,6 +70,11 @@ std::string FaithfulWriter::attributesOf(const HtmlNode& element) const
     return kept;
 }
 
+void FaithfulWriter::left(const HtmlNode& element)
+{
+    m_tables -= isElement(element, "table") ? 1 : 0;
+}
+
 void FaithfulWriter::text(const HtmlNode& node)
 {
     putWritten(node.content);
@@ -91,8 +103,11 @@ bool FaithfulWriter::enter(const HtmlNode& element)
         putMarkup(startTag(name, attributesOf(element)));
         return false;
     }
+    m_tables += name == "table" ? 1 : 0;
     if (isTooDeep()) {
         openTransparent(element);
+    } else if (m_tables > DeepestTable && isTablePart(name)) {
+        openBlock("<div>", "</div>");
     } else {
         openElement(element);
     }
@@ -134,7 +149,7 @@ void FaithfulWriter::putFrames(const HtmlNode& frameset)
     writeAll("frame");
 }
 
-/// The text of a style element is no HTML.
+/// The text of a style element is no HTML; what could end the element early is left out.
 void FaithfulWriter::putStyle(const HtmlNode& element)
 {
     putMarkup("<style>");

@@ -13,6 +13,7 @@ public:
 
 private:
     bool enter(const HtmlNode& element) override;
+    void left(const HtmlNode& element) override;
     void text(const HtmlNode& node) override;
     [[nodiscard]] std::string attributesOf(const HtmlNode& element) const override;
 
@@ -20,4 +21,6 @@ private:
     void putFrames(const HtmlNode& frameset);
     void putStyle(const HtmlNode& element);
     void putStyleSheet(const HtmlNode& element);
+
+    size_t m_tables = 0; ///< that are open
 };

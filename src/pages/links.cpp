@@ -23,22 +23,24 @@ QString decoded(QStringView text)
     return text.contains(u'%') ? QUrl::fromPercentEncoding(text.toUtf8()) : text.toString();
 }
 
+QString absoluteIn(const QString& dir, const QString& name)
+{
+    return QDir::cleanPath(name.startsWith(u'/') ? name : dir + name);
+}
+
 /// The file that a path means: as decoded, else as written, else as decoded without its "?query".
 QString existingFile(const QString& dir, QStringView path)
 {
-    const auto absolute = [&](const QString& name) {
-        return QDir::cleanPath(name.startsWith(u'/') ? name : dir + name);
-    };
-    QString preferred = absolute(decoded(path));
+    QString preferred = absoluteIn(dir, decoded(path));
     if (isRegularFile(preferred)) {
         return preferred;
     }
-    QString raw = absolute(path.toString());
+    QString raw = absoluteIn(dir, path.toString());
     if (isRegularFile(raw)) {
         return raw;
     }
     const qsizetype query = path.indexOf(u'?');
-    return query < 0 ? preferred : absolute(decoded(path.first(query)));
+    return query < 0 ? preferred : absoluteIn(dir, decoded(path.first(query)));
 }
 
 } // namespace
@@ -73,7 +75,7 @@ QString resolveLink(const QString& pageFile, const QString& href)
     if (trimmed.startsWith(u"file:", Qt::CaseInsensitive)) {
         const QUrl url(trimmed.toString());
         const QString anchor = url.hasFragment() ? u'#' + url.fragment(QUrl::FullyDecoded) : QString();
-        return url.host().isEmpty() ? QDir::cleanPath(url.path(QUrl::FullyDecoded)) + anchor : href;
+        return url.host().isEmpty() ? absoluteIn(dir, url.path(QUrl::FullyDecoded)) + anchor : href;
     }
     const qsizetype hash = trimmed.indexOf(u'#');
     const QStringView path = hash < 0 ? trimmed : trimmed.first(hash);

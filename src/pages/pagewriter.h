@@ -71,6 +71,8 @@ protected:
     void openTransparent(const HtmlNode& element);
 
     [[nodiscard]] bool isVerbatim() const { return m_verbatim > 0; }
+    /// Tables in each other; rich text takes a multiple of the time for each more.
+    static constexpr size_t DeepestTable = 8;
     /// Whether so many elements are open that no more should be.
     [[nodiscard]] bool isTooDeep() const { return m_ends.size() > DeepestElement; }
     void putMarkup(std::string_view markup) { m_html += markup; }

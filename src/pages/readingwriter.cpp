@@ -7,7 +7,6 @@
 
 namespace {
 
-constexpr size_t DeepestTable = 8; // rich text takes a multiple of the time for each table in another one
 constexpr int LargePicture = 200;  // pixels
 
 const ElementNotes& notesOf(const HtmlNode& element)

@@ -1,0 +1,325 @@
+// SPDX-License-Identifier: MIT
+#include "testfiles.h"
+
+#include <QElapsedTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+
+#include <functional>
+#include <memory>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+#ifdef __SANITIZE_ADDRESS__
+constexpr rlim_t MaximumMemory = RLIM_INFINITY;
+constexpr rlim_t MaximumTime = 60; // seconds
+#else
+constexpr rlim_t MaximumMemory = 500 << 20; // bytes
+constexpr rlim_t MaximumTime = 10;          // seconds
+#endif
+constexpr int Patience = 100'000; // ms; a program that waits for ever takes no time of the processor
+constexpr int Many = 200'000;     // lines
+
+using Make = std::function<void(TemporaryFiles&)>;
+
+/// Writes a file, by default the contents file.
+Make file(const QByteArray& bytes, const char* name = "a.cnt")
+{
+    return [=](TemporaryFiles& files) { files.write(QString::fromUtf8(name), bytes); };
+}
+
+/// A help set with one page.
+Make page(const QByteArray& html)
+{
+    return [=](TemporaryFiles& files) {
+        files.write(u"a.cnt"_s, "p = a.html");
+        files.write(u"a.html"_s, html);
+    };
+}
+
+/// A help set with one index file.
+Make index(const QByteArray& text)
+{
+    return [=](TemporaryFiles& files) {
+        files.write(u"a.cnt"_s, ":index = a.idx\np = a.idx");
+        files.write(u"a.idx"_s, text);
+    };
+}
+
+/// Puts what is no file in the place of one.
+Make odd(const char* kind, const char* name = "a.cnt")
+{
+    return [=](TemporaryFiles& files) {
+        const QByteArray path = files.path(QString::fromUtf8(name)).toUtf8();
+        const std::string_view what(kind);
+        if (what == "pipe") {
+            QCOMPARE(::mkfifo(path, S_IRUSR | S_IWUSR), 0);
+        } else if (what == "directory") {
+            QCOMPARE(::mkdir(path, S_IRWXU), 0);
+        } else if (what == "socket") {
+            QCOMPARE(::mknod(path, S_IFSOCK | S_IRUSR, 0), 0);
+        } else if (what == "sparse") {
+            files.write(QString::fromUtf8(name), {});
+            QCOMPARE(::truncate(path, (1L << 30) + 1), 0);
+        } else {
+            QCOMPARE(::symlink(kind, path), 0);
+        }
+    };
+}
+
+/// The contents file, and what it names.
+Make with(const Make& a, const Make& b)
+{
+    return [=](TemporaryFiles& files) {
+        a(files);
+        b(files);
+    };
+}
+
+QByteArray lines(int count, QByteArray (*line)(int))
+{
+    QByteArray text;
+    for (int i = 0; i < count; ++i) {
+        text += line(i) + '\n';
+    }
+    return text;
+}
+
+/// A picture that grows when its entities are put in, and asks for a device.
+QByteArray svgBomb()
+{
+    QByteArray text = "<!DOCTYPE svg [<!ENTITY x SYSTEM \"/dev/zero\"><!ENTITY e0 \"xxxxxxxxxx\">";
+    for (int i = 1; i < 9; ++i) {
+        const QByteArray before = "&e" + QByteArray::number(i - 1) + ';';
+        text += "<!ENTITY e" + QByteArray::number(i) + " \"" + before.repeated(10) + "\">";
+    }
+    return text + "]><svg xmlns='http://www.w3.org/2000/svg' width='60000' height='60000'>"
+                  "<text>&e8;&x;</text></svg>";
+}
+
+/// Contents files that each include the next one twice.
+void makeDiamond(TemporaryFiles& files)
+{
+    for (int i = 0; i < 30; ++i) {
+        const QByteArray next = QByteArray::number(i + 1) + ".cnt\n";
+        files.write(i == 0 ? u"a.cnt"_s : u"%1.cnt"_s.arg(i), "x = " + next + "y = " + next + "p = a.html\n");
+    }
+}
+
+constexpr int Unreadable = -1;
+constexpr int TooDeep = -2; ///< for the toolkit's JSON reader
+
+/// All but those about missing pages.
+int ofReading(const QJsonArray& problems)
+{
+    return int(std::count_if(problems.begin(), problems.end(), [](const auto& problem) {
+        return !problem.toObject().value(u"message").toString().endsWith(u"does not exist");
+    }));
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Make)
+
+/// The program as a process with limits on time and memory, on help sets that nobody should make.
+class HostileTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        m_program = qEnvironmentVariable("QUENDA_PROGRAM");
+        QVERIFY2(QFileInfo(m_program).isExecutable(), "QUENDA_PROGRAM has to name the program");
+    }
+
+    void contents_data()
+    {
+        QTest::addColumn<Make>("make");
+        QTest::addColumn<int>("entries"); // at the top
+        QTest::addColumn<int>("problems");
+        const auto add = [](const char* name, const Make& make, int entries, int problems = 0) {
+            QTest::newRow(name) << make << entries << problems;
+        };
+        add("empty", file(""), 0);
+        add("only directives", file(":title = a\n:index\n:title\n:index"), 0);
+        add("NUL bytes", file("a\0b = x\0.html\n\0\nc"_ba), 3);
+        add("not UTF-8", file("\xff\xfe\xfd\xfc\n\x80 = \xc3(\n"), 1);
+        add("UTF-16", file("\xff\xfe:\0t\0\n\0a\0\n\0b\0\n\0"_ba), 3);
+        add("byte-order mark", file("\xef\xbb\xbf:title = a\nb"), 1);
+        add("lone CR", file(":title = a\rb\rc"), 2);
+        add("a line of 30 MB", file(QByteArray(30 << 20, 'x')), 1, 1);
+        add("ten million blank lines", file(QByteArray(10'000'000, '\n') + "a"), 1);
+        add("pipe", odd("pipe"), Unreadable, 1);
+        add("socket", odd("socket"), Unreadable, 1);
+        add("directory", odd("directory"), Unreadable, 1);
+        add("endless device", odd("/dev/zero"), Unreadable, 1);
+        add("terminal", odd("/dev/ptmx"), Unreadable, 1);
+        add("link to itself", odd("a.cnt"), Unreadable, 1);
+        add("dangling link", odd("none"), Unreadable, 1);
+        add("over 1 GiB", odd("sparse"), Unreadable, 1);
+
+        add("10,000 levels",
+            file(lines(10'000, [](int i) -> QByteArray { return QByteArray(i, ' ') + "a = a.html"; })),
+            TooDeep);
+        add("many siblings", file(QByteArray("a=b\n").repeated(Many)), Many);
+        add("saw-tooth", file(QByteArray("a\n b\n  c\n   d\n").repeated(50'000)), 50'000);
+        add("over-deep everywhere", file("a\n" + QByteArray("   b\n").repeated(500)), 1, 1);
+        add("includes itself", file("x = a.cnt\ny = ./a.cnt\np = a.html"), 3, 2);
+        add("include each other", with(file("x = b.cnt\np = a.html"), file("y = a.cnt\nq = b.html", "b.cnt")),
+            2, 1);
+        add("includes itself by a link", with(file("x = b.cnt\np = a.html"), odd("a.cnt", "b.cnt")), 2, 1);
+        add("diamond of 2^30", makeDiamond, 1, 1);
+        add("includes a pipe", with(file("x = b.cnt\np = a.html"), odd("pipe", "b.cnt")), 2, 1);
+        add("includes a device", file("x = /dev/zero.cnt\ny = ../../../../../dev/zero\nz"), 3, 1);
+
+        add("many equal keywords", index(QByteArray("a=b\n").repeated(Many)), 1);
+        add("all case variants of a word",
+            index(lines(1 << 16,
+                        [](int i) -> QByteArray {
+                            QByteArray word(16, 'a');
+                            for (int bit = 0; bit < 16; ++bit) {
+                                word[bit] = (i >> bit & 1) != 0 ? 'A' : 'a';
+                            }
+                            return word + " = " + QByteArray::number(i) + ".html";
+                        })),
+            1);
+        add("many sub-keywords of one",
+            index("a\n" +
+                  lines(Many, [](int i) -> QByteArray { return " b" + QByteArray::number(i) + "=c"; })),
+            1);
+        add("orphans", index(" a = b\n\tc = d\n   e"), 1);
+        add("the contents as index", file(":index = a.cnt\na"), 1);
+        add("directory as index", file(":index = .\na"), 1, 1);
+        add("device as index", file(":index = /dev/zero\na"), 1, 1);
+        add("pipe as index", with(file(":index = a.idx\na"), odd("pipe", "a.idx")), 1, 1);
+    }
+
+    void contents()
+    {
+        QFETCH(const Make, make);
+        QFETCH(const int, entries);
+        QFETCH(const int, problems);
+        make(*m_files);
+        run({u"--dump"_s, u"a.cnt"_s});
+        QCOMPARE(m_code, entries == Unreadable ? 1 : 0);
+        if (const auto found = QJsonDocument::fromJson(m_out).object(); entries != TooDeep) {
+            QCOMPARE(found[u"contents"].toArray().size(), std::max(0, entries));
+            QCOMPARE(ofReading(found[u"problems"].toArray()), problems);
+        }
+        draw();
+    }
+
+    void pages_data()
+    {
+        QTest::addColumn<Make>("make");
+        const auto add = [](const char* name, const Make& make) { QTest::newRow(name) << make; };
+        const auto repeat = [](const char* html, int count) {
+            return page(QByteArray(html).repeated(count));
+        };
+        add("50 MB", repeat("<p>word word word word word word word word word word</p>\n", 900'000));
+        add("10,000 nested tables", repeat("<table><tr><td>x", 10'000));
+        add("100,000 nested tags", repeat("<div><b><ul><li>x", 25'000));
+        add("huge colspan", page("<table><tr><td colspan=2147483648 rowspan=2147483647>x<td colspan=-1>y"));
+        add("a million anchors", repeat("<a name=x></a>", 1'000'000));
+        add("one paragraph of 5 MB", page("<p>" + QByteArray("word ").repeated(1 << 20)));
+        add("one word of 5 MB", page("<p>" + QByteArray(5 << 20, 'x')));
+        add("20,000 missing pictures", repeat("<img src=none.png alt=x>", 20'000));
+        add("bomb of a picture",
+            with(page("<img src=a.bmp width=2147483647 height=2147483647><img src=a.svg>"),
+                 with(file("BM\x36\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x60\xea\0\0\x60\xea\0\0\1\0\x18\0"_ba +
+                               QByteArray(24, '\0'),
+                           "a.bmp"),
+                      file(svgBomb(), "a.svg"))));
+        add("pictures that are no files",
+            with(page("<img src=pipe.png><img src=/dev/zero><img src=.><link rel=stylesheet href=pipe.png>"
+                      "<link rel=stylesheet href=/dev/zero><style>@import url(pipe.png);</style>"),
+                 odd("pipe", "pipe.png")));
+        add("references outward",
+            page(
+                "<base href=http://127.0.0.1:9/><meta http-equiv=refresh content='0;url=http://127.0.0.1:9/'>"
+                "<link rel=stylesheet href=http://127.0.0.1:9/a.css><body onload=x "
+                "background=http://127.0.0.1:9/b.png>"
+                "<img src=http://127.0.0.1:9/a.png><img src=//127.0.0.1/x.png><img src=file://host/x.png>"
+                "<img src='data:image/png;base64,AAAA'><script>x</script><iframe "
+                "src=http://127.0.0.1:9/></iframe>"
+                "<form action=http://127.0.0.1:9/><input></form><a href=javascript:x>x</a>text"));
+        add("leads on to itself", page("<meta http-equiv=refresh content='0;url=a.html'>text"));
+        add("leads on to a device", page("<meta http-equiv=refresh content='0;url=/dev/zero'>text"));
+        add("rich-text marker", page("<qt><p>text</qt>"));
+        add("pipe as page", with(file("p = a.html"), odd("pipe", "a.html")));
+        add("device as page", file("p = /dev/zero"));
+    }
+
+    void pages()
+    {
+        QFETCH(const Make, make);
+        make(*m_files);
+        draw();
+    }
+
+    void init()
+    {
+        m_files = std::make_unique<TemporaryFiles>();
+        // Whatever a help set could want to start.
+        for (const char* program : {"netscape", "konqueror", "htmlview", "xdg-open"}) {
+            const QString name =
+                m_files->write(u"bin/"_s + QString::fromUtf8(program), "#!/bin/sh\n: >started\n");
+            QFile(name).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        }
+    }
+
+private:
+    /// Runs the program to its end, which must come within the limits.
+    void run(const QStringList& arguments)
+    {
+        QProcess process;
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"XDG_CONFIG_HOME"_s, m_files->path(u"config"_s));
+        environment.insert(u"PATH"_s, m_files->path(u"bin"_s));
+        process.setProcessEnvironment(environment);
+        process.setWorkingDirectory(m_files->path({}));
+        process.setChildProcessModifier([] {
+            const rlimit memory{MaximumMemory, MaximumMemory};
+            ::setrlimit(RLIMIT_DATA, &memory);
+            const rlimit time{MaximumTime, MaximumTime};
+            ::setrlimit(RLIMIT_CPU, &time);
+        });
+        QElapsedTimer timer;
+        timer.start();
+        process.start(m_program, arguments);
+        const bool isFinished = process.waitForFinished(Patience);
+        if (!isFinished) {
+            process.kill();
+            process.waitForFinished();
+        }
+        m_code = isFinished && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+        m_out = process.readAllStandardOutput();
+        qInfo("%s: %lld ms", qUtf8Printable(arguments.constFirst()), timer.elapsed());
+        QVERIFY2(m_code >= 0, process.readAllStandardError().right(400));
+        QVERIFY(!QFileInfo::exists(m_files->path(u"started"_s)));
+    }
+
+    /// Shows the help set in the window.
+    void draw()
+    {
+        run({u"--screenshot"_s, u"out.png"_s, u"a.cnt"_s});
+        QCOMPARE(m_code, 0);
+        QVERIFY(QFileInfo(m_files->path(u"out.png"_s)).size() > 0);
+    }
+
+    QString m_program;
+    std::unique_ptr<TemporaryFiles> m_files;
+    int m_code = -1;
+    QByteArray m_out;
+};
+
+QTEST_GUILESS_MAIN(HostileTest)
+#include "tst_hostile.moc"

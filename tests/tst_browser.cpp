@@ -154,6 +154,7 @@ private Q_SLOTS:
     void remoteNames();
     void noBrowserStarts();
     void missingPicture();
+    void beginningOfALargePage();
     void pictureWindow_data();
     void pictureWindow();
     void onlyRegularLocalFilesAreRead();
@@ -404,9 +405,24 @@ void TestBrowser::missingPicture()
 {
     FakeBrowsers fakes({QStringLiteral("netscape"), QStringLiteral("xdg-open")});
     Fixture f(ThreePages);
-    f.browser.setSource(f.path("none.png"));
+    f.files.write(QStringLiteral("page.html"), "<a href=none.png>link</a>");
+    f.show("page.html");
+    QTest::keyClick(&f.browser, Qt::Key_Tab);
+    QTest::keyClick(&f.browser, Qt::Key_Return);
+    QVERIFY(f.text().contains(f.path("none.png")) && f.text().contains(f.path("page.html")));
     QVERIFY(fakes.call().isEmpty());
-    QVERIFY(f.text().contains(f.path("none.png")));
+}
+
+void TestBrowser::beginningOfALargePage()
+{
+    Fixture f(ThreePages);
+    f.files.write(QStringLiteral("page.html"),
+                  "<p>begin" + QByteArray("<!-- nothing to lay out -->").repeated(400'000) + "<p>end");
+    f.show("page.html");
+    QVERIFY(f.text().contains(QStringLiteral("begin")) && !f.text().contains(QStringLiteral("end")));
+    QTest::keyClick(&f.browser, Qt::Key_Tab);
+    QTest::keyClick(&f.browser, Qt::Key_Return);
+    QCOMPARE(f.text(), QStringLiteral("begin\nend"));
 }
 
 void TestBrowser::pictureWindow_data()

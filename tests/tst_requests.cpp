@@ -233,6 +233,12 @@ private Q_SLOTS:
         QVERIFY(!QFileInfo::exists(m_files->path(u"o.png"_s)));
     }
 
+    void foreignName()
+    {
+        const auto answer = runShell(uR"sh(n=$(printf 'b\351.cnt'); : >"$n"; "$0" --dump "$n")sh"_s);
+        QVERIFY(answer.code == 1 && answer.out.contains("encoding"));
+    }
+
     void failedWrites()
     {
         const auto full = runShell(u"exec \"$0\" --dump a.cnt >/dev/full"_s);

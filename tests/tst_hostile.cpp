@@ -96,10 +96,10 @@ QByteArray lines(int count, QByteArray (*line)(int))
 /// A picture that grows when its entities are put in, and asks for a device.
 QByteArray svgBomb()
 {
-    QByteArray text = "<!DOCTYPE svg [<!ENTITY x SYSTEM \"/dev/zero\"><!ENTITY e0 \"xxxxxxxxxx\">";
+    QByteArray text = "<!DOCTYPE svg [<!ENTITY x SYSTEM '/dev/zero'><!ENTITY e0 'xxxxxxxxxx'>";
     for (int i = 1; i < 9; ++i) {
         const QByteArray before = "&e" + QByteArray::number(i - 1) + ';';
-        text += "<!ENTITY e" + QByteArray::number(i) + " \"" + before.repeated(10) + "\">";
+        text += "<!ENTITY e" + QByteArray::number(i) + " '" + before.repeated(10) + "'>";
     }
     return text + "]><svg xmlns='http://www.w3.org/2000/svg' width='60000' height='60000'>"
                   "<text>&e8;&x;</text></svg>";

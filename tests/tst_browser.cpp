@@ -154,6 +154,8 @@ private Q_SLOTS:
     void remoteNames();
     void noBrowserStarts();
     void damagedPicture();
+    void brokenLink();
+    void beginningOfALargePage();
     void pictureWindow_data();
     void pictureWindow();
     void onlyRegularLocalFilesAreRead();
@@ -410,6 +412,29 @@ void TestBrowser::damagedPicture()
     f.browser.setSource(f.path("damaged.png"));
     QVERIFY(fakes.call().isEmpty());
     QVERIFY(f.text().contains(f.path("damaged.png")));
+}
+
+/// The page that cannot be shown tells which page leads to it.
+void TestBrowser::brokenLink()
+{
+    Fixture f(ThreePages);
+    f.files.write(QStringLiteral("page.html"), "<a href=none.html>link</a>");
+    f.show("page.html");
+    QTest::keyClick(&f.browser, Qt::Key_Tab);
+    QTest::keyClick(&f.browser, Qt::Key_Return);
+    QVERIFY(f.text().contains(f.path("none.html")) && f.text().contains(f.path("page.html")));
+}
+
+void TestBrowser::beginningOfALargePage()
+{
+    Fixture f(ThreePages);
+    f.files.write(QStringLiteral("page.html"),
+                  "<p>begin" + QByteArray("<!-- nothing to lay out -->").repeated(400'000) + "<p>end");
+    f.show("page.html");
+    QVERIFY(f.text().contains(QStringLiteral("begin")) && !f.text().contains(QStringLiteral("end")));
+    QTest::keyClick(&f.browser, Qt::Key_Tab);
+    QTest::keyClick(&f.browser, Qt::Key_Return);
+    QCOMPARE(f.text(), QStringLiteral("begin\nend"));
 }
 
 void TestBrowser::pictureWindow_data()

@@ -26,7 +26,7 @@ constexpr rlim_t MaximumMemory = 500 << 20; // bytes
 constexpr rlim_t MaximumTime = 10;          // seconds
 #endif
 constexpr int Patience = 100'000; // ms; a program that waits for ever takes no time of the processor
-constexpr int Many = 200'000;     // lines
+constexpr int Many = 100'000;     // lines
 
 using Make = std::function<void(TemporaryFiles&)>;
 
@@ -96,10 +96,10 @@ QByteArray lines(int count, QByteArray (*line)(int))
 /// A picture that grows when its entities are put in, and asks for a device.
 QByteArray svgBomb()
 {
-    QByteArray text = "<!DOCTYPE svg [<!ENTITY x SYSTEM \"/dev/zero\"><!ENTITY e0 \"xxxxxxxxxx\">";
+    QByteArray text = "<!DOCTYPE svg [<!ENTITY x SYSTEM '/dev/zero'><!ENTITY e0 'xxxxxxxxxx'>";
     for (int i = 1; i < 9; ++i) {
         const QByteArray before = "&e" + QByteArray::number(i - 1) + ';';
-        text += "<!ENTITY e" + QByteArray::number(i) + " \"" + before.repeated(10) + "\">";
+        text += "<!ENTITY e" + QByteArray::number(i) + " '" + before.repeated(10) + "'>";
     }
     return text + "]><svg xmlns='http://www.w3.org/2000/svg' width='60000' height='60000'>"
                   "<text>&e8;&x;</text></svg>";
@@ -170,13 +170,13 @@ private Q_SLOTS:
             file(lines(10'000, [](int i) -> QByteArray { return QByteArray(i, ' ') + "a = a.html"; })),
             TooDeep);
         add("many siblings", file(QByteArray("a=b\n").repeated(Many)), Many);
-        add("saw-tooth", file(QByteArray("a\n b\n  c\n   d\n").repeated(50'000)), 50'000);
+        add("saw-tooth", file(QByteArray("a\n b\n  c\n   d\n").repeated(20'000)), 20'000);
         add("over-deep everywhere", file("a\n" + QByteArray("   b\n").repeated(500)), 1, 1);
         add("includes itself", file("x = a.cnt\ny = ./a.cnt\np = a.html"), 3, 2);
         add("include each other", with(file("x = b.cnt\np = a.html"), file("y = a.cnt\nq = b.html", "b.cnt")),
             2, 1);
         add("includes itself by a link", with(file("x = b.cnt\np = a.html"), odd("a.cnt", "b.cnt")), 2, 1);
-        add("diamond of 2^30", makeDiamond, 1, 1);
+        add("diamond of 2^30", makeDiamond, 1, 3);
         add("includes a pipe", with(file("x = b.cnt\np = a.html"), odd("pipe", "b.cnt")), 2, 1);
         add("includes a device", file("x = /dev/zero.cnt\ny = ../../../../../dev/zero\nz"), 3, 1);
 
@@ -230,7 +230,7 @@ private Q_SLOTS:
         add("huge colspan", page("<table><tr><td colspan=2147483648 rowspan=2147483647>x<td colspan=-1>y"));
         add("a million anchors", repeat("<a name=x></a>", 1'000'000));
         add("one paragraph of 5 MB", page("<p>" + QByteArray("word ").repeated(1 << 20)));
-        add("one word of 5 MB", page("<p>" + QByteArray(5 << 20, 'x')));
+        add("one word of 1 MB", page("<p>" + QByteArray(1 << 20, 'x')));
         add("20,000 missing pictures", repeat("<img src=none.png alt=x>", 20'000));
         add("bomb of a picture",
             with(page("<img src=a.bmp width=2147483647 height=2147483647><img src=a.svg>"),

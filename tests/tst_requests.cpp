@@ -233,6 +233,20 @@ private Q_SLOTS:
         QVERIFY(!QFileInfo::exists(m_files->path(u"o.png"_s)));
     }
 
+    void foreignName()
+    {
+        const auto answer = runShell(uR"sh(n=$(printf 'b\351.cnt'); : >"$n"; "$0" --dump "$n")sh"_s);
+        QVERIFY(answer.code == 1 && answer.out.contains("encoding"));
+    }
+
+    void failedWrites()
+    {
+        const auto full = runShell(u"exec \"$0\" --dump a.cnt >/dev/full"_s);
+        QVERIFY(full.code == 1 && full.error.contains("cannot be written"));
+        const auto escape = runShell(uR"sh("$0" --pdf o.pdf "$(printf 'a\033[31m\233x')")sh"_s);
+        QVERIFY(escape.code == 1 && escape.error.contains("a?[31m") && !escape.error.contains('\033'));
+    }
+
     void dumpOddText()
     {
         const QString text = u"\uFEFFa \"\\/<&\u0001\u0000\u001F\u007F\u0085\u2028\uFFFE\U0001F600\u00E9"_s +

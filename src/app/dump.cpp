@@ -25,7 +25,7 @@ public:
         bool complete = true;
         for (const auto& fileName : fileNames) {
             if (!HelpLibrary::isFile(fileName)) {
-                m_problems.push_back({fileName, 0, Problem::Severity::Error, tr("There is no such file")});
+                m_problems.push_back({fileName, 0, Problem::Severity::Error, missing(fileName)});
                 complete = false;
                 continue;
             }
@@ -36,9 +36,9 @@ public:
         }
         m_library.buildIndex();
         const auto read = m_library.problems();
-        const auto missing = findMissingPages(m_library);
+        const auto missingPages = findMissingPages(m_library);
         m_problems.insert(m_problems.end(), read.begin(), read.end());
-        m_problems.insert(m_problems.end(), missing.begin(), missing.end());
+        m_problems.insert(m_problems.end(), missingPages.begin(), missingPages.end());
         return complete;
     }
 
@@ -58,6 +58,13 @@ public:
     }
 
 private:
+    static QString missing(const QString& fileName)
+    {
+        return fileName.contains(QChar::ReplacementCharacter)
+                   ? tr("The name is not valid text in this locale's encoding; such a file cannot be opened")
+                   : tr("There is no such file");
+    }
+
     void member(const char* name, const QString& text)
     {
         m_json.key(name);

@@ -70,7 +70,7 @@ void HelpBrowser::open(const QString& url, HelpContentsItem* item, const NamedBy
     }
     if (item == nullptr) {
         item = m_library.getPage(url);
-        if (item->namedIn == nullptr) {
+        if (item->namedIn == nullptr && namedBy.line > 0) {
             item->namedIn = namedBy.file;
             item->namedInLine = namedBy.line;
         }
@@ -274,7 +274,8 @@ void HelpBrowser::followLink(const QString& href)
 {
     const auto* link = recordLink(href);
     if (link == nullptr) {
-        setSource(linkTarget(href));
+        const QString from = page().file;
+        open(linkTarget(href), nullptr, {from.isEmpty() ? nullptr : &from, 0});
         return;
     }
     // Copied, because showing a page replaces the table that it stands in.

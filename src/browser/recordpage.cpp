@@ -22,7 +22,9 @@ void addFact(BuiltinPage& page, const QString& name, const QString& value)
 void addOrigin(BuiltinPage& page, const QString& helpSet, const NamedBy& namedBy)
 {
     addFact(page, text(QT_TRANSLATE_NOOP("RecordPage", "Help set:")), helpSet);
-    if (namedBy.file != nullptr) {
+    if (namedBy.file != nullptr && namedBy.line == 0) {
+        addFact(page, text(QT_TRANSLATE_NOOP("RecordPage", "Linked from:")), *namedBy.file);
+    } else if (namedBy.file != nullptr) {
         addFact(page, text(QT_TRANSLATE_NOOP("RecordPage", "Named in:")),
                 text(QT_TRANSLATE_NOOP("RecordPage", "%1, line %2")).arg(*namedBy.file).arg(namedBy.line));
     }

@@ -20,7 +20,8 @@ struct RecordPage {
     std::vector<RecordLink> targets;
 };
 
-/// The line of a contents or index file that names a page; `file` is null when unknown.
+/// The line of a contents or index file that names a page, or a page with a link to it, which has no line;
+/// `file` is null when unknown.
 struct NamedBy {
     const QString* file = nullptr;
     int line = 0;

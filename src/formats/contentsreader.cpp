@@ -69,6 +69,7 @@ ContentsOutline ContentsReader::read(const QString& fileName, std::stop_token st
     m_outline = {};
     m_openFiles.clear();
     m_texts.clear();
+    m_noted.clear();
     m_stop = std::move(stop);
     m_full = false;
 
@@ -320,5 +321,9 @@ int ContentsReader::ancestor(int row, int steps) const
 
 void ContentsReader::note(const Source& source, Problem::Severity severity, const QString& message)
 {
-    m_outline.problems.push_back({source.path, source.line, severity, message});
+    const QString key = source.path + u'\n' + QString::number(source.line) + u'\n' + message;
+    if (!m_noted.contains(key)) {
+        m_noted.insert(key);
+        m_outline.problems.push_back({source.path, source.line, severity, message});
+    }
 }

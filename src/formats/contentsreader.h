@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QHash>
+#include <QSet>
 #include <QStringList>
 
 #include <stop_token>
@@ -49,6 +50,7 @@ private:
     ContentsOutline m_outline;
     QHash<QString, QString> m_texts; ///< of included files, by canonical path
     QStringList m_openFiles;         ///< canonical paths of the files being read, outermost first
+    QSet<QString> m_noted;           ///< problems; files may be included many times
     std::stop_token m_stop;
     bool m_full = false;
 };

@@ -82,6 +82,9 @@ QString describe(FileError error)
     switch (error) {
     case FileError::NotFound:
         return QCoreApplication::translate("FileError", "no such file");
+    case FileError::ForeignName:
+        return QCoreApplication::translate("FileError",
+                                           "its name is not valid text in this locale's encoding");
     case FileError::Directory:
         return QCoreApplication::translate("FileError", "it is a directory");
     case FileError::NotRegular:
@@ -100,6 +103,9 @@ Result<QByteArray, FileError> readRegularFile(const QString& path)
     struct stat status = {};
     // Opening a device can have effects of its own, so look before opening.
     if (name.isEmpty() || name.contains('\0') || ::stat(name.constData(), &status) != 0) {
+        if (path.contains(QChar::ReplacementCharacter)) {
+            return FileError::ForeignName;
+        }
         return name.isEmpty() ? FileError::NotFound : fromErrno(errno);
     }
     if (const auto refused = refusal(status)) {

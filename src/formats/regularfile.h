@@ -7,7 +7,14 @@
 #include <QString>
 
 /// Why a file could not be read.
-enum class FileError { NotFound, Directory, NotRegular, Unreadable, TooLarge };
+enum class FileError {
+    NotFound,
+    ForeignName, ///< the name has bytes that are no text here, and the toolkit knows no other names
+    Directory,
+    NotRegular,
+    Unreadable,
+    TooLarge
+};
 
 /// A sentence part for people, such as "no such file".
 [[nodiscard]] QString describe(FileError error);

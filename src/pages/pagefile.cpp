@@ -18,6 +18,7 @@ PageError fromFileError(FileError error)
 {
     switch (error) {
     case FileError::NotFound:
+    case FileError::ForeignName:
         return PageError::NotFound;
     case FileError::Directory:
         return PageError::Directory;

@@ -15,7 +15,8 @@ class KeywordIndex : public QObject {
 public:
     using QObject::QObject;
 
-    /// Takes over rows made of these entries, which are all that there are; without rows none of them has one.
+    /// Takes over rows made of these entries, which are all that there are; without rows none of them has
+    /// one.
     void setRows(KeywordRows rows, const std::vector<std::span<HelpIndexItem>>& items);
 
     [[nodiscard]] const std::vector<HelpIndexListBoxItem>& rows() const { return m_rows.rows; }

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int LargePicture = 200;  // pixels
+constexpr int LargePicture = 200; // pixels
 
 const ElementNotes& notesOf(const HtmlNode& element)
 {

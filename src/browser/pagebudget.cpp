@@ -1,24 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "browser/pagebudget.h"
 
-#include <QAbstractTextDocumentLayout>
 #include <QCoreApplication>
-#include <QTextDocument>
-#include <QVariant>
 
 #include <algorithm>
-#include <cmath>
-#include <ctime>
 
 namespace PageBudget {
 
 namespace {
 
-constexpr double AffordableTime = 1; // seconds
-constexpr qsizetype SmallPiece = 1 << 13;
-constexpr qsizetype LargePiece = 1 << 15;
-constexpr qsizetype HarmlessSize = 1 << 19; // characters; what is smaller is not worth the trial
-constexpr double PageWidth = 600;           // pixels
+// The toolkit's time grows faster than the length of these.
+constexpr qsizetype LongestWord = 1 << 16; // characters without a blank
+constexpr qsizetype LongestText = 1 << 20; // characters without a tag or, in plain text, a line end
 
 const QString& wholePageLink()
 {
@@ -26,51 +19,22 @@ const QString& wholePageLink()
     return link;
 }
 
-/// Opens no files.
-class Trial : public QTextDocument {
-    QVariant loadResource(int /*type*/, const QUrl& /*name*/) override { return QStringLiteral(""); }
-};
-
-/// Time of the processor that this thread has had, in seconds.
-double processorTime()
-{
-    timespec time = {};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return double(time.tv_sec) + double(time.tv_nsec) * 1e-9;
-}
-
-double timeFor(const PageText& page, qsizetype begin, qsizetype length, Presentation presentation)
-{
-    const double start = processorTime();
-    const QString piece = page.text.sliced(begin, length);
-    Trial document;
-    if (page.isHtml) {
-        document.setHtml(preparePage(piece, {{}, [](const QString&) { return 0; }}, presentation).html);
-    } else {
-        document.setPlainText(piece);
-    }
-    document.setTextWidth(PageWidth);
-    static_cast<void>(document.documentLayout()->documentSize());
-    return processorTime() - start;
-}
-
 } // namespace
 
-qsizetype affordableLength(const PageText& page, Presentation presentation)
+qsizetype affordableLength(const PageText& page)
 {
-    const qsizetype size = page.text.size();
-    if (size <= HarmlessSize) {
-        return size;
+    const QStringView text = QStringView(page.text).first(std::min(page.text.size(), Largest));
+    const QChar breaker = page.isHtml ? u'<' : u'\n';
+    qsizetype wordBegin = 0;
+    qsizetype textBegin = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        textBegin = text[i] == breaker ? i : textBegin;
+        wordBegin = text[i] == breaker || text[i].isSpace() ? i : wordBegin;
+        if (i - wordBegin >= LongestWord || i - textBegin >= LongestText) {
+            return i;
+        }
     }
-    const double small = timeFor(page, 0, SmallPiece, presentation);
-    double large = timeFor(page, 0, LargePiece, presentation);
-    for (const qsizetype begin : {size / 2, size - LargePiece}) {
-        large = std::max(large, timeFor(page, begin, LargePiece, presentation));
-    }
-    // The time grows with a power of the length.
-    const double power = std::clamp(std::log(large / small) / std::log(LargePiece / SmallPiece), 1.0, 2.0);
-    const double affordable = double(LargePiece) * std::pow(AffordableTime / large, 1 / power);
-    return std::min({size, Largest, std::max(SmallPiece, qsizetype(std::min(affordable, double(Largest))))});
+    return text.size();
 }
 
 PageText beginningOf(const PageText& page, qsizetype length)

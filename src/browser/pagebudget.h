@@ -4,15 +4,14 @@
 #include "pages/pagefile.h"
 #include "pages/preparedpage.h"
 
-/// How much of a page can be shown at once: a layout cannot be interrupted, and some grow with the square of
-/// the page.
+/// How much of a page can be shown at once: a layout cannot be interrupted.
 namespace PageBudget {
 
 inline constexpr qsizetype Largest = 8 << 20; ///< characters
 
-/// How many characters of the page, from its beginning, are laid out within about a second. Tried out on
-/// pieces of the page when it is large.
-[[nodiscard]] qsizetype affordableLength(const PageText& page, Presentation presentation);
+/// How many characters of the page, from its beginning, can be laid out without holding the window: a page
+/// is cut at its largest size, or within a word or a text that is absurdly long.
+[[nodiscard]] qsizetype affordableLength(const PageText& page);
 
 /// The first `length` characters, as HTML.
 [[nodiscard]] PageText beginningOf(const PageText& page, qsizetype length);

@@ -81,7 +81,7 @@ void PageView::keepBudget()
     if (m_page.file.isEmpty() || m_showsWholePages) {
         return;
     }
-    const qsizetype length = PageBudget::affordableLength(m_page.source, m_presentation);
+    const qsizetype length = PageBudget::affordableLength(m_page.source);
     if (length < m_page.source.text.size()) {
         m_page.source = PageBudget::beginningOf(m_page.source, length);
         m_page.isBeginning = true;

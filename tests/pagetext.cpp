@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Writes, for each page named on standard input, a line of JSON with the text that the page view holds.
+#include "browser/pagefiller.h"
 #include "browser/pageresource.h"
 #include "pages/pagefile.h"
 #include "pages/preparedpage.h"
@@ -29,7 +30,10 @@ QJsonObject describePage(const QString& file)
     }
     const auto page = preparePage(source.value().text, {file, pictureWidth}, Presentation::Reading);
     QTextDocument document;
-    document.setHtml(page.html);
+    PageFiller filler(document);
+    document.setHtml(filler.begin(page));
+    while (filler.addPart()) {
+    }
     return {{QStringLiteral("file"), file},
             {QStringLiteral("foundBy"), foundByName(page)},
             {QStringLiteral("plain"), page.text},

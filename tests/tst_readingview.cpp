@@ -10,6 +10,7 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTextBlock>
+#include <QTextList>
 #include <QTextTable>
 
 using namespace Qt::StringLiterals;
@@ -82,6 +83,45 @@ QStringList unreadable(const HelpBrowser& browser)
     return found;
 }
 
+/// The paragraphs of a document with all that decides how they look.
+QStringList paragraphs(const QTextDocument& document)
+{
+    QStringList found;
+    for (auto block = document.begin(); block.isValid(); block = block.next()) {
+        const auto format = block.blockFormat();
+        const auto* list = block.textList();
+        QStringList words{block.text(),
+                          QString::number(format.topMargin()),
+                          QString::number(format.bottomMargin()),
+                          QString::number(format.leftMargin()),
+                          QString::number(format.lineHeight()),
+                          QString::number(format.headingLevel()),
+                          QString::number(list == nullptr ? -1 : list->itemNumber(block))};
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const auto text = it.fragment().charFormat();
+            words << it.fragment().text() << text.anchorNames().join(u' ') << text.anchorHref()
+                  << text.foreground().color().name() << QString::number(text.fontWeight());
+        }
+        found += words.join(u'|');
+    }
+    return found;
+}
+
+/// Long enough to be shown in several parts.
+QByteArray longPage()
+{
+    const QByteArray looks(AllLooks);
+    const qsizetype begin = looks.indexOf("<h1");
+    const qsizetype end = looks.indexOf("</body>");
+    QByteArray page = looks.first(begin);
+    for (int i = 0; i < 100; ++i) {
+        const QByteArray name = "id=\"t" + QByteArray::number(i) + '"';
+        page += "<div>" + looks.sliced(begin, end - begin).replace(R"(id="t")", name);
+        page += "<ul><li>one<li>two</ul><hr><p>Last words</p></div>stray text";
+    }
+    return page + "</body></html>";
+}
+
 } // namespace
 
 class TestReadingView : public QObject {
@@ -100,6 +140,11 @@ private Q_SLOTS:
     void copy();
     void passingOn();
     void base();
+    void partsOfALongPage();
+    void placesInALongPage();
+    void stoppingALongPage();
+    void beginnings_data();
+    void beginnings();
 };
 
 void TestReadingView::contrasts_data()
@@ -302,6 +347,91 @@ void TestReadingView::base()
     QCOMPARE(hovered, f.files.path(u"sub/q.html"_s));
     Q_EMIT f.browser.highlighted(QUrl(linkCode(1)));
     QCOMPARE(hovered, f.files.path(u"p.html#x"_s));
+}
+
+void TestReadingView::partsOfALongPage()
+{
+    Fixture f(longPage());
+    f.show("a.cnt");
+    const qsizetype first = f.browser.document()->blockCount();
+    QTextDocument whole;
+    whole.setDefaultStyleSheet(f.browser.document()->defaultStyleSheet());
+    whole.setHtml(f.browser.page().prepared.html);
+    QVERIFY(whole.blockCount() > 2 * first);
+    QTRY_COMPARE(f.browser.document()->blockCount(), whole.blockCount());
+    QCOMPARE(paragraphs(*f.browser.document()), paragraphs(whole));
+}
+
+/// Going to a place brings what is missing up to there.
+void TestReadingView::placesInALongPage()
+{
+    Fixture f(longPage());
+    f.show("a.cnt#t70");
+    QTRY_VERIFY(f.browser.isVisible());
+    const auto atTop = [&f] {
+        return QTextCursor(f.browser.cursorForPosition(QPoint(30, 5))).block().text();
+    };
+    QCOMPARE(atTop(), u"Title"_s);
+    const int left = f.browser.place();
+    f.files.write(u"other.html"_s, "other");
+    f.show("other.html");
+    f.browser.backward();
+    QCOMPARE(f.browser.place(), left);
+    f.show("a.cnt");
+    f.browser.setReadingView(false);
+    f.browser.setReadingView(true);
+    QTest::keyClick(&f.browser, Qt::Key_End, Qt::ControlModifier);
+    QVERIFY(f.browser.toPlainText().endsWith(u"stray text"));
+}
+
+void TestReadingView::stoppingALongPage()
+{
+    Fixture f(longPage());
+    f.show("a.cnt");
+    const qsizetype length = f.browser.toPlainText().size();
+    QTest::keyClick(&f.browser, Qt::Key_Escape);
+    QTest::qWait(50);
+    QCOMPARE_LT(f.browser.toPlainText().size(), length + 100);
+    QTest::keyClick(&f.browser, Qt::Key_Backtab);
+    QTest::keyClick(&f.browser, Qt::Key_Return);
+    f.browser.completePage();
+    QVERIFY(f.browser.toPlainText().endsWith(u"stray text"));
+}
+
+void TestReadingView::beginnings_data()
+{
+    QTest::addColumn<QByteArray>("page");
+    QTest::addColumn<bool>("isCut");
+    const QByteArray word(70'000, 'x');
+    const QByteArray text = QByteArray("word ").repeated(300'000);
+    const QByteArray chinese = QByteArray("\xe4\xb8\xad").repeated(70'000);
+    QTest::newRow("word") << "<p>begin " + word + "<p>end" << true;
+    QTest::newRow("word in pieces") << "<p>begin " + QByteArray(word).replace("xx", "<b>x</b>x") + "<p>end"
+                                    << true;
+    QTest::newRow("plain word") << "begin " + word + " end" << true;
+    QTest::newRow("paragraph") << "<p>begin " + text + "<p>end" << true;
+    QTest::newRow("lines") << "<pre>begin " + QByteArray("word\n").repeated(20'000) + "</pre>end" << false;
+    QTest::newRow("too many lines") << "<pre>begin " + QByteArray("word\n").repeated(100'000) + "</pre>end"
+                                    << true;
+    QTest::newRow("cells") << "<table>begin" + QByteArray("<tr><td>1<td>2").repeated(10'000) + "</table>end"
+                           << true;
+    QTest::newRow("no blanks needed") << "<p>begin " + chinese + "<p>end" << false;
+    QTest::newRow("inlined picture") << "<p>begin <img src=\"data:image/png;base64," + word + "\"><p>end"
+                                     << false;
+    QTest::newRow("script") << "<p>begin <script>" + word + "</script><p>end" << false;
+}
+
+/// What makes a page take long is its text, not its source.
+void TestReadingView::beginnings()
+{
+    QFETCH(QByteArray, page);
+    QFETCH(bool, isCut);
+    Fixture f(page);
+    f.show("a.cnt");
+    QCOMPARE(f.browser.page().prepared.isBeginning, isCut);
+    QVERIFY(f.browser.toPlainText().contains(u"begin"));
+    f.browser.completePage();
+    QCOMPARE(f.browser.toPlainText().trimmed().endsWith(u"end"), !isCut);
 }
 
 QTEST_MAIN(TestReadingView)

@@ -173,6 +173,7 @@ void HelpFindDialog::done(int result)
 /// One search: on from the current position; after a failure from the other end, if the user allowed that.
 void HelpFindDialog::step(bool forward)
 {
+    m_browser->completePage();
     if (!m_lastSearchFailed) {
         m_lastSearchFailed = !findOn(forward);
         if (m_lastSearchFailed) {
@@ -273,6 +274,7 @@ void HelpFindDialog::pageChanged()
 void HelpFindDialog::refreshMarks()
 {
     if (isVisible()) {
+        m_browser->completePage();
         m_matches->search(soughtText(), flags(true));
     }
 }

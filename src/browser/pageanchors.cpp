@@ -10,11 +10,11 @@ namespace PageAnchors {
 
 namespace {
 
-/// Calls `use` with each anchor name of a document and its position until it returns true.
+/// Calls `use` with each anchor name from a block on and its position until it returns true.
 template <typename Use>
-void anyAnchor(const QTextDocument& document, Use use)
+void anyAnchor(const QTextBlock& first, Use use)
 {
-    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+    for (QTextBlock block = first; block.isValid(); block = block.next()) {
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextFragment fragment = it.fragment();
             const auto names = fragment.charFormat().anchorNames();
@@ -29,10 +29,10 @@ void anyAnchor(const QTextDocument& document, Use use)
 
 } // namespace
 
-bool contains(const QTextDocument& document, const QString& name)
+bool contains(const QTextDocument& document, const QString& name, int position)
 {
     bool found = false;
-    anyAnchor(document, [&](const QString& anchor, int /*position*/) {
+    anyAnchor(document.findBlock(position), [&](const QString& anchor, int /*place*/) {
         found = anchor == name;
         return found;
     });
@@ -42,7 +42,7 @@ bool contains(const QTextDocument& document, const QString& name)
 QString before(const QTextDocument& document, int position)
 {
     QString last;
-    anyAnchor(document, [&](const QString& anchor, int place) {
+    anyAnchor(document.begin(), [&](const QString& anchor, int place) {
         const bool isBeyond = place > position;
         last = isBeyond || isHeadingAnchor(anchor) ? last : anchor;
         return isBeyond;

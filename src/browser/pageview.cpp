@@ -41,6 +41,7 @@ PageView::PageView(QWidget* parent)
     document()->setUndoRedoEnabled(false);
     document()->setDocumentMargin(PageMargin);
     PagePictures::install(*document());
+    connect(&m_filler, &PageFiller::partAdded, this, &PageView::repairFrom);
     connect(this, &QTextBrowser::anchorClicked, this,
             [this](const QUrl& link) { activateLink(hrefOf(link)); });
     connect(this, &QTextBrowser::highlighted, this,
@@ -68,41 +69,33 @@ QString PageView::hrefOf(const QUrl& link) const
 
 void PageView::activateLink(const QString& href)
 {
-    if (m_page.isBeginning && PageBudget::isWholePageLink(href)) {
+    if (PageBudget::isWholePageLink(href)) {
         showWholePage();
     } else if (!href.isEmpty()) {
         Q_EMIT linkActivated(href);
     }
 }
 
-/// Drops the end of a page that would hold the window for long.
-void PageView::keepBudget()
-{
-    if (m_page.file.isEmpty() || m_showsWholePages) {
-        return;
-    }
-    const qsizetype length = PageBudget::affordableLength(m_page.source);
-    if (length < m_page.source.text.size()) {
-        m_page.source = PageBudget::beginningOf(m_page.source, length);
-        m_page.isBeginning = true;
-    }
-}
-
 void PageView::showWholePage()
 {
-    if (const auto source = readPage(m_page.file); source.ok()) {
-        m_page.source = source.value();
-        m_page.isBeginning = false;
-        prepare();
-        applyText();
-        Q_EMIT pageChanged();
-    }
+    const int top = place();
+    m_page.isWhole = true;
+    prepare();
+    applyText();
+    setPlace(top);
+    Q_EMIT pageChanged();
+}
+
+/// Leaves out the rest of a long page that is not there yet.
+void PageView::stopFilling()
+{
+    auto& links = m_page.prepared.links;
+    m_filler.stop(PageBudget::wholePageNotice(tr("The rest of the page was not loaded."), links));
 }
 
 void PageView::showPage(ShownPage page)
 {
     m_page = std::move(page);
-    keepBudget();
     m_pendingPlace = 0;
     document()->setBaseUrl(m_page.file.isEmpty() ? QUrl() : QUrl::fromLocalFile(m_page.file));
     prepare();
@@ -122,17 +115,16 @@ void PageView::clearPage()
 
 void PageView::prepare()
 {
-    if (!m_page.source.isHtml) {
-        m_page.prepared = {};
-        m_page.prepared.text = m_page.source.text;
-        m_page.prepared.base = m_page.file;
-        return;
-    }
     const bool isOwn = m_page.file.isEmpty();
-    m_page.prepared = preparePage(m_page.source.text, {m_page.file, pictureWidth},
-                                  isOwn ? Presentation::AsWritten : m_presentation);
-    m_page.prepared.isReading = m_page.prepared.isReading || isOwn;
-    if (m_page.isBeginning) {
+    const PageContext context{m_page.file, pictureWidth, isOwn || m_page.isWhole || m_showsWholePages};
+    if (m_page.source.isHtml) {
+        m_page.prepared =
+            preparePage(m_page.source.text, context, isOwn ? Presentation::AsWritten : m_presentation);
+        m_page.prepared.isReading = m_page.prepared.isReading || isOwn;
+    } else {
+        m_page.prepared = preparePlainText(m_page.source.text, context);
+    }
+    if (m_page.prepared.isBeginning) {
         PageBudget::addNotice(m_page.prepared);
     }
 }
@@ -145,16 +137,25 @@ void PageView::applyText()
     }
     QTextCursor edit(document());
     edit.beginEditBlock();
-    if (m_page.source.isHtml) {
-        setHtml(m_page.prepared.html);
-    } else {
+    const QString first = m_filler.begin(m_page.prepared);
+    if (m_page.prepared.html.isNull()) {
         setPlainText(m_page.source.text);
+    } else {
+        setHtml(first);
     }
-    if (!m_page.prepared.isReading) {
-        repairContrast(*document(), palette(), m_style.shownLinkColor(palette()));
-    }
+    repairFrom(0);
     fitMargins();
     edit.endEditBlock();
+    if (m_showsWholePages) {
+        completePage();
+    }
+}
+
+void PageView::repairFrom(int position)
+{
+    if (!m_page.prepared.isReading) {
+        repairContrast(*document(), position, palette(), m_style.shownLinkColor(palette()));
+    }
 }
 
 /// Keeps the lines of the reading view short enough to read, however wide the window is.
@@ -212,8 +213,8 @@ void PageView::scrollTo(const QString& anchor)
     }
     for (const auto& name : {anchor, QUrl::fromPercentEncoding(anchor.toUtf8()),
                              QString::fromLatin1(QUrl::toPercentEncoding(anchor))}) {
-        if (PageAnchors::contains(*document(), name)) {
-            scrollToAnchor(name);
+        if (findAnchor(name)) {
+            scrollBeyond([this, &name] { scrollToAnchor(name); });
             horizontalScrollBar()->setValue(0);
             return;
         }
@@ -222,6 +223,28 @@ void PageView::scrollTo(const QString& anchor)
     if (anchor != u"top") {
         Q_EMIT noticed(tr("The page has no place named \"%1\"").arg(anchor));
     }
+}
+
+/// Completes a long page as far as needed.
+bool PageView::findAnchor(const QString& name)
+{
+    int position = 0;
+    while (!PageAnchors::contains(*document(), name, position)) {
+        position = document()->characterCount() - 1;
+        if (!m_filler.addPart()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Calls `scroll`, which goes to a place, until there is as much of a long page below the place as it takes.
+void PageView::scrollBeyond(const std::function<void()>& scroll)
+{
+    const auto* bar = verticalScrollBar();
+    do {
+        scroll();
+    } while (isVisible() && bar->value() == bar->maximum() && m_filler.addPart());
 }
 
 int PageView::place() const
@@ -237,9 +260,13 @@ void PageView::setPlace(int place)
         verticalScrollBar()->setValue(0);
         return;
     }
+    while (place >= document()->characterCount() && m_filler.addPart()) {
+    }
     QTextCursor cursor(document());
     cursor.setPosition(std::min(place, document()->characterCount() - 1));
-    verticalScrollBar()->setValue(verticalScrollBar()->value() + cursorRect(cursor).top());
+    scrollBeyond([this, &cursor] {
+        verticalScrollBar()->setValue(verticalScrollBar()->value() + cursorRect(cursor).top());
+    });
 }
 
 void PageView::setFontFamily(const QString& family)
@@ -420,14 +447,30 @@ void PageView::contextMenuEvent(QContextMenuEvent* event)
     }
     auto* copyAction = menu.addAction(tr("&Copy"), this, &QTextBrowser::copy);
     copyAction->setEnabled(textCursor().hasSelection());
-    auto* selectAllAction = menu.addAction(tr("Select &All"), this, &QTextBrowser::selectAll);
+    auto* selectAllAction = menu.addAction(tr("Select &All"), this, [this] {
+        completePage();
+        selectAll();
+    });
     selectAllAction->setEnabled(hasPage());
     menu.exec(event->globalPos());
+}
+
+void PageView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape && !m_filler.isComplete()) {
+        stopFilling();
+        return;
+    }
+    if (event->key() == Qt::Key_End || event->matches(QKeySequence::SelectAll)) {
+        completePage();
+    }
+    QTextBrowser::keyPressEvent(event);
 }
 
 void PageView::paintEvent(QPaintEvent* event)
 {
     QTextBrowser::paintEvent(event);
+    m_filler.goOn();
     if (hasPage() || m_hint.isEmpty()) {
         return;
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "browser/pagefiller.h"
 #include "browser/pagestyle.h"
 #include "pages/pagefile.h"
 #include "pages/preparedpage.h"
@@ -14,8 +15,8 @@ struct ShownPage {
     QDateTime modified;
     qint64 size = -1;
     PageText source;
-    bool isBeginning = false; ///< the source is the beginning of a page that takes long to show
-    PreparedPage prepared;    ///< its title, links and text are there for plain text, too
+    bool isWhole = false;  ///< show all of it, however long that takes
+    PreparedPage prepared; ///< its title, links and text are there for plain text, too
 };
 
 /// Shows the text of one page and follows the display settings. Knows nothing of help sets; what a link means
@@ -33,6 +34,8 @@ public:
 
     /// Whether pages that take long to show are shown as a whole at once.
     void setShowsWholePages(bool isOn) { m_showsWholePages = isOn; }
+    /// A long page is shown part by part; this makes the document hold all of it now.
+    void completePage() { m_filler.complete(); }
 
     /// Goes to a named place of the page; an empty name means its top.
     void scrollTo(const QString& anchor);
@@ -106,17 +109,21 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     [[nodiscard]] QMimeData* createMimeDataFromSelection() const override;
     QVariant loadResource(int type, const QUrl& name) override;
     void doSetSource(const QUrl& url, QTextDocument::ResourceType type) override;
 
 private:
-    void keepBudget();
     void showWholePage();
+    void stopFilling();
+    [[nodiscard]] bool findAnchor(const QString& name);
+    void scrollBeyond(const std::function<void()>& scroll);
     void activateLink(const QString& href);
     void prepare();
     void applyText();
+    void repairFrom(int position);
     void restyle();
     void fitMargins();
     [[nodiscard]] QString hrefOf(const QUrl& link) const;
@@ -134,4 +141,5 @@ private:
     QString m_hint;
     bool m_isOverPicture = false;
     bool m_showsWholePages = false;
+    PageFiller m_filler{*document()};
 };

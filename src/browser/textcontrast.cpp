@@ -57,7 +57,7 @@ QColor inkOn(const QColor& ground)
 
 } // namespace
 
-void repairContrast(QTextDocument& document, const QPalette& palette, const QColor& linkColor)
+void repairContrast(QTextDocument& document, int position, const QPalette& palette, const QColor& linkColor)
 {
     if (!hasGrounds(document)) {
         return;
@@ -65,7 +65,7 @@ void repairContrast(QTextDocument& document, const QPalette& palette, const QCol
     const QColor base = palette.color(QPalette::Active, QPalette::Base);
     const QColor text = palette.color(QPalette::Active, QPalette::Text);
     std::vector<Change> changes;
-    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+    for (QTextBlock block = document.findBlock(position); block.isValid(); block = block.next()) {
         const QColor behind = groundOf(block.blockFormat(), frameGround(block, base));
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const auto format = it.fragment().charFormat();

@@ -39,7 +39,7 @@ PrintablePage printablePage(const PageView& view)
 {
     PrintablePage page;
     const auto& prepared = view.page().prepared;
-    const bool isHtml = view.page().source.isHtml;
+    const bool isHtml = !prepared.html.isNull();
     page.content = {isHtml ? prepared.html : view.page().source.text, isHtml};
     page.links = prepared.links;
     page.baseUrl = view.document()->baseUrl();

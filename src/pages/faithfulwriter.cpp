@@ -152,6 +152,7 @@ void FaithfulWriter::putFrames(const HtmlNode& frameset)
 /// The text of a style element is no HTML; what could end the element early is left out.
 void FaithfulWriter::putStyle(const HtmlNode& element)
 {
+    keepWhole();
     putMarkup("<style>");
     for (const auto* child = element.firstChild; child != nullptr; child = child->next) {
         putMarkup(child->content.substr(0, child->content.find("</")));
@@ -164,6 +165,7 @@ void FaithfulWriter::putStyleSheet(const HtmlNode& element)
     const bool isSheet = anyWord(attribute(element, "rel"),
                                  [](std::string_view word) { return equalsLower(word, "stylesheet"); });
     if (isSheet) {
+        keepWhole();
         // Rich text takes all behind an unclosed link element for its content and shows nothing of it.
         putMarkup(startTag("link",
                            attributeText("href", attribute(element, "href")) + attributesOf(element) + "/"));

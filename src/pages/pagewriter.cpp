@@ -10,12 +10,14 @@
 #include <QUrl>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <utility>
 
 namespace {
 
 constexpr std::string_view HeadingAnchor = "~heading-";
+constexpr size_t PartSize = 32'000; // bytes; rich text takes about 10 ms for them
 
 QString toQString(std::string_view text)
 {
@@ -25,6 +27,19 @@ QString toQString(std::string_view text)
 std::string toStdString(const QString& text)
 {
     return text.toStdString();
+}
+
+/// Whether a block only divides the text, without a look of its own.
+bool isBareMarkup(std::string_view markup)
+{
+    static constexpr std::array<std::string_view, 8> bare{"",       "<html>",    "<body>",    "<div>",
+                                                          "<main>", "<section>", "<article>", "<header>"};
+    return std::find(bare.begin(), bare.end(), markup) != bare.end();
+}
+
+bool isTableEnd(std::string_view markup)
+{
+    return markup.find("</table>") != std::string_view::npos;
 }
 
 } // namespace
@@ -51,7 +66,9 @@ void PageWriter::write(const HtmlNode& element)
     const HtmlNode* node = &element;
     while (node != nullptr) {
         bool isOpen = false;
-        if (isText(*node)) {
+        if (m_limit.isReached()) {
+            // The rest is left out.
+        } else if (isText(*node)) {
             text(*node);
         } else if (isElement(*node)) {
             if (m_openLinks == 0) {
@@ -80,11 +97,15 @@ void PageWriter::open(std::string_view markup, End end)
         endParagraph();
         breakBlock();
         m_blocks.push_back(end.isContainer);
+        m_isTextLast = m_isTextLast && markup.empty();
     } else {
         beginParagraph("<div>");
         putSpace();
     }
     m_verbatim += end.isVerbatim ? 1 : 0;
+    end.isBare = isBareMarkup(markup);
+    m_openFormats += end.isBare ? 0 : 1;
+    m_openTables += isTableEnd(end.markup) ? 1 : 0;
     end.textBegin = m_text.size();
     m_html += markup;
     m_ends.push_back(std::move(end));
@@ -95,6 +116,7 @@ void PageWriter::leave(const HtmlNode& element)
     const End end = std::move(m_ends.back());
     m_ends.pop_back();
     m_verbatim -= end.isVerbatim ? 1 : 0;
+    m_openFormats -= end.isBare ? 0 : 1;
     m_openLinks -= end.link != 0 ? 1 : 0;
     if (end.link != 0 || end.heading != 0) {
         const QString inner = toQString(std::string_view(m_text).substr(end.textBegin)).simplified();
@@ -105,10 +127,23 @@ void PageWriter::leave(const HtmlNode& element)
         m_blocks.pop_back();
     }
     m_html += end.markup;
+    m_openTables -= isTableEnd(end.markup) ? 1 : 0;
+    m_isTextLast = m_isTextLast && !isTableEnd(end.markup);
     if (end.isBlock) {
         breakBlock();
+        addJoint();
     }
     left(element);
+}
+
+/// Notes that the page can be divided here, when the part before has a size that is worth it.
+void PageWriter::addJoint()
+{
+    const size_t last = m_joints.empty() ? 0 : m_joints.back();
+    if (m_openFormats == 0 && m_isTextLast && m_html.size() - last >= PartSize) {
+        m_joints.push_back(m_html.size());
+        m_limit.beginPart();
+    }
 }
 
 void PageWriter::beginParagraph(std::string_view markup)
@@ -196,12 +231,13 @@ void PageWriter::putText(std::string_view text)
     if (isVerbatim()) {
         putWritten(text);
     } else {
-        putWords(text, true);
+        putWords(m_limit.take(text, false), true);
     }
 }
 
 void PageWriter::putWritten(std::string_view text)
 {
+    text = m_limit.take(text, isVerbatim());
     if (!isBlank(text)) {
         putAnchors();
     }
@@ -209,6 +245,7 @@ void PageWriter::putWritten(std::string_view text)
     if (isVerbatim()) {
         m_text += text;
         m_isLineEmpty = m_isLineEmpty && isBlank(text);
+        m_isTextLast = m_isTextLast || !isBlank(text);
     } else {
         putWords(text, false);
     }
@@ -234,6 +271,7 @@ void PageWriter::putWords(std::string_view text, bool isForHtml)
         }
         m_text += text.substr(word, end - word);
         m_isLineEmpty = false;
+        m_isTextLast = true;
         begin = end;
     }
 }
@@ -255,6 +293,7 @@ void PageWriter::breakBlock()
     if (!m_text.empty() && m_text.back() != '\n') {
         m_text += '\n';
     }
+    m_limit.beginParagraph(m_openTables > 0);
     m_isSpaceWanted = false;
     m_isBreakDue = false;
     m_isLineEmpty = true;
@@ -263,7 +302,13 @@ void PageWriter::breakBlock()
 void PageWriter::finish()
 {
     putAnchors();
-    m_page.html = QString::fromUtf8(m_html.data(), qsizetype(m_html.size()));
+    m_page.isBeginning = m_page.isBeginning || m_limit.isReached();
+    for (size_t begin = 0; const size_t joint : m_joints) {
+        m_page.html += toQString(std::string_view(m_html).substr(begin, joint - begin));
+        m_page.joints.push_back(m_page.html.size());
+        begin = joint;
+    }
+    m_page.html += toQString(std::string_view(m_html).substr(m_joints.empty() ? 0 : m_joints.back()));
     m_page.text = QString::fromUtf8(m_text.data(), qsizetype(m_text.size()));
 }
 
@@ -301,6 +346,7 @@ void PageWriter::putPicture(const HtmlNode& element)
         QUrl::fromLocalFile(localFile(attribute(element, "src"))).toEncoded().toStdString();
     m_html += startTag("img", attributeText("src", url) + attributesOf(element));
     m_isLineEmpty = false;
+    m_isTextLast = true;
     m_isBreakDue = isApart;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "pages/preparedpage.h"
+#include "pages/textlimit.h"
 
 #include <string>
 #include <string_view>
@@ -15,7 +16,10 @@ struct HtmlNode;
 class PageWriter {
 public:
     /// Both must outlive the writer; `page` has its title and its base and gets the rest.
-    PageWriter(const PageContext& context, PreparedPage& page) : m_context(context), m_page(page) {}
+    PageWriter(const PageContext& context, PreparedPage& page)
+        : m_context(context), m_page(page), m_limit(context.isWhole)
+    {
+    }
     PageWriter(const PageWriter&) = delete;
     PageWriter& operator=(const PageWriter&) = delete;
     virtual ~PageWriter() = default;
@@ -48,6 +52,7 @@ protected:
         bool isBlock = false;
         bool isVerbatim = false;
         bool isContainer = false; ///< text in it needs a paragraph
+        bool isBare = true;       ///< looks the same when it ends early and does not begin anew
         size_t link = 0;          ///< number of the link that it is, from 1
         size_t heading = 0;       ///< number of the heading that it is, from 1
         size_t textBegin = 0;     ///< where its plain text begins
@@ -76,6 +81,8 @@ protected:
     /// Whether so many elements are open that no more should be.
     [[nodiscard]] bool isTooDeep() const { return m_ends.size() > DeepestElement; }
     void putMarkup(std::string_view markup) { m_html += markup; }
+    /// The page cannot be divided from here on.
+    void keepWhole() { ++m_openFormats; }
     void putText(std::string_view text);
     /// The same, with blanks as they are written.
     void putWritten(std::string_view text);
@@ -103,16 +110,22 @@ private:
     void addAnchor(std::string_view name);
     void putAnchors();
     void putWords(std::string_view text, bool isForHtml);
+    void addJoint();
     void putLink(std::string_view href, std::string_view text);
     [[nodiscard]] QString localFile(std::string_view name) const;
 
     const PageContext& m_context;
     PreparedPage& m_page;
+    TextLimit m_limit;
     std::string m_html; ///< UTF-8, as are the two below
     std::string m_text;
     std::vector<std::string> m_anchors; ///< that wait for what they lead to
     std::vector<End> m_ends;
+    std::vector<size_t> m_joints; ///< positions in `m_html`
     int m_openLinks = 0;
+    bool m_isTextLast = false; ///< followed by nothing but ends of elements
+    int m_openTables = 0;
+    int m_openFormats = 0;          ///< open elements that cannot end early
     std::vector<bool> m_blocks;     ///< the open blocks, whether they are containers
     bool m_isParagraphOpen = false; ///< one of the writer's own, in a container
     int m_verbatim = 0;

@@ -22,7 +22,10 @@ enum class ContentFoundBy { WholePage, Landmark, Generator, Density };
 
 /// A page made ready for the view, with what else there is to know of it.
 struct PreparedPage {
-    QString html;           ///< for rich text; targets of links are those of linkCode()
+    QString html; ///< for rich text; targets of links are those of linkCode()
+    /// Positions in a long `html`, in order, at which it can be divided into parts to be shown one after
+    /// another.
+    std::vector<qsizetype> joints;
     bool isReading = false; ///< laid out by the viewer's own rules, otherwise as written
     QString title;
     QString language; ///< as the page declares it, such as "en"
@@ -33,6 +36,7 @@ struct PreparedPage {
     std::vector<PageLink> links;
     QString text; ///< the main content as plain text
     ContentFoundBy foundBy = ContentFoundBy::WholePage;
+    bool isBeginning = false; ///< the rest was left out, as it would take long to show
 };
 
 /// How pages are to be laid out.
@@ -46,12 +50,20 @@ struct PageContext {
     QString file; ///< absolute path; empty for a page that is not in a file
     /// Width of the picture in a file in pixels; 0 when it cannot be shown, which lets its text stand for it.
     std::function<int(const QString& file)> pictureWidth;
+    /// Whether to prepare all of a page that takes long to show: one that is very large or has absurdly long
+    /// words or paragraphs.
+    bool isWhole = false;
 };
+
+inline constexpr qsizetype LargestPage = 8 << 20; ///< characters
 
 /// Turns the text of a page into HTML that rich text shows well. Never fails: a text without elements is
 /// shown as it is.
 [[nodiscard]] PreparedPage preparePage(const QString& html, const PageContext& context,
                                        Presentation presentation);
+
+/// The same for a text that is no HTML; `html` is null when the text can be shown as it is.
+[[nodiscard]] PreparedPage preparePlainText(const QString& text, const PageContext& context);
 
 /// What stands for the target of a page's link in prepared HTML; URLs would change letter case, blanks and
 /// percent signs of the target itself.

@@ -8,6 +8,10 @@
 #include <QApplication>
 #include <QFileInfo>
 
+#include <fontconfig/fontconfig.h>
+
+#include <thread>
+
 namespace {
 
 bool isShowRequest(int argc, char* argv[])
@@ -28,6 +32,8 @@ void readAhead(HelpLibrary& library, const QString& fileName)
 
 int runViewer(int argc, char* argv[])
 {
+    // Takes about as long as the toolkit's connection to the display, which needs no fonts yet.
+    std::thread fonts(FcInit);
     // Decided before the toolkit takes its own options out of the list.
     const bool isDefault = argc == 1 || isShowRequest(argc, argv);
     HelpLibrary library;
@@ -35,6 +41,7 @@ int runViewer(int argc, char* argv[])
         readAhead(library, absoluteFileNameArgument(argv[i]));
     }
     const QApplication application(argc, argv);
+    fonts.join();
     QGuiApplication::setDesktopFileName(QStringLiteral("quenda"));
     HelpMainWindow window(library);
     if (isDefault) {

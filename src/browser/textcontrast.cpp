@@ -55,6 +55,30 @@ QColor inkOn(const QColor& ground)
     return contrast(Qt::black, ground) > contrast(Qt::white, ground) ? Qt::black : Qt::white;
 }
 
+/// The colours that the viewer gives to texts, made readable on one ground after another.
+class Inks {
+public:
+    Inks(const QColor& text, const QColor& link) : m_text(text), m_link(link) {}
+
+    /// What a text or a link is to have on a ground; invalid when it can be read as it is.
+    [[nodiscard]] QColor on(const QColor& ground, bool isLink)
+    {
+        if (ground != m_ground) {
+            m_ground = ground;
+            m_textOnGround = contrast(m_text, ground) < LeastContrast ? inkOn(ground) : QColor();
+            m_linkOnGround = contrast(m_link, ground) < LeastContrast ? readableOn(m_link, ground) : QColor();
+        }
+        return isLink ? m_linkOnGround : m_textOnGround;
+    }
+
+private:
+    QColor m_text;
+    QColor m_link;
+    QColor m_ground; ///< of the two below
+    QColor m_textOnGround;
+    QColor m_linkOnGround;
+};
+
 } // namespace
 
 void repairContrast(QTextDocument& document, int position, const QPalette& palette, const QColor& linkColor)
@@ -63,7 +87,7 @@ void repairContrast(QTextDocument& document, int position, const QPalette& palet
         return;
     }
     const QColor base = palette.color(QPalette::Active, QPalette::Base);
-    const QColor text = palette.color(QPalette::Active, QPalette::Text);
+    Inks inks(palette.color(QPalette::Active, QPalette::Text), linkColor);
     std::vector<Change> changes;
     for (QTextBlock block = document.findBlock(position); block.isValid(); block = block.next()) {
         const QColor behind = groundOf(block.blockFormat(), frameGround(block, base));
@@ -72,10 +96,10 @@ void repairContrast(QTextDocument& document, int position, const QPalette& palet
             const QColor ground = groundOf(format, behind);
             const bool isPlain = !format.hasProperty(QTextFormat::ForegroundBrush);
             const bool isLink = !isPlain && format.foreground().color().rgb() == linkColor.rgb();
-            if ((isPlain || isLink) && ground.alpha() != 0 &&
-                contrast(isPlain ? text : linkColor, ground) < LeastContrast) {
-                changes.push_back({it.fragment().position(), it.fragment().length(),
-                                   isPlain ? inkOn(ground) : readableOn(linkColor, ground)});
+            const QColor ink =
+                (isPlain || isLink) && ground.alpha() != 0 ? inks.on(ground, isLink) : QColor();
+            if (ink.isValid()) {
+                changes.push_back({it.fragment().position(), it.fragment().length(), ink});
             }
         }
     }

@@ -8,9 +8,10 @@
 #include <QApplication>
 #include <QFileInfo>
 
-#include <fontconfig/fontconfig.h>
-
 #include <thread>
+
+#include <fontconfig/fontconfig.h>
+#include <malloc.h>
 
 namespace {
 
@@ -32,6 +33,9 @@ void readAhead(HelpLibrary& library, const QString& fileName)
 
 int runViewer(int argc, char* argv[])
 {
+    // Large blocks go back to the system when they are freed, however many there were.
+    constexpr int largeBlock = 1 << 18; // bytes
+    mallopt(M_MMAP_THRESHOLD, largeBlock);
     // Takes about as long as the toolkit's connection to the display, which needs no fonts yet.
     std::thread fonts(FcInit);
     // Decided before the toolkit takes its own options out of the list.

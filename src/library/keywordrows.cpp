@@ -56,14 +56,12 @@ private:
     void classify()
     {
         m_result.lowerTexts.reserve(m_items.size());
-        m_marks.reserve(m_items.size());
         m_classes.reserve(m_items.size());
         PositionTable table(m_items.size());
         for (const auto* item : m_items) {
-            const auto position = quint32(m_marks.size());
+            const auto position = quint32(m_classes.size());
             const QStringView lower = m_result.texts.lower(item->keyword);
             m_result.lowerTexts.push_back(lower);
-            m_marks.push_back(lookUpMark(lower));
             m_classes.push_back(table.findOrInsert(quint32(qHash(lower)), position, [&](quint32 other) {
                 return m_result.lowerTexts[other] == lower;
             }));
@@ -184,7 +182,7 @@ private:
     {
         m_result.rows.push_back({m_items[position], isSubKeyword});
         m_result.positions.push_back(position);
-        m_result.lookUpMarks.push_back(m_marks[position]);
+        m_result.lookUpMarks.push_back(lookUpMark(m_result.lowerTexts[position]));
     }
 
     const std::stop_token& m_stop;
@@ -192,7 +190,6 @@ private:
     std::vector<HelpIndexItem*> m_items;
     std::vector<quint32> m_parents;
     size_t m_subKeywordCount = 0;
-    std::vector<quint64> m_marks;
     std::vector<quint32> m_classes; ///< known by the first entry of each
     std::vector<quint32> m_firsts;
     std::vector<int> m_groups;

@@ -9,15 +9,12 @@
 
 #include <QUrl>
 
-#include <algorithm>
-#include <array>
 #include <charconv>
 #include <utility>
 
 namespace {
 
 constexpr std::string_view HeadingAnchor = "~heading-";
-constexpr size_t PartSize = 32'000; // bytes; rich text takes about 10 ms for them
 
 QString toQString(std::string_view text)
 {
@@ -27,19 +24,6 @@ QString toQString(std::string_view text)
 std::string toStdString(const QString& text)
 {
     return text.toStdString();
-}
-
-/// Whether a block only divides the text, without a look of its own.
-bool isBareMarkup(std::string_view markup)
-{
-    static constexpr std::array<std::string_view, 8> bare{"",       "<html>",    "<body>",    "<div>",
-                                                          "<main>", "<section>", "<article>", "<header>"};
-    return std::find(bare.begin(), bare.end(), markup) != bare.end();
-}
-
-bool isTableEnd(std::string_view markup)
-{
-    return markup.find("</table>") != std::string_view::npos;
 }
 
 } // namespace
@@ -66,7 +50,7 @@ void PageWriter::write(const HtmlNode& element)
     const HtmlNode* node = &element;
     while (node != nullptr) {
         bool isOpen = false;
-        if (m_limit.isReached()) {
+        if (m_output.isFull()) {
             // The rest is left out.
         } else if (isText(*node)) {
             text(*node);
@@ -93,21 +77,8 @@ void PageWriter::write(const HtmlNode& element)
 
 void PageWriter::open(std::string_view markup, End end)
 {
-    if (end.isBlock) {
-        endParagraph();
-        breakBlock();
-        m_blocks.push_back(end.isContainer);
-        m_isTextLast = m_isTextLast && markup.empty();
-    } else {
-        beginParagraph("<div>");
-        putSpace();
-    }
-    m_verbatim += end.isVerbatim ? 1 : 0;
-    end.isBare = isBareMarkup(markup);
-    m_openFormats += end.isBare ? 0 : 1;
-    m_openTables += isTableEnd(end.markup) ? 1 : 0;
-    end.textBegin = m_text.size();
-    m_html += markup;
+    m_output.open(markup, end);
+    end.textBegin = m_output.textLength();
     m_ends.push_back(std::move(end));
 }
 
@@ -115,51 +86,13 @@ void PageWriter::leave(const HtmlNode& element)
 {
     const End end = std::move(m_ends.back());
     m_ends.pop_back();
-    m_verbatim -= end.isVerbatim ? 1 : 0;
-    m_openFormats -= end.isBare ? 0 : 1;
     m_openLinks -= end.link != 0 ? 1 : 0;
     if (end.link != 0 || end.heading != 0) {
-        const QString inner = toQString(std::string_view(m_text).substr(end.textBegin)).simplified();
+        const QString inner = toQString(m_output.textFrom(end.textBegin)).simplified();
         (end.link != 0 ? m_page.links[end.link - 1].text : m_page.headings[end.heading - 1].text) = inner;
     }
-    if (end.isBlock) {
-        endParagraph();
-        m_blocks.pop_back();
-    }
-    m_html += end.markup;
-    m_openTables -= isTableEnd(end.markup) ? 1 : 0;
-    m_isTextLast = m_isTextLast && !isTableEnd(end.markup);
-    if (end.isBlock) {
-        breakBlock();
-        addJoint();
-    }
+    m_output.close(end);
     left(element);
-}
-
-/// Notes that the page can be divided here, when the part before has a size that is worth it.
-void PageWriter::addJoint()
-{
-    const size_t last = m_joints.empty() ? 0 : m_joints.back();
-    if (m_openFormats == 0 && m_isTextLast && m_html.size() - last >= PartSize) {
-        m_joints.push_back(m_html.size());
-        m_limit.beginPart();
-    }
-}
-
-void PageWriter::beginParagraph(std::string_view markup)
-{
-    if (!m_isParagraphOpen && !m_blocks.empty() && m_blocks.back()) {
-        m_html += markup;
-        m_isParagraphOpen = true;
-    }
-}
-
-void PageWriter::endParagraph()
-{
-    if (std::exchange(m_isParagraphOpen, false)) {
-        m_html += "</div>";
-        breakBlock();
-    }
 }
 
 void PageWriter::openLink(const HtmlNode& element)
@@ -168,16 +101,16 @@ void PageWriter::openLink(const HtmlNode& element)
         openNothing();
         return;
     }
-    beginParagraph("<div>");
+    m_output.beginParagraph();
     // Rich text has no links within links, and anchors are such.
     for (const auto* node = &element; node != nullptr; node = nextNode(node, &element)) {
         keepAnchors(*node);
     }
-    End end{"</a>"};
+    End end{{"</a>"}};
     m_page.links.push_back({toQString(attribute(element, "href")), {}});
     end.link = m_page.links.size();
-    putSpace();
-    putAnchors();
+    m_output.putSpace();
+    m_output.putAnchors();
     ++m_openLinks;
     const std::string code = attributeText("href", toStdString(linkCode(end.link - 1)));
     open(startTag("a", code + attributesOf(element)), std::move(end));
@@ -186,130 +119,19 @@ void PageWriter::openLink(const HtmlNode& element)
 void PageWriter::openHeading(int level, std::string_view markup, std::string end)
 {
     const std::string anchor = std::string(HeadingAnchor) + std::to_string(m_page.headings.size());
-    addAnchor(anchor);
+    m_output.addAnchor(anchor);
     m_page.headings.push_back({level, {}, toQString(anchor)});
-    End heading{std::move(end), true};
+    End heading{{std::move(end), true}};
     heading.heading = m_page.headings.size();
     open(markup, std::move(heading));
 }
 
-void PageWriter::putSpace()
-{
-    if (std::exchange(m_isBreakDue, false)) {
-        breakLine();
-    }
-    if (std::exchange(m_isSpaceWanted, false)) {
-        m_html += ' ';
-        m_text += ' ';
-    }
-}
-
 void PageWriter::keepAnchors(const HtmlNode& element)
 {
-    addAnchor(attribute(element, "id"));
+    m_output.addAnchor(attribute(element, "id"));
     if (isElement(element, "a")) {
-        addAnchor(attribute(element, "name"));
+        m_output.addAnchor(attribute(element, "name"));
     }
-}
-
-void PageWriter::addAnchor(std::string_view name)
-{
-    if (!name.empty() && (m_anchors.empty() || m_anchors.back() != name)) {
-        m_anchors.emplace_back(name);
-    }
-}
-
-void PageWriter::putAnchors()
-{
-    for (const auto& anchor : std::exchange(m_anchors, {})) {
-        m_html += startTag("a", attributeText("name", anchor)) + "</a>";
-    }
-}
-
-void PageWriter::putText(std::string_view text)
-{
-    if (isVerbatim()) {
-        putWritten(text);
-    } else {
-        putWords(m_limit.take(text, false), true);
-    }
-}
-
-void PageWriter::putWritten(std::string_view text)
-{
-    text = m_limit.take(text, isVerbatim());
-    if (!isBlank(text)) {
-        putAnchors();
-    }
-    appendEscaped(m_html, text);
-    if (isVerbatim()) {
-        m_text += text;
-        m_isLineEmpty = m_isLineEmpty && isBlank(text);
-        m_isTextLast = m_isTextLast || !isBlank(text);
-    } else {
-        putWords(text, false);
-    }
-}
-
-/// Writes text with one blank for a run of them.
-void PageWriter::putWords(std::string_view text, bool isForHtml)
-{
-    for (size_t begin = 0; begin < text.size();) {
-        const size_t word = nextNonBlank(text, begin);
-        m_isSpaceWanted = m_isSpaceWanted || (word != begin && !m_isLineEmpty);
-        if (word == text.size()) {
-            return;
-        }
-        const size_t end = nextBlank(text, word);
-        if (isForHtml) {
-            beginParagraph("<div>");
-            putSpace();
-            putAnchors();
-            appendEscaped(m_html, text.substr(word, end - word));
-        } else if (std::exchange(m_isSpaceWanted, false)) {
-            m_text += ' ';
-        }
-        m_text += text.substr(word, end - word);
-        m_isLineEmpty = false;
-        m_isTextLast = true;
-        begin = end;
-    }
-}
-
-void PageWriter::breakLine()
-{
-    m_isBreakDue = false;
-    if (!m_blocks.empty() && m_blocks.back() && !m_isParagraphOpen) {
-        return; // between two blocks
-    }
-    m_html += isVerbatim() ? "\n" : "<br>";
-    m_text += '\n';
-    m_isSpaceWanted = false;
-    m_isLineEmpty = true;
-}
-
-void PageWriter::breakBlock()
-{
-    if (!m_text.empty() && m_text.back() != '\n') {
-        m_text += '\n';
-    }
-    m_limit.beginParagraph(m_openTables > 0);
-    m_isSpaceWanted = false;
-    m_isBreakDue = false;
-    m_isLineEmpty = true;
-}
-
-void PageWriter::finish()
-{
-    putAnchors();
-    m_page.isBeginning = m_page.isBeginning || m_limit.isReached();
-    for (size_t begin = 0; const size_t joint : m_joints) {
-        m_page.html += toQString(std::string_view(m_html).substr(begin, joint - begin));
-        m_page.joints.push_back(m_page.html.size());
-        begin = joint;
-    }
-    m_page.html += toQString(std::string_view(m_html).substr(m_joints.empty() ? 0 : m_joints.back()));
-    m_page.text = QString::fromUtf8(m_text.data(), qsizetype(m_text.size()));
 }
 
 QString PageWriter::localFile(std::string_view name) const
@@ -335,19 +157,10 @@ void PageWriter::putPicture(const HtmlNode& element)
         putAlternative(attribute(element, "alt"));
         return;
     }
-    const bool isApart = isSetApart(element);
-    if (isApart && !m_isLineEmpty) {
-        breakLine();
-    }
-    beginParagraph(isApart ? "<div class=\"picture\">" : "<div>");
-    putSpace();
-    putAnchors();
     const std::string url =
         QUrl::fromLocalFile(localFile(attribute(element, "src"))).toEncoded().toStdString();
-    m_html += startTag("img", attributeText("src", url) + attributesOf(element));
-    m_isLineEmpty = false;
-    m_isTextLast = true;
-    m_isBreakDue = isApart;
+    m_output.putPicture(startTag("img", attributeText("src", url) + attributesOf(element)),
+                        isSetApart(element));
 }
 
 /// The text of a picture that cannot be shown.
@@ -356,8 +169,8 @@ void PageWriter::putAlternative(std::string_view text)
     if (isBlank(text)) {
         return;
     }
-    beginParagraph("<div>");
-    putSpace();
+    m_output.beginParagraph();
+    m_output.putSpace();
     putMarkup("<span class=\"alt\">");
     putText(text);
     putMarkup("</span>");
@@ -366,9 +179,9 @@ void PageWriter::putAlternative(std::string_view text)
 void PageWriter::putLink(std::string_view href, std::string_view text)
 {
     m_page.links.push_back({toQString(href), toQString(text)});
-    m_html += startTag("a", attributeText("href", toStdString(linkCode(m_page.links.size() - 1))));
+    putMarkup(startTag("a", attributeText("href", toStdString(linkCode(m_page.links.size() - 1)))));
     putText(text);
-    m_html += "</a>";
+    putMarkup("</a>");
 }
 
 /// A page within the page becomes a link to it.

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "pages/pageoutput.h"
 #include "pages/preparedpage.h"
-#include "pages/textlimit.h"
 
 #include <string>
 #include <string_view>
@@ -17,7 +17,7 @@ class PageWriter {
 public:
     /// Both must outlive the writer; `page` has its title and its base and gets the rest.
     PageWriter(const PageContext& context, PreparedPage& page)
-        : m_context(context), m_page(page), m_limit(context.isWhole)
+        : m_context(context), m_page(page), m_output(context.isWhole)
     {
     }
     PageWriter(const PageWriter&) = delete;
@@ -29,7 +29,7 @@ public:
     /// Lets the anchors of an element lead to what is written next.
     void keepAnchors(const HtmlNode& element);
     /// Ends the page; call it last.
-    void finish();
+    void finish() { m_output.finish(m_page); }
 
 protected:
     /// Begins an element with open(). False when there is nothing to write of it; otherwise its content comes
@@ -47,27 +47,22 @@ protected:
     [[nodiscard]] virtual std::string attributesOf(const HtmlNode& element) const = 0;
 
     /// How an element that was begun ends.
-    struct End {
-        std::string markup;
-        bool isBlock = false;
-        bool isVerbatim = false;
-        bool isContainer = false; ///< text in it needs a paragraph
-        bool isBare = true;       ///< looks the same when it ends early and does not begin anew
-        size_t link = 0;          ///< number of the link that it is, from 1
-        size_t heading = 0;       ///< number of the heading that it is, from 1
-        size_t textBegin = 0;     ///< where its plain text begins
+    struct End : PageOutput::End {
+        size_t link = 0;      ///< number of the link that it is, from 1
+        size_t heading = 0;   ///< number of the heading that it is, from 1
+        size_t textBegin = 0; ///< where its plain text begins
     };
     /// Writes `markup` and remembers how it ends.
-    void open(std::string_view markup, std::string end) { open(markup, End{std::move(end)}); }
-    void openBlock(std::string_view markup, std::string end) { open(markup, End{std::move(end), true}); }
+    void open(std::string_view markup, std::string end) { open(markup, End{{std::move(end)}}); }
+    void openBlock(std::string_view markup, std::string end) { open(markup, End{{std::move(end), true}}); }
     void openVerbatim(std::string_view markup, std::string end)
     {
-        open(markup, End{std::move(end), true, true});
+        open(markup, End{{std::move(end), true, true}});
     }
     /// Begins a block whose text is put into paragraphs of its own where it stands beside other blocks.
     void openContainer(std::string_view markup, std::string end)
     {
-        open(markup, End{std::move(end), true, false, true});
+        open(markup, End{{std::move(end), true, false, true}});
     }
     void openLink(const HtmlNode& element);
     /// `markup` is what begins the block, such as "<h1>".
@@ -75,20 +70,20 @@ protected:
     /// For elements that only have content, formulas among them.
     void openTransparent(const HtmlNode& element);
 
-    [[nodiscard]] bool isVerbatim() const { return m_verbatim > 0; }
+    [[nodiscard]] bool isVerbatim() const { return m_output.isVerbatim(); }
     /// Tables in each other; rich text takes a multiple of the time for each more.
     static constexpr size_t DeepestTable = 8;
     /// Whether so many elements are open that no more should be.
     [[nodiscard]] bool isTooDeep() const { return m_ends.size() > DeepestElement; }
-    void putMarkup(std::string_view markup) { m_html += markup; }
+    void putMarkup(std::string_view markup) { m_output.putMarkup(markup); }
     /// The page cannot be divided from here on.
-    void keepWhole() { ++m_openFormats; }
-    void putText(std::string_view text);
+    void keepWhole() { m_output.keepWhole(); }
+    void putText(std::string_view text) { m_output.putText(text); }
     /// The same, with blanks as they are written.
-    void putWritten(std::string_view text);
-    void breakLine();
+    void putWritten(std::string_view text) { m_output.putWritten(text); }
+    void breakLine() { m_output.breakLine(); }
     /// Where one paragraph ends and another begins.
-    void breakBlock();
+    void breakBlock() { m_output.breakBlock(); }
 
     /// Writes an element that looks the same in all presentations; false for others.
     bool putSpecial(const HtmlNode& element);
@@ -99,37 +94,17 @@ private:
     void open(std::string_view markup, End end);
     void openNothing() { m_ends.emplace_back(); }
     void leave(const HtmlNode& element);
-    void beginParagraph(std::string_view markup);
-    void endParagraph();
-    void putSpace();
     void putPicture(const HtmlNode& element);
     void putAlternative(std::string_view text);
     void putFrame(const HtmlNode& element);
     void putArea(const HtmlNode& element);
     void putApart(std::string_view text);
-    void addAnchor(std::string_view name);
-    void putAnchors();
-    void putWords(std::string_view text, bool isForHtml);
-    void addJoint();
     void putLink(std::string_view href, std::string_view text);
     [[nodiscard]] QString localFile(std::string_view name) const;
 
     const PageContext& m_context;
     PreparedPage& m_page;
-    TextLimit m_limit;
-    std::string m_html; ///< UTF-8, as are the two below
-    std::string m_text;
-    std::vector<std::string> m_anchors; ///< that wait for what they lead to
+    PageOutput m_output;
     std::vector<End> m_ends;
-    std::vector<size_t> m_joints; ///< positions in `m_html`
     int m_openLinks = 0;
-    bool m_isTextLast = false; ///< followed by nothing but ends of elements
-    int m_openTables = 0;
-    int m_openFormats = 0;          ///< open elements that cannot end early
-    std::vector<bool> m_blocks;     ///< the open blocks, whether they are containers
-    bool m_isParagraphOpen = false; ///< one of the writer's own, in a container
-    int m_verbatim = 0;
-    bool m_isSpaceWanted = false; ///< a blank is due before the next text
-    bool m_isBreakDue = false;    ///< a line end is due before the next text
-    bool m_isLineEmpty = true;
 };

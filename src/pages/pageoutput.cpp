@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: MIT
+#include "pages/pageoutput.h"
+
+#include "pages/htmltree.h"
+#include "pages/markup.h"
+#include "pages/preparedpage.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace {
+
+constexpr size_t PartSize = 32'000; // bytes; rich text takes about 10 ms for them
+
+/// Whether a block only divides the text, without a look of its own.
+bool isBareMarkup(std::string_view markup)
+{
+    static constexpr std::array<std::string_view, 8> bare{"",       "<html>",    "<body>",    "<div>",
+                                                          "<main>", "<section>", "<article>", "<header>"};
+    return std::find(bare.begin(), bare.end(), markup) != bare.end();
+}
+
+bool isTableEnd(std::string_view markup)
+{
+    return markup.find("</table>") != std::string_view::npos;
+}
+
+} // namespace
+
+void PageOutput::open(std::string_view markup, End& end)
+{
+    if (end.isBlock) {
+        endParagraph();
+        breakBlock();
+        m_blocks.push_back(end.isContainer);
+        m_isTextLast = m_isTextLast && markup.empty();
+    } else {
+        beginParagraph();
+        putSpace();
+    }
+    end.isBare = isBareMarkup(markup);
+    m_verbatim += end.isVerbatim ? 1 : 0;
+    m_openFormats += end.isBare ? 0 : 1;
+    m_openTables += isTableEnd(end.markup) ? 1 : 0;
+    m_html += markup;
+}
+
+void PageOutput::close(const End& end)
+{
+    m_verbatim -= end.isVerbatim ? 1 : 0;
+    m_openFormats -= end.isBare ? 0 : 1;
+    if (end.isBlock) {
+        endParagraph();
+        m_blocks.pop_back();
+    }
+    m_html += end.markup;
+    m_openTables -= isTableEnd(end.markup) ? 1 : 0;
+    m_isTextLast = m_isTextLast && !isTableEnd(end.markup);
+    if (end.isBlock) {
+        breakBlock();
+        addJoint();
+    }
+}
+
+/// Notes that the page can be divided here, when the part before has a size that is worth it.
+void PageOutput::addJoint()
+{
+    const size_t last = m_joints.empty() ? 0 : m_joints.back();
+    if (m_openFormats == 0 && m_isTextLast && m_html.size() - last >= PartSize) {
+        m_joints.push_back(m_html.size());
+        m_limit.beginPart();
+    }
+}
+
+void PageOutput::beginParagraph(std::string_view markup)
+{
+    if (!m_isParagraphOpen && !m_blocks.empty() && m_blocks.back()) {
+        m_html += markup;
+        m_isParagraphOpen = true;
+    }
+}
+
+void PageOutput::endParagraph()
+{
+    if (std::exchange(m_isParagraphOpen, false)) {
+        m_html += "</div>";
+        breakBlock();
+    }
+}
+
+void PageOutput::putSpace()
+{
+    if (std::exchange(m_isBreakDue, false)) {
+        breakLine();
+    }
+    if (std::exchange(m_isSpaceWanted, false)) {
+        m_html += ' ';
+        m_text += ' ';
+    }
+}
+
+void PageOutput::addAnchor(std::string_view name)
+{
+    if (!name.empty() && (m_anchors.empty() || m_anchors.back() != name)) {
+        m_anchors.emplace_back(name);
+    }
+}
+
+void PageOutput::putAnchors()
+{
+    for (const auto& anchor : std::exchange(m_anchors, {})) {
+        m_html += startTag("a", attributeText("name", anchor)) + "</a>";
+    }
+}
+
+void PageOutput::putText(std::string_view text)
+{
+    if (isVerbatim()) {
+        putWritten(text);
+    } else {
+        putWords(m_limit.take(text, false), true);
+    }
+}
+
+void PageOutput::putWritten(std::string_view text)
+{
+    text = m_limit.take(text, isVerbatim());
+    if (!isBlank(text)) {
+        putAnchors();
+    }
+    appendEscaped(m_html, text);
+    if (isVerbatim()) {
+        m_text += text;
+        m_isLineEmpty = m_isLineEmpty && isBlank(text);
+        m_isTextLast = m_isTextLast || !isBlank(text);
+    } else {
+        putWords(text, false);
+    }
+}
+
+/// Writes text with one blank for a run of them.
+void PageOutput::putWords(std::string_view text, bool isForHtml)
+{
+    for (size_t begin = 0; begin < text.size();) {
+        const size_t word = nextNonBlank(text, begin);
+        m_isSpaceWanted = m_isSpaceWanted || (word != begin && !m_isLineEmpty);
+        if (word == text.size()) {
+            return;
+        }
+        const size_t end = nextBlank(text, word);
+        if (isForHtml) {
+            beginParagraph();
+            putSpace();
+            putAnchors();
+            appendEscaped(m_html, text.substr(word, end - word));
+        } else if (std::exchange(m_isSpaceWanted, false)) {
+            m_text += ' ';
+        }
+        m_text += text.substr(word, end - word);
+        m_isLineEmpty = false;
+        m_isTextLast = true;
+        begin = end;
+    }
+}
+
+void PageOutput::breakLine()
+{
+    m_isBreakDue = false;
+    if (!m_blocks.empty() && m_blocks.back() && !m_isParagraphOpen) {
+        return; // between two blocks
+    }
+    m_html += isVerbatim() ? "\n" : "<br>";
+    m_text += '\n';
+    m_isSpaceWanted = false;
+    m_isLineEmpty = true;
+}
+
+void PageOutput::breakBlock()
+{
+    if (!m_text.empty() && m_text.back() != '\n') {
+        m_text += '\n';
+    }
+    m_limit.beginParagraph(m_openTables > 0);
+    m_isSpaceWanted = false;
+    m_isBreakDue = false;
+    m_isLineEmpty = true;
+}
+
+void PageOutput::putPicture(std::string_view markup, bool isApart)
+{
+    if (isApart && !m_isLineEmpty) {
+        breakLine();
+    }
+    beginParagraph(isApart ? "<div class=\"picture\">" : "<div>");
+    putSpace();
+    putAnchors();
+    m_html += markup;
+    m_isLineEmpty = false;
+    m_isTextLast = true;
+    m_isBreakDue = isApart;
+}
+
+void PageOutput::finish(PreparedPage& page)
+{
+    const auto toQString = [](std::string_view text) {
+        return QString::fromUtf8(text.data(), qsizetype(text.size()));
+    };
+    putAnchors();
+    page.isBeginning = page.isBeginning || isFull();
+    size_t begin = 0;
+    for (const size_t joint : m_joints) {
+        page.html += toQString(std::string_view(m_html).substr(begin, joint - begin));
+        page.joints.push_back(page.html.size());
+        begin = joint;
+    }
+    page.html += toQString(std::string_view(m_html).substr(begin));
+    page.text = toQString(m_text);
+}

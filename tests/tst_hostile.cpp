@@ -109,6 +109,14 @@ QByteArray svgBomb()
                   "<text>&e8;&x;</text></svg>";
 }
 
+QByteArray svg(const QByteArray& head, const QByteArray& body)
+{
+    return head +
+           "<svg xmlns='http://www.w3.org/2000/svg' xmlns:xlink='http://www.w3.org/1999/xlink' width='60' "
+           "height='60'>" +
+           body + "</svg>";
+}
+
 /// Contents files that each include the next one twice.
 void makeDiamond(TemporaryFiles& files)
 {
@@ -341,6 +349,17 @@ private Q_SLOTS:
             with(page("<img src=pipe.png><img src=/dev/zero><img src=.><link rel=stylesheet href=pipe.png>"
                       "<link rel=stylesheet href=/dev/zero><style>@import url(pipe.png);</style>"),
                  odd("pipe", "pipe.png")));
+        add("SVG pictures that lead on to a pipe",
+            with(
+                page("<img src=a.svg><img src=b.svg><img src=c.svg>"),
+                with(odd("pipe", "pipe.png"),
+                     with(file(svg("<?xml-stylesheet href='pipe.png'?>", "<image xlink:href='pipe.png'/>"),
+                               "a.svg"),
+                          with(file(svg({}, "<use xlink:href='pipe.png#a'/><image href='data:,pipe.png'/>"),
+                                    "b.svg"),
+                               file(svg({}, "<image xlink:href='data:image/png;base64," +
+                                                svg({}, "<image xlink:href='pipe.png'/>").toBase64() + "'/>"),
+                                    "c.svg"))))));
         add("references outward",
             page(
                 "<base href=http://127.0.0.1:9/><meta http-equiv=refresh content='0;url=http://127.0.0.1:9/'>"

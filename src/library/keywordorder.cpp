@@ -40,7 +40,7 @@ public:
                 ++end;
             }
             if (end - first > 1) {
-                sort(keys.subspan(first, end - first), offset + Units);
+                sortRun(keys.subspan(first, end - first), offset + Units);
             }
             first = end;
         }
@@ -49,6 +49,17 @@ public:
 private:
     static constexpr size_t fewKeys = 24;
     static constexpr qsizetype deepOffset = 64;
+
+    /// Sorts texts that are equal up to `offset`.
+    void sortRun(std::span<Key> keys, qsizetype offset)
+    {
+        constexpr quint64 lastUnit = 0xFFFF;
+        if ((keys.front().units & lastUnit) == 0) {
+            sortDirectly(keys, offset); // nearly all texts have ended
+        } else {
+            sort(keys, offset);
+        }
+    }
 
     void sortDirectly(std::span<Key> keys, qsizetype offset) const
     {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "testfiles.h"
+#include "hostilesets.h"
 
 #include <QElapsedTimer>
 #include <QJsonArray>
@@ -7,13 +7,10 @@
 #include <QJsonObject>
 #include <QProcess>
 
-#include <functional>
 #include <linux/capability.h>
 #include <memory>
 #include <sys/prctl.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
-#include <sys/un.h>
 #include <thread>
 #include <unistd.h>
 
@@ -30,101 +27,6 @@ constexpr rlim_t MaximumTime = 10;          // seconds
 #endif
 constexpr int Patience = 100'000; // ms; a program that waits for ever takes no time of the processor
 constexpr int Many = 100'000;     // lines
-
-using Make = std::function<void(TemporaryFiles&)>;
-
-/// Writes a file, by default the contents file.
-Make file(const QByteArray& bytes, const char* name = "a.cnt")
-{
-    return [=](TemporaryFiles& files) { files.write(QString::fromUtf8(name), bytes); };
-}
-
-/// A help set with one page.
-Make page(const QByteArray& html)
-{
-    return [=](TemporaryFiles& files) {
-        files.write(u"a.cnt"_s, "p = a.html");
-        files.write(u"a.html"_s, html);
-    };
-}
-
-/// A help set with one index file.
-Make index(const QByteArray& text)
-{
-    return [=](TemporaryFiles& files) {
-        files.write(u"a.cnt"_s, ":index = a.idx\np = a.idx");
-        files.write(u"a.idx"_s, text);
-    };
-}
-
-/// Puts what is no file in the place of one.
-Make odd(const char* kind, const char* name = "a.cnt")
-{
-    return [=](TemporaryFiles& files) {
-        const QByteArray path = files.path(QString::fromUtf8(name)).toUtf8();
-        const std::string_view what(kind);
-        if (what == "pipe") {
-            QCOMPARE(::mkfifo(path, S_IRUSR | S_IWUSR), 0);
-        } else if (what == "directory") {
-            QCOMPARE(::mkdir(path, S_IRWXU), 0);
-        } else if (what == "socket") {
-            QCOMPARE(::mknod(path, S_IFSOCK | S_IRUSR, 0), 0);
-        } else if (what == "sparse" || what == "unreadable") {
-            files.write(QString::fromUtf8(name), {});
-            QCOMPARE(::truncate(path, what == "sparse" ? (1L << 30) + 1 : 1), 0);
-            QCOMPARE(::chmod(path, what == "sparse" ? S_IRUSR : 0), 0);
-        } else {
-            QCOMPARE(::symlink(kind, path), 0);
-        }
-    };
-}
-
-/// The contents file, and what it names.
-Make with(const Make& a, const Make& b)
-{
-    return [=](TemporaryFiles& files) {
-        a(files);
-        b(files);
-    };
-}
-
-QByteArray lines(int count, QByteArray (*line)(int))
-{
-    QByteArray text;
-    for (int i = 0; i < count; ++i) {
-        text += line(i) + '\n';
-    }
-    return text;
-}
-
-/// A picture that grows when its entities are put in, and asks for a device.
-QByteArray svgBomb()
-{
-    QByteArray text = "<!DOCTYPE svg [<!ENTITY x SYSTEM '/dev/zero'><!ENTITY e0 'xxxxxxxxxx'>";
-    for (int i = 1; i < 9; ++i) {
-        const QByteArray before = "&e" + QByteArray::number(i - 1) + ';';
-        text += "<!ENTITY e" + QByteArray::number(i) + " '" + before.repeated(10) + "'>";
-    }
-    return text + "]><svg xmlns='http://www.w3.org/2000/svg' width='60000' height='60000'>"
-                  "<text>&e8;&x;</text></svg>";
-}
-
-QByteArray svg(const QByteArray& head, const QByteArray& body)
-{
-    return head +
-           "<svg xmlns='http://www.w3.org/2000/svg' xmlns:xlink='http://www.w3.org/1999/xlink' width='60' "
-           "height='60'>" +
-           body + "</svg>";
-}
-
-/// Contents files that each include the next one twice.
-void makeDiamond(TemporaryFiles& files)
-{
-    for (int i = 0; i < 30; ++i) {
-        const QByteArray next = QByteArray::number(i + 1) + ".cnt\n";
-        files.write(i == 0 ? u"a.cnt"_s : u"%1.cnt"_s.arg(i), "x = " + next + "y = " + next + "p = a.html\n");
-    }
-}
 
 constexpr int Unreadable = -1;
 constexpr int TooDeep = -2; ///< for the toolkit's JSON reader

@@ -129,6 +129,17 @@ private Q_SLOTS:
         QCOMPARE(request("isinstall", u"b.cnt"_s).code, 0);
     }
 
+    void damagedStore()
+    {
+        QFile store(storePath());
+        QVERIFY(store.open(QIODevice::Append));
+        store.write("no key\n[]\n=\n%%%\n[[x\n\0\xff\n\\x="_ba + QByteArray(1 << 20, '\x1'));
+        store.close();
+        QCOMPARE(request("install", u"b.cnt"_s).error, QByteArray());
+        QCOMPARE(request("isinstall", u"a.cnt"_s).code, 0);
+        QCOMPARE(request("isinstall", u"b.cnt"_s).code, 0);
+    }
+
     /// One that was stopped, for instance.
     void heldByAnotherProgram()
     {

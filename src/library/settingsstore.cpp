@@ -84,18 +84,19 @@ bool isWhole(const QString& fileName, qsizetype keys)
                                                          [](const auto& line) { return line.contains('='); });
 }
 
-/// Makes `fileName`, a copy of the store with these changes; false when it is not whole.
-bool writeCopy(const QString& fileName, const QString& store, const QVariantMap& changes)
+/// Makes `copyName`, a copy of the store with these changes; false when it is not whole.
+bool writeCopy(const QString& copyName, const QString& store, const QVariantMap& changes)
 {
-    if (QFile::exists(store) && !QFile::copy(store, fileName)) {
+    if (QFile::exists(store) && !QFile::copy(store, copyName)) {
         return false;
     }
-    QSettings copy(fileName, QSettings::NativeFormat);
+    QSettings copy(copyName, QSettings::NativeFormat);
     for (auto it = changes.cbegin(); it != changes.cend(); ++it) {
         copy.setValue(it.key(), it.value());
     }
     copy.sync();
-    return copy.status() == QSettings::NoError && isWhole(fileName, copy.allKeys().size());
+    // Lines that are none of its own go, which is no reason to refuse the others.
+    return copy.status() != QSettings::AccessError && isWhole(copyName, copy.allKeys().size());
 }
 
 } // namespace

@@ -33,7 +33,7 @@ public:
         for (auto& key : keys) {
             key.units = leadingUnits(m_texts[key.position].mid(offset));
         }
-        std::sort(keys.begin(), keys.end(), [](const Key& a, const Key& b) { return a.units < b.units; });
+        sortByUnits(keys);
         for (size_t first = 0; first < keys.size() && !m_stop.stop_requested();) {
             size_t end = first + 1;
             while (end < keys.size() && keys[end].units == keys[first].units) {
@@ -50,15 +50,24 @@ private:
     static constexpr size_t fewKeys = 24;
     static constexpr qsizetype deepOffset = 64;
 
-    /// Sorts texts that are equal up to `offset`.
+    /// Sorts texts that are equal up to `offset`, but for zeros at the end.
     void sortRun(std::span<Key> keys, qsizetype offset)
     {
-        constexpr quint64 lastUnit = 0xFFFF;
-        if ((keys.front().units & lastUnit) == 0) {
-            sortDirectly(keys, offset); // nearly all texts have ended
-        } else {
+        constexpr int positionBits = 32;
+        if (!std::all_of(keys.begin(), keys.end(),
+                         [&](const Key& key) { return m_texts[key.position].size() <= offset; })) {
             sort(keys, offset);
+            return;
         }
+        for (auto& key : keys) {
+            key.units = quint64(m_texts[key.position].size()) << positionBits | key.position;
+        }
+        sortByUnits(keys);
+    }
+
+    static void sortByUnits(std::span<Key> keys)
+    {
+        std::sort(keys.begin(), keys.end(), [](const Key& a, const Key& b) { return a.units < b.units; });
     }
 
     void sortDirectly(std::span<Key> keys, qsizetype offset) const

@@ -118,6 +118,10 @@ private:
         environment.insert(u"XDG_CONFIG_HOME"_s, m_sets->path(u"config"_s));
         environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path="_s + m_outside.path(u"bus"_s));
         environment.insert(u"ASAN_OPTIONS"_s, u"detect_leaks=0"_s); // looks at itself as a debugger does
+        for (const auto& desktop :
+             {u"XDG_CURRENT_DESKTOP"_s, u"DESKTOP_SESSION"_s, u"QT_QPA_PLATFORMTHEME"_s}) {
+            environment.remove(desktop); // its theme reads more
+        }
         process.setProcessEnvironment(environment);
         const QString log = m_sets->path(u"log"_s);
         process.start(m_strace, QStringList{u"-f"_s, u"-qq"_s, u"-s"_s, u"4096"_s, u"-e"_s, u"signal=none"_s,

@@ -84,7 +84,7 @@ qint64 heapSize()
     return qint64(__sanitizer_get_current_allocated_bytes());
 #else
     const auto info = ::mallinfo2();
-    return qint64(info.uordblks + info.hblkhd);
+    return qint64(info.uordblks) + qint64(info.hblkhd);
 #endif
 }
 

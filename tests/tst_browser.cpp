@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "browser/helpbrowser.h"
+#include "browser/picturefile.h"
 #include "library/helplibrary.h"
 #include "testfiles.h"
 
+#include <QBuffer>
 #include <QImage>
+#include <QImageReader>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
@@ -154,6 +157,7 @@ private Q_SLOTS:
     void remoteNames();
     void noBrowserStarts();
     void damagedPicture();
+    void svgPictures();
     void brokenLink();
     void beginningOfALargePage();
     void pictureWindow_data();
@@ -412,6 +416,36 @@ void TestBrowser::damagedPicture()
     f.browser.setSource(f.path("damaged.png"));
     QVERIFY(fakes.call().isEmpty());
     QVERIFY(f.text().contains(f.path("damaged.png")));
+}
+
+/// Drawings keep the pictures that are part of them, but take none from other files.
+void TestBrowser::svgPictures()
+{
+    if (!QImageReader::supportedImageFormats().contains("svg")) {
+        QSKIP("needs the toolkit's SVG plugin");
+    }
+    TemporaryFiles files;
+    QImage dot(1, 1, QImage::Format_RGB32);
+    dot.fill(Qt::green);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    QVERIFY(buffer.open(QIODevice::WriteOnly) && dot.save(&buffer, "PNG"));
+    const QString other = files.write(QStringLiteral("dot.png"), bytes);
+    const auto image = [](int x, const QByteArray& target) -> QByteArray {
+        return "<image x='" + QByteArray::number(x) + "' width='10' height='10' xlink:href='" + target +
+               "'/>";
+    };
+    const QString drawing = files.write(
+        QStringLiteral("a.svg"), "<svg xmlns='http://www.w3.org/2000/svg' "
+                                 "xmlns:xlink='http://www.w3.org/1999/xlink' width='20' height='10'>"
+                                 "<rect width='20' height='10' fill='red'/>" +
+                                     image(0, other.toUtf8()) +
+                                     image(10, "data:image/png;base64," + bytes.toBase64()) + "</svg>");
+    const QImage picture = readPicture(drawing);
+    QCOMPARE(picture.size(), QSize(20, 10));
+    QCOMPARE(pictureSize(drawing), picture.size());
+    QCOMPARE(picture.pixelColor(5, 5), QColor(Qt::red));
+    QCOMPARE(picture.pixelColor(15, 5), QColor(Qt::green));
 }
 
 /// The page that cannot be shown tells which page leads to it.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "testfiles.h"
+#include "hostilesets.h"
 
 #include <QElapsedTimer>
 #include <QJsonArray>
@@ -7,11 +7,11 @@
 #include <QJsonObject>
 #include <QProcess>
 
-#include <functional>
+#include <linux/capability.h>
 #include <memory>
+#include <sys/prctl.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
-#include <sys/un.h>
+#include <thread>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -28,94 +28,15 @@ constexpr rlim_t MaximumTime = 10;          // seconds
 constexpr int Patience = 100'000; // ms; a program that waits for ever takes no time of the processor
 constexpr int Many = 100'000;     // lines
 
-using Make = std::function<void(TemporaryFiles&)>;
-
-/// Writes a file, by default the contents file.
-Make file(const QByteArray& bytes, const char* name = "a.cnt")
-{
-    return [=](TemporaryFiles& files) { files.write(QString::fromUtf8(name), bytes); };
-}
-
-/// A help set with one page.
-Make page(const QByteArray& html)
-{
-    return [=](TemporaryFiles& files) {
-        files.write(u"a.cnt"_s, "p = a.html");
-        files.write(u"a.html"_s, html);
-    };
-}
-
-/// A help set with one index file.
-Make index(const QByteArray& text)
-{
-    return [=](TemporaryFiles& files) {
-        files.write(u"a.cnt"_s, ":index = a.idx\np = a.idx");
-        files.write(u"a.idx"_s, text);
-    };
-}
-
-/// Puts what is no file in the place of one.
-Make odd(const char* kind, const char* name = "a.cnt")
-{
-    return [=](TemporaryFiles& files) {
-        const QByteArray path = files.path(QString::fromUtf8(name)).toUtf8();
-        const std::string_view what(kind);
-        if (what == "pipe") {
-            QCOMPARE(::mkfifo(path, S_IRUSR | S_IWUSR), 0);
-        } else if (what == "directory") {
-            QCOMPARE(::mkdir(path, S_IRWXU), 0);
-        } else if (what == "socket") {
-            QCOMPARE(::mknod(path, S_IFSOCK | S_IRUSR, 0), 0);
-        } else if (what == "sparse") {
-            files.write(QString::fromUtf8(name), {});
-            QCOMPARE(::truncate(path, (1L << 30) + 1), 0);
-        } else {
-            QCOMPARE(::symlink(kind, path), 0);
-        }
-    };
-}
-
-/// The contents file, and what it names.
-Make with(const Make& a, const Make& b)
-{
-    return [=](TemporaryFiles& files) {
-        a(files);
-        b(files);
-    };
-}
-
-QByteArray lines(int count, QByteArray (*line)(int))
-{
-    QByteArray text;
-    for (int i = 0; i < count; ++i) {
-        text += line(i) + '\n';
-    }
-    return text;
-}
-
-/// A picture that grows when its entities are put in, and asks for a device.
-QByteArray svgBomb()
-{
-    QByteArray text = "<!DOCTYPE svg [<!ENTITY x SYSTEM '/dev/zero'><!ENTITY e0 'xxxxxxxxxx'>";
-    for (int i = 1; i < 9; ++i) {
-        const QByteArray before = "&e" + QByteArray::number(i - 1) + ';';
-        text += "<!ENTITY e" + QByteArray::number(i) + " '" + before.repeated(10) + "'>";
-    }
-    return text + "]><svg xmlns='http://www.w3.org/2000/svg' width='60000' height='60000'>"
-                  "<text>&e8;&x;</text></svg>";
-}
-
-/// Contents files that each include the next one twice.
-void makeDiamond(TemporaryFiles& files)
-{
-    for (int i = 0; i < 30; ++i) {
-        const QByteArray next = QByteArray::number(i + 1) + ".cnt\n";
-        files.write(i == 0 ? u"a.cnt"_s : u"%1.cnt"_s.arg(i), "x = " + next + "y = " + next + "p = a.html\n");
-    }
-}
-
 constexpr int Unreadable = -1;
 constexpr int TooDeep = -2; ///< for the toolkit's JSON reader
+
+/// Root passes over permissions by capabilities, which programs do not get any more.
+void obeyPermissions()
+{
+    ::prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
+    ::prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
+}
 
 /// All but those about missing pages.
 int ofReading(const QJsonArray& problems)
@@ -138,6 +59,7 @@ private Q_SLOTS:
     {
         m_program = qEnvironmentVariable("QUENDA_PROGRAM");
         QVERIFY2(QFileInfo(m_program).isExecutable(), "QUENDA_PROGRAM has to name the program");
+        m_driver = QCoreApplication::applicationDirPath() + u"/windowdriver"_s;
     }
 
     void contents_data()
@@ -165,6 +87,7 @@ private Q_SLOTS:
         add("link to itself", odd("a.cnt"), Unreadable, 1);
         add("dangling link", odd("none"), Unreadable, 1);
         add("over 1 GiB", odd("sparse"), Unreadable, 1);
+        add("unreadable", odd("unreadable"), Unreadable, 1);
 
         add("10,000 levels",
             file(lines(10'000, [](int i) -> QByteArray { return QByteArray(i, ' ') + "a = a.html"; })),
@@ -214,7 +137,93 @@ private Q_SLOTS:
             QCOMPARE(found[u"contents"].toArray().size(), std::max(0, entries));
             QCOMPARE(ofReading(found[u"problems"].toArray()), problems);
         }
-        draw();
+        use();
+    }
+
+    void oddFiles_data()
+    {
+        QTest::addColumn<QByteArray>("kind");
+        for (const auto* kind : {"pipe", "directory", "socket", "sparse", "unreadable", "/dev/zero",
+                                 "/dev/ptmx", "/dev/stdin", "none", "odd.cnt"}) {
+            QTest::newRow(kind) << QByteArray(kind);
+        }
+    }
+
+    /// Everything that a help set names is one.
+    void oddFiles()
+    {
+        QFETCH(const QByteArray, kind);
+        file(":index = odd.idx\nx = odd.cnt\np = odd.html\nq = a.html")(*m_files);
+        file("<link rel=stylesheet href=odd.css><img src=odd.png><a href=odd.html>x</a>", "a.html")(*m_files);
+        for (const auto* name : {"odd.idx", "odd.cnt", "odd.html", "odd.png", "odd.css"}) {
+            odd(kind, name)(*m_files);
+        }
+        run({u"--dump"_s, u"a.cnt"_s});
+        QCOMPARE(m_code, 0);
+        QVERIFY(ofReading(QJsonDocument::fromJson(m_out)[u"problems"].toArray()) >= 2);
+        use();
+    }
+
+    void names_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const auto* name :
+             {"two words", "100%25", "%2e%2e", "a#b", "what?", R"('"a"')", "-a", "--help", ":a", "a;b&c",
+              "a\\b", "\u00e9\xe2\x80\xae\U0001F600", "two\nlines", "tab\tx", "\033[31m"}) {
+            QTest::newRow(QByteArray(name).toPercentEncoding()) << QString::fromUtf8(name);
+        }
+    }
+
+    /// All files of a help set are called alike; names that are no line's text lead nowhere else.
+    void names()
+    {
+        QFETCH(const QString, name);
+        const QByteArray text = name.toUtf8();
+        const QByteArray html = "<img src=\"" + text.toPercentEncoding() + ".png\"><a href=\"" +
+                                text.toPercentEncoding() + ".html\">x</a>";
+        m_files->write(name + u".cnt"_s,
+                       ":title = " + text + "\n:index = " + text + ".idx\np = " + text + ".html");
+        m_files->write(name + u".idx"_s, "k = " + text + ".html");
+        m_files->write(name + u".html"_s, html);
+        run({u"--dump"_s, name + u".cnt"_s});
+        QCOMPARE(m_code, 0);
+        const auto found = QJsonDocument::fromJson(m_out);
+        QCOMPARE(found[u"files"][0][u"file"].toString(), m_files->path(name + u".cnt"_s));
+        if (!name.contains(u'\n')) {
+            QCOMPARE(found[u"contents"][0][u"page"].toString(), m_files->path(name + u".html"_s));
+            QCOMPARE(found[u"index"][0][u"link"].toString(), m_files->path(name + u".html"_s));
+            QCOMPARE(found[u"problems"].toArray().size(), 0);
+        }
+        use(name + u".cnt"_s);
+    }
+
+    /// What another program does meanwhile must not hang or crash the reading of a file.
+    void changesWhileRead()
+    {
+        constexpr int rounds = 25;
+        const QByteArray path = m_files->path(u"a.cnt"_s).toUtf8();
+        const QByteArray lines = QByteArray("a = a.cnt\nb = c.html\n").repeated(50'000);
+        std::jthread writer([&](const std::stop_token& stop) {
+            for (int i = 0; !stop.stop_requested(); ++i) {
+                ::unlink(path);
+                ::rmdir(path);
+                if (i % 4 == 1) {
+                    ::mkfifo(path, S_IRUSR | S_IWUSR);
+                } else if (i % 4 == 2) {
+                    ::mkdir(path, S_IRWXU);
+                } else {
+                    QFile changing(m_files->path(u"a.cnt"_s));
+                    changing.open(QIODevice::WriteOnly);
+                    changing.write(lines);
+                    changing.resize(lines.size() / 2 + i % 2);
+                }
+            }
+        });
+        for (int i = 0; i < rounds; ++i) {
+            run({u"--dump"_s, u"a.cnt"_s});
+            QVERIFY(QJsonDocument::fromJson(m_out).isObject());
+        }
+        use();
     }
 
     void pages_data()
@@ -242,15 +251,26 @@ private Q_SLOTS:
             with(page("<img src=pipe.png><img src=/dev/zero><img src=.><link rel=stylesheet href=pipe.png>"
                       "<link rel=stylesheet href=/dev/zero><style>@import url(pipe.png);</style>"),
                  odd("pipe", "pipe.png")));
+        add("SVG pictures that lead on to a pipe",
+            with(
+                page("<img src=a.svg><img src=b.svg><img src=c.svg>"),
+                with(odd("pipe", "pipe.png"),
+                     with(file(svg("<?xml-stylesheet href='pipe.png'?>", "<image xlink:href='pipe.png'/>"),
+                               "a.svg"),
+                          with(file(svg({}, "<use xlink:href='pipe.png#a'/><image href='data:,pipe.png'/>"),
+                                    "b.svg"),
+                               file(svg({}, "<image xlink:href='data:image/png;base64," +
+                                                svg({}, "<image xlink:href='pipe.png'/>").toBase64() + "'/>"),
+                                    "c.svg"))))));
         add("references outward",
             page(
                 "<base href=http://127.0.0.1:9/><meta http-equiv=refresh content='0;url=http://127.0.0.1:9/'>"
                 "<link rel=stylesheet href=http://127.0.0.1:9/a.css><body onload=x "
-                "background=http://127.0.0.1:9/b.png>"
+                "background=http://127.0.0.1:9/b.png><a href=javascript:x>x</a>"
                 "<img src=http://127.0.0.1:9/a.png><img src=//127.0.0.1/x.png><img src=file://host/x.png>"
                 "<img src='data:image/png;base64,AAAA'><script>x</script><iframe "
                 "src=http://127.0.0.1:9/></iframe>"
-                "<form action=http://127.0.0.1:9/><input></form><a href=javascript:x>x</a>text"));
+                "<form action=http://127.0.0.1:9/><input></form>text"));
         add("leads on to itself", page("<meta http-equiv=refresh content='0;url=a.html'>text"));
         add("leads on to a device", page("<meta http-equiv=refresh content='0;url=/dev/zero'>text"));
         add("rich-text marker", page("<qt><p>text</qt>"));
@@ -262,7 +282,7 @@ private Q_SLOTS:
     {
         QFETCH(const Make, make);
         make(*m_files);
-        draw();
+        use();
     }
 
     void init()
@@ -278,7 +298,9 @@ private Q_SLOTS:
 
 private:
     /// Runs the program to its end, which must come within the limits.
-    void run(const QStringList& arguments)
+    void run(const QStringList& arguments) { run(m_program, arguments); }
+
+    void run(const QString& program, const QStringList& arguments)
     {
         QProcess process;
         auto environment = QProcessEnvironment::systemEnvironment();
@@ -291,10 +313,11 @@ private:
             ::setrlimit(RLIMIT_DATA, &memory);
             const rlimit time{MaximumTime, MaximumTime};
             ::setrlimit(RLIMIT_CPU, &time);
+            obeyPermissions();
         });
         QElapsedTimer timer;
         timer.start();
-        process.start(m_program, arguments);
+        process.start(program, arguments);
         const bool isFinished = process.waitForFinished(Patience);
         if (!isFinished) {
             process.kill();
@@ -307,15 +330,15 @@ private:
         QVERIFY(!QFileInfo::exists(m_files->path(u"started"_s)));
     }
 
-    /// Shows the help set in the window.
-    void draw()
+    /// Uses the help set in the window.
+    void use(const QString& name = u"a.cnt"_s)
     {
-        run({u"--screenshot"_s, u"out.png"_s, u"a.cnt"_s});
+        run(m_driver, {name});
         QCOMPARE(m_code, 0);
-        QVERIFY(QFileInfo(m_files->path(u"out.png"_s)).size() > 0);
     }
 
     QString m_program;
+    QString m_driver;
     std::unique_ptr<TemporaryFiles> m_files;
     int m_code = -1;
     QByteArray m_out;

@@ -162,6 +162,26 @@ void TestPersistence::garbage_data()
     QTest::newRow("absurd numbers") << QByteArray("fontSize=99999999\ngeometry\\w=-5\ngeometry\\h=0\n");
     QTest::newRow("lists for texts") << QByteArray(
         "fontName=a, b\nfontFixedName=@Invalid()\ncontents=@Invalid()\n");
+    const std::vector<std::pair<const char*, QByteArray>> values{
+        {"nothing", "@Invalid()"},
+        {"a cut variant", R"(@Variant(\0\0\0\x7f\xff)"},
+        {"wrong bytes", R"(@ByteArray(\xff\0\x1))"},
+        {"a large number", "99999999999999999999"},
+        {"control characters", R"(\x1b[31m\0\n<b>)"},
+        {"a list", R"(1, /dev/zero, @Rect(1 2, , \)"},
+        {"a long text", QByteArray(1 << 20, 'x')},
+        {"no UTF-8", "\xff\xfe\x80"},
+    };
+    for (const auto& [name, value] : values) {
+        QByteArray lines;
+        for (const auto* key :
+             {"fontName", "fontSize", "fontFixedName", "readingView", "linkUnderline", "linkColor",
+              "linkColorChosen", "geometry\\x", "geometry\\y", "geometry\\w", "geometry\\h", "dockGeometry",
+              "contents", "contentsInstalled", "session\\page", "session\\scroll"}) {
+            lines += QByteArray(key) + '=' + value + '\n';
+        }
+        QTest::addRow("%s in every key", name) << lines;
+    }
     QTest::newRow("no such files") << QByteArray(
         "contents=/nowhere/a.cnt, /dev/zero\nsession\\page=/nowhere\n");
 }

@@ -3,7 +3,7 @@
 
 build_packages=(g++ cmake ninja-build qt6-base-dev libfontconfig-dev libxml2-dev)
 run_packages=(fonts-dejavu-core libqt6svg6)
-test_packages=(poppler-utils)
+test_packages=(poppler-utils strace)
 check_packages=(clang-format clang-tidy)
 fuzz_packages=(clang libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev libxcb-xtest0-dev pkg-config python3 xvfb)

@@ -3,6 +3,7 @@
 
 #include "browser/externalbrowser.h"
 #include "browser/imagewindow.h"
+#include "browser/picturefile.h"
 #include "library/helplibrary.h"
 #include "pages/links.h"
 

@@ -130,10 +130,12 @@ void PageMatches::markVisible()
     }
     const auto range = visibleRange(*m_view);
     const int length = int(m_text.size());
+    // The scroll bar moves before the view tells that it has another, shorter text.
+    const int end = std::min(range.to, m_view->document()->characterCount() - length);
     QList<QTextEdit::ExtraSelection> marks;
     QTextEdit::ExtraSelection mark{QTextCursor(m_view->document()), markFormat(m_view->palette())};
     for (auto start = std::lower_bound(m_starts.begin(), m_starts.end(), range.from - length);
-         start != m_starts.end() && *start < range.to; ++start) {
+         start != m_starts.end() && *start < end; ++start) {
         mark.cursor.setPosition(*start);
         mark.cursor.setPosition(*start + length, QTextCursor::KeepAnchor);
         marks.append(mark);

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "browser/pageresource.h"
 
-#include "browser/imagewindow.h"
+#include "browser/picturefile.h"
 #include "pages/pagefile.h"
 
 #include <QFileInfo>
 #include <QImage>
-#include <QImageReader>
 #include <QPainter>
 #include <QTextDocument>
 
@@ -35,7 +34,7 @@ QVariant loadPageResource(int type, const QUrl& url)
 {
     const QString file = url.isLocalFile() && url.host().isEmpty() ? url.toLocalFile() : QString();
     if (type == QTextDocument::ImageResource) {
-        const QImage picture = isPicture(file) ? QImage(file) : QImage();
+        const QImage picture = readPicture(file);
         return picture.isNull() ? missingPicture() : picture;
     }
     const QFileInfo info(file);
@@ -47,5 +46,5 @@ QVariant loadPageResource(int type, const QUrl& url)
 
 int pictureWidth(const QString& file)
 {
-    return isPicture(file) ? qMax(1, QImageReader(file).size().width()) : 0;
+    return isPicture(file) ? qMax(1, pictureSize(file).width()) : 0;
 }

@@ -84,14 +84,16 @@ bool saveInstalledToSettings(const QStringList& list)
 
 QStringList dropVanishedContents()
 {
-    SettingsStore store(SettingsStore::Access::Write);
-    const QStringList list = sortingCntList(storedList(store));
-    QStringList present = list;
-    present.removeIf([](const QString& name) { return !isRegularFile(name); });
-    if (present.size() != list.size()) {
-        storeList(store, present);
+    const auto isGone = [](const QString& name) { return !isRegularFile(name); };
+    QStringList list = loadInstalledFromSettings();
+    if (std::none_of(list.begin(), list.end(), isGone)) {
+        return list;
     }
-    return present;
+    SettingsStore store(SettingsStore::Access::Write);
+    list = sortingCntList(storedList(store));
+    list.removeIf(isGone);
+    storeList(store, list);
+    return list;
 }
 
 QStringList sortingCntList(const QStringList& list)

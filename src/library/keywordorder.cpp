@@ -33,14 +33,14 @@ public:
         for (auto& key : keys) {
             key.units = leadingUnits(m_texts[key.position].mid(offset));
         }
-        std::sort(keys.begin(), keys.end(), [](const Key& a, const Key& b) { return a.units < b.units; });
+        sortByUnits(keys);
         for (size_t first = 0; first < keys.size() && !m_stop.stop_requested();) {
             size_t end = first + 1;
             while (end < keys.size() && keys[end].units == keys[first].units) {
                 ++end;
             }
             if (end - first > 1) {
-                sort(keys.subspan(first, end - first), offset + Units);
+                sortRun(keys.subspan(first, end - first), offset + Units);
             }
             first = end;
         }
@@ -49,6 +49,26 @@ public:
 private:
     static constexpr size_t fewKeys = 24;
     static constexpr qsizetype deepOffset = 64;
+
+    /// Sorts texts that are equal up to `offset`, but for zeros at the end.
+    void sortRun(std::span<Key> keys, qsizetype offset)
+    {
+        constexpr int positionBits = 32;
+        if (!std::all_of(keys.begin(), keys.end(),
+                         [&](const Key& key) { return m_texts[key.position].size() <= offset; })) {
+            sort(keys, offset);
+            return;
+        }
+        for (auto& key : keys) {
+            key.units = quint64(m_texts[key.position].size()) << positionBits | key.position;
+        }
+        sortByUnits(keys);
+    }
+
+    static void sortByUnits(std::span<Key> keys)
+    {
+        std::sort(keys.begin(), keys.end(), [](const Key& a, const Key& b) { return a.units < b.units; });
+    }
 
     void sortDirectly(std::span<Key> keys, qsizetype offset) const
     {

@@ -2,14 +2,17 @@
 #pragma once
 
 #include <QSettings>
+#include <QVariantMap>
 
-/// The settings store, held under an advisory lock for as long as the object lives, so that reading, changing
-/// and writing of concurrent processes do not mix. The kernel drops the lock with the process; where no lock
-/// file can be made, work goes on without one. A thread must not hold two of these at once.
+/// The settings store. For writing it is held under an advisory lock for as long as the object lives, so that
+/// reading, changing and writing of concurrent processes do not mix. The kernel drops the lock with the
+/// process; where no lock file can be made, work goes on without one; while others keep the lock for seconds,
+/// nothing is written. The file is replaced by a whole new one or stays as it is. A thread must not hold two
+/// of these for writing at once.
 class SettingsStore {
 public:
     enum class Access {
-        Read,  ///< leaves no trace on disk
+        Read,  ///< waits for nobody and leaves no trace on disk
         Write, ///< keeps everyone else out
     };
 
@@ -21,15 +24,15 @@ public:
     [[nodiscard]] bool contains(const char* name) const;
     [[nodiscard]] QVariant value(const char* name, const QVariant& fallback = {}) const;
     void setValue(const char* name, const QVariant& value);
-    /// Writes what has been set; false when the store could not be written.
+    /// Writes what has been set, which value() does not give before; false when the store could not be
+    /// written, and what has been set is lost.
     bool sync();
 
     /// Path of the store, for messages.
     [[nodiscard]] QString fileName() const { return m_settings.fileName(); }
 
 private:
-    // Locked before the settings are read: they note size and time of the file only after reading it, and
-    // would take what another process wrote in between for what they have read.
-    int m_lock;
-    QSettings m_settings;
+    int m_lock;           // taken before the settings are read
+    QSettings m_settings; ///< for reading
+    QVariantMap m_changes;
 };

@@ -2,7 +2,7 @@
 #include "mainwindow/pagerendering.h"
 
 #include "browser/helpbrowser.h"
-#include "browser/imagewindow.h"
+#include "browser/picturefile.h"
 #include "library/helplibrary.h"
 #include "mainwindow/pageprinter.h"
 #include "mainwindow/printcommands.h"

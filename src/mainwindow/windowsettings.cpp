@@ -62,7 +62,7 @@ void makeReachable(QWidget& window)
 
 void loadDisplay(PageView& view)
 {
-    const SettingsStore store(SettingsStore::Access::Write);
+    const SettingsStore store(SettingsStore::Access::Read);
     if (const QString family = store.value("fontName").toString(); !family.isEmpty()) {
         view.setFontFamily(family);
     }
@@ -97,7 +97,7 @@ void saveDisplay(const PageView& view)
 
 void loadGeometry(QWidget& window)
 {
-    const SettingsStore store(SettingsStore::Access::Write);
+    const SettingsStore store(SettingsStore::Access::Read);
     // A window that has not been moved is placed by the window manager.
     if (store.contains("geometry/x") || store.contains("geometry/y")) {
         window.move(store.value("geometry/x", window.x()).toInt(),
@@ -124,7 +124,7 @@ void saveGeometry(const QWidget& window)
 
 QStringList loadContents()
 {
-    return SettingsStore(SettingsStore::Access::Write).value("contents").toStringList();
+    return SettingsStore(SettingsStore::Access::Read).value("contents").toStringList();
 }
 
 void saveContents(const QStringList& fileNames)
@@ -136,7 +136,7 @@ void saveContents(const QStringList& fileNames)
 
 Session loadSession()
 {
-    const SettingsStore store(SettingsStore::Access::Write);
+    const SettingsStore store(SettingsStore::Access::Read);
     return {store.value("session/page").toString(), store.value("session/scroll").toInt()};
 }
 

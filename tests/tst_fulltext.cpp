@@ -177,8 +177,8 @@ private Q_SLOTS:
                "two / four OR five / one fou* / fold");
         addRow("signs of other syntaxes", "one two AND NOT near a:b",
                "( one / one) / {one} two / one AND two / a:b / ^one / one+two / * one / one ** / "
-               "one ; two / 'one' / one\\ / title:one OR one / one -- two / OR one / one - two / near/2",
-               "near(one two) / one^2 / column:three / one -two -near / NOT: x");
+               "one ; two / 'one' / one\\ / title:one OR one / one -- two / OR one / one - two",
+               "near/2 / near(one two) / one^2 / column:three / one -two -near / NOT: x");
         addRow("nothing to look for", "one", "one",
                "\" / \"\" / - / * / OR / ( / -- / | / -\" / \u0301 / ** / \"*\"");
     }

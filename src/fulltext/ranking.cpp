@@ -11,12 +11,12 @@
 
 namespace {
 
-constexpr double TitleWeight = 4;
+constexpr double TitleWeight = 3;
 constexpr double KeywordWeight = 2.5;
 constexpr double HeadingWeight = 1.5;
 constexpr double Saturation = 1.2; // how soon more of the same word counts no more
 constexpr double MeanTitleWords = 5;
-constexpr double AdjacencyWeight = 1.5;
+constexpr double AdjacencyWeight = 2.5;
 constexpr size_t MostPlaces = 1000; // of a clause that are looked at for neighbours
 
 double saturated(double count)

@@ -12,7 +12,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr auto SnippetTime = std::chrono::milliseconds(40); // that an answer waits for its snippets
+constexpr auto SnippetTime = std::chrono::milliseconds(25); // that an answer waits for its snippets
 constexpr auto SpellingTime = std::chrono::milliseconds(150);
 
 double millisecondsSince(Clock::time_point begin)

@@ -10,6 +10,7 @@
 namespace {
 
 constexpr double BeginningWeight = 0.3; // of words that only begin like the one being typed
+constexpr double FormWeight = 0.6;      // of other forms of a word
 constexpr size_t MostForms = 24;
 
 /// A title that is what was asked for goes before nearly everything; so does a keyword, but less.
@@ -42,8 +43,22 @@ bool hasForms(const QueryTerm& term)
     return !term.isExact && term.words.size() == 1;
 }
 
+/// The first text that does not begin with this one.
+std::string behind(std::string text)
+{
+    return text + "\xFF";
+}
+
+/// All of a term: quoted, so that nothing in a query is taken for syntax.
+std::string phraseOf(const QueryTerm& term)
+{
+    return quoted(joined(term.words, ' ')) + (term.isPrefix ? " *" : "");
+}
+
+} // namespace
+
 /// Puts clauses together: those that are wanted, then those that are not.
-class Expression {
+class SearchIndex::Expression {
 public:
     void beginClause(int number, bool isExcluded)
     {
@@ -79,14 +94,6 @@ private:
     int m_clause = 0;
     bool m_isFirst = true;
 };
-
-/// The first text that does not begin with this one.
-std::string behind(std::string text)
-{
-    return text + "\xFF";
-}
-
-} // namespace
 
 SearchIndex::SearchIndex(const QByteArray& name) : m_database(IndexFile::open(name))
 {
@@ -154,15 +161,22 @@ const SearchIndex::Forms& SearchIndex::forms(const std::string& word)
     return forms;
 }
 
-/// What stands for a term in an expression, without the words that only begin like it: quoted texts only, so
-/// that nothing in a query is taken for syntax.
-std::string SearchIndex::phraseFor(const QueryTerm& term)
+void SearchIndex::addTerm(const QueryTerm& term, double weight, Expression& expression)
 {
-    if (hasForms(term)) {
-        const auto& found = forms(term.words.front());
-        return quoted(joined(found.words.empty() ? term.words : found.words, IndexFile::SamePosition));
+    if (!hasForms(term)) {
+        expression.add(phraseOf(term), weight);
+        return;
     }
-    return quoted(joined(term.words, ' ')) + (term.isPrefix ? " *" : "");
+    const auto& word = term.words.front();
+    expression.add(quoted(word), weight);
+    auto others = forms(word).words;
+    std::erase(others, word);
+    if (!others.empty()) {
+        expression.add(quoted(joined(others, IndexFile::SamePosition)), weight * FormWeight);
+    }
+    if (term.isPrefix) {
+        expression.add(quoted(word) + " *", weight * BeginningWeight);
+    }
 }
 
 std::vector<int64_t> SearchIndex::count(const SearchQuery& query)
@@ -176,7 +190,7 @@ std::vector<int64_t> SearchIndex::count(const SearchQuery& query)
                 continue;
             }
             auto row = m_database->prepare("SELECT count(*) FROM words WHERE words MATCH ?");
-            const std::string phrase = phraseFor(term);
+            const std::string phrase = phraseOf(term);
             counts.push_back(!clause.isExcluded && row.bind(1, phrase).step() ? row.number(0) : 0);
         }
     }
@@ -196,10 +210,7 @@ std::optional<SearchIndex::Found> SearchIndex::search(const SearchQuery& query,
         expression.beginClause(int(i), clause.isExcluded);
         for (const auto& term : clause.terms) {
             const double weight = weights[number++];
-            expression.add(phraseFor(term), weight);
-            if (term.isPrefix && hasForms(term)) {
-                expression.add(quoted(term.words.front()) + " *", weight * BeginningWeight);
-            }
+            addTerm(term, weight, expression);
         }
     }
     Found found;

@@ -59,7 +59,8 @@ private:
     };
     const Forms& forms(const std::string& word);
     void refresh();
-    [[nodiscard]] std::string phraseFor(const QueryTerm& term);
+    class Expression;
+    void addTerm(const QueryTerm& term, double weight, Expression& expression);
     void preferExactNames(const SearchQuery& query, Found& found);
     void sortOut(Found& found, size_t limit);
 

@@ -168,8 +168,7 @@ private Q_SLOTS:
             "<style>x1{}</style><script>x2()</script><p hidden>x3<p>x4<nav><a href=q>x5</a></nav><!-- x6 -->",
             "x4", "x1 / x2 / x3 / x5 / x6");
         addRow("phrases", "one two three two one",
-               R"("two three" / "two one" / "one two three two one" / "two)",
-               R"("one three" / "three one")");
+               R"("two three" / "two one" / "one two three two one" / "two)", R"("one three" / "three one")");
         addRow("excluded", "one two three", "one -four / -four one / one -\"two one\"",
                "one -two / one -\"two three\" / -two one");
         addRow("alternatives and beginnings", "one twofold three",

@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "fulltext/searchanswer.h"
+
+/// The places in a text that a query finds, in order and apart: its words and phrases, not those that it
+/// excludes, by the rules of the search (letter case and accents do not count; when `isEnglish`, nor do word
+/// forms; the last word counts as a beginning when `isTyping`).
+[[nodiscard]] std::vector<TextRange> matchRanges(const QString& query, const QString& text, bool isEnglish,
+                                                 bool isTyping = true);

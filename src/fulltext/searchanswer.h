@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QMetaType>
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+/// A part of a text, in UTF-16 code units.
+struct TextRange {
+    qsizetype start = 0;
+    qsizetype length = 0;
+
+    bool operator==(const TextRange&) const = default;
+};
+
+/// What somebody wants to know.
+struct SearchRequest {
+    QString query;             ///< as typed
+    QStringList contentsFiles; ///< absolute paths of those to look in; all when empty
+    int limit = 50;            ///< hits wanted at most
+    /// Whether the last word is still being typed, so that it stands for all words that begin like it.
+    bool isTyping = true;
+};
+
+/// A page that was found. All texts are plain text, whatever characters they have.
+struct SearchHit {
+    QString page;  ///< absolute path, with the anchor when a keyword or title leads to a place in the page
+    QString title; ///< as the contents call the page, else the page itself; never empty
+    QString contentsFile;         ///< absolute path, as it was given
+    QString helpSet;              ///< title of the help set
+    QStringList path;             ///< titles of the books that the page stands in, the outermost first
+    QString snippet;              ///< a piece of the page's text in one line; empty when there is none (yet)
+    std::vector<TextRange> marks; ///< the words found in the snippet, in order
+    double score = 0;             ///< the higher, the better
+    bool isEnglish = false;       ///< word forms count as the same, see matchRanges()
+};
+
+/// What was found, best first.
+struct SearchAnswer {
+    QString query;    ///< of the request
+    qint64 total = 0; ///< pages that the query finds
+    /// When it finds none: a query near to it that does, with fewer words or another spelling; null for none.
+    QString nearest;
+    qint64 nearestTotal = 0;     ///< pages that `nearest` finds
+    std::vector<SearchHit> hits; ///< of `nearest`, if that is not null
+    double milliseconds = 0;     ///< that the search took
+    /// Otherwise snippets are missing, and the same answer follows with all of them.
+    bool isComplete = true;
+
+    /// What the hits are for; the words to mark on a page.
+    [[nodiscard]] const QString& shownQuery() const { return nearest.isNull() ? query : nearest; }
+};
+
+Q_DECLARE_METATYPE(SearchAnswer)

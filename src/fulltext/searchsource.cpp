@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#include "fulltext/searchsource.h"
+
+void SearchSource::addTopic(QStringView directory, QStringView name, QStringView title, int level)
+{
+    m_topics.push_back(add(directory, name, title, level));
+}
+
+void SearchSource::addKeyword(QStringView directory, QStringView name, QStringView keyword)
+{
+    m_keywords.push_back(add(directory, name, keyword, 0));
+}
+
+SearchSource::Entry SearchSource::add(QStringView directory, QStringView name, QStringView title, int level)
+{
+    const Entry entry{m_text.size(), int(directory.size() + name.size()), int(title.size()), level};
+    m_text.append(directory).append(name).append(title);
+    return entry;
+}

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#include "search/searchsources.h"
+
+#include "library/helplibrary.h"
+#include "library/helpset.h"
+
+namespace {
+
+void addRows(SearchSource& source, std::span<HelpContentsListViewItem* const> topRows)
+{
+    // Without recursion: outlines may be thousands of levels deep.
+    struct Level {
+        std::span<HelpContentsListViewItem* const> rows;
+        size_t next;
+    };
+    std::vector<Level> levels{{topRows, 0}};
+    while (!levels.empty()) {
+        auto& [rows, next] = levels.back();
+        if (next == rows.size()) {
+            levels.pop_back();
+            continue;
+        }
+        const auto& row = *rows[next++];
+        const auto& record = *row.contentsItem;
+        const bool hasPage = record.target == EntryTarget::Page;
+        source.addTopic(hasPage ? QStringView(record.directory) : QStringView(),
+                        hasPage ? record.pageName : QStringView(), row.text, int(levels.size()) - 1);
+        levels.push_back({row.children, 0});
+    }
+}
+
+} // namespace
+
+SearchSource makeSearchSource(const HelpSet& set)
+{
+    SearchSource source(HelpLibrary::absoluteName(set.root().fileName), set.ownTitle());
+    addRows(source, set.topRows());
+    for (const auto& item : set.indexItems()) {
+        if (item.hasPage()) {
+            source.addKeyword(item.source->directory, item.pageName, item.keyword);
+        }
+    }
+    return source;
+}

@@ -167,8 +167,8 @@ private Q_SLOTS:
             "not indexed",
             "<style>x1{}</style><script>x2()</script><p hidden>x3<p>x4<nav><a href=q>x5</a></nav><!-- x6 -->",
             "x4", "x1 / x2 / x3 / x5 / x6");
-        addRow("phrases", "one two three two one",
-               R"("two three" / "two one" / "one two three two one" / "two)", R"("one three" / "three one")");
+        addRow("phrases", "one two three two one", R"("two three" / "two one" / "one two three two one")",
+               R"("one three" / "three one")");
         addRow("excluded", "one two three", "one -four / -four one / one -\"two one\"",
                "one -two / one -\"two three\" / -two one");
         addRow("alternatives and beginnings", "one twofold three",
@@ -176,7 +176,7 @@ private Q_SLOTS:
                "two / four OR five / one fou* / fold");
         addRow("signs of other syntaxes", "one two AND NOT near a:b",
                "( one / one) / {one} two / one AND two / a:b / ^one / one+two / * one / one ** / "
-               "one ; two / 'one' / one\\ / title:one OR one / one -- two / OR one / one - two",
+               "one ; two / 'one' / one\\ / title:one OR one / \"two / one -- two / OR one / one - two",
                "near/2 / near(one two) / one^2 / column:three / one -two -near / NOT: x");
         addRow("nothing to look for", "one", "one",
                "\" / \"\" / - / * / OR / ( / -- / | / -\" / \u0301 / ** / \"*\"");

@@ -121,7 +121,7 @@ void FullTextSearch::cancelIndexing()
 
 void FullTextSearch::tellPane()
 {
-    QList<SearchableSet> sets;
+    QList<SearchChoice> sets;
     QStringList listed;
     for (const auto* root : m_library.roots()) {
         if (const QString key = keyOf(*root); m_handedOver.contains(key) && !listed.contains(key)) {

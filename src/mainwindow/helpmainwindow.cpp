@@ -32,6 +32,8 @@
 #include <QTabWidget>
 #include <QToolBar>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int DockWidth = 200; // pixels
@@ -93,6 +95,8 @@ void HelpMainWindow::buildPanes()
     connect(m_contentsDock, &QDockWidget::visibilityChanged, this, &HelpMainWindow::viewContentsChanged);
 
     m_paneTabs = new QTabWidget(m_contentsDock);
+    m_paneTabs->setUsesScrollButtons(false);
+    m_paneTabs->setElideMode(Qt::ElideRight);
     m_contentsDock->setWidget(m_paneTabs);
     const ContentsIcons icons{bookIcon(BookIcon::Close), bookIcon(BookIcon::Open), bookIcon(BookIcon::Item)};
     m_contentsPane = new HelpContents(m_library, icons, this);
@@ -106,7 +110,7 @@ void HelpMainWindow::buildPanes()
     m_search = new PageSearch(this, m_browser);
     m_contentsFiles = new ContentsFiles(m_library, *m_contentsPane, *m_browser, m_menus, this);
     m_fullText = std::make_unique<FullTextSearch>(m_library, *m_searchPane, *m_browser, *statusBar());
-    resizeDocks({m_contentsDock}, {DockWidth}, Qt::Horizontal);
+    resizeDocks({m_contentsDock}, {std::max(DockWidth, m_paneTabs->sizeHint().width())}, Qt::Horizontal);
 }
 
 /// What the page view says while it has no page.

@@ -4,7 +4,6 @@
 #include "search/searchmodel.h"
 #include "search/snippetlayout.h"
 
-#include <QApplication>
 #include <QListView>
 #include <QPainter>
 
@@ -16,6 +15,8 @@ constexpr int NarrowWidth = 320;    // pixels; below, a snippet has one more lin
 constexpr int SnippetLines = 2;     // of a wide list
 constexpr qreal PlaceSize = 0.9;    // of the font's size
 constexpr qreal PlaceOpacity = 0.7; // of the text's colour
+constexpr qreal WeakGround = 0.3;   // of the highlight colour
+constexpr qreal HoverGround = 0.1;
 
 QFont titleFont(const QStyleOptionViewItem& option)
 {
@@ -53,32 +54,39 @@ void drawLine(QPainter* painter, const QFont& font, const QString& text, Qt::Tex
     rect.setTop(rect.top() + metrics.height() + Gap);
 }
 
+/// The ground of a row: the current one tells by its strength whether keys go to the list. Returns the colour
+/// of text on it.
+QColor drawGround(QPainter* painter, const QStyleOptionViewItem& option)
+{
+    const auto group = option.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
+    const bool isCurrent = option.state.testFlag(QStyle::State_Selected);
+    const bool hasKeys = isCurrent && option.state.testFlag(QStyle::State_HasFocus);
+    QColor ground = option.palette.color(group, QPalette::Highlight);
+    ground.setAlphaF(hasKeys                                          ? 1
+                     : isCurrent                                      ? WeakGround
+                     : option.state.testFlag(QStyle::State_MouseOver) ? HoverGround
+                                                                      : 0);
+    painter->fillRect(option.rect, ground);
+    return option.palette.color(group, hasKeys ? QPalette::HighlightedText : QPalette::Text);
+}
+
 } // namespace
 
 void SearchDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                            const QModelIndex& index) const
 {
-    QStyleOptionViewItem background = option;
-    background.index = index;
-    const auto* style = option.widget != nullptr ? option.widget->style() : QApplication::style();
-    style->drawControl(QStyle::CE_ItemViewItem, &background, painter, option.widget);
-
     const auto& hit = hitOf(index);
-    const auto group = !option.state.testFlag(QStyle::State_Enabled) ? QPalette::Disabled
-                       : option.state.testFlag(QStyle::State_Active) ? QPalette::Active
-                                                                     : QPalette::Inactive;
-    QColor text = option.palette.color(
-        group, option.state.testFlag(QStyle::State_Selected) ? QPalette::HighlightedText : QPalette::Text);
     QRect rect = option.rect.adjusted(Margin, Margin, -Margin, -Margin);
     painter->save();
     painter->setClipRect(option.rect);
-    painter->setPen(text);
+    QColor color = drawGround(painter, option);
+    painter->setPen(color);
     drawLine(painter, titleFont(option), hit.title, Qt::ElideRight, rect);
-    text.setAlphaF(PlaceOpacity);
-    painter->setPen(text);
+    color.setAlphaF(PlaceOpacity);
+    painter->setPen(color);
     drawLine(painter, placeFont(option), placeOf(hit), Qt::ElideMiddle, rect);
-    text.setAlphaF(1);
-    painter->setPen(text);
+    color.setAlphaF(1);
+    painter->setPen(color);
     snippetLayout(option, hit, option.rect.width()).draw(painter, rect.topLeft());
     painter->restore();
 }

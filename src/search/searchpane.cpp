@@ -69,7 +69,7 @@ void SearchPane::connectList()
     connect(m_list->verticalScrollBar(), &QScrollBar::valueChanged, this, &SearchPane::wantMore);
 }
 
-void SearchPane::setHelpSets(const QList<SearchableSet>& sets)
+void SearchPane::setHelpSets(const QList<SearchChoice>& sets)
 {
     m_scope->setHelpSets(sets);
 }
@@ -110,8 +110,8 @@ void SearchPane::clearHits()
     m_list->setHint(tr("Type words to find the pages that have all of them.\n\n"
                        "\"two words\"  side by side\n"
                        "-word  without it\n"
-                       "word*  whatever it begins\n"
-                       "this OR that  one of both"));
+                       "word*  words that begin so\n"
+                       "this OR that  one of them"));
 }
 
 bool SearchPane::isAnswered() const

@@ -19,7 +19,7 @@ public:
     explicit SearchPane(QWidget* parent);
 
     /// The help sets that can be searched.
-    void setHelpSets(const QList<SearchableSet>& sets);
+    void setHelpSets(const QList<SearchChoice>& sets);
     /// See SearchSummary.
     void setIndexState(IndexState state, qsizetype unreadable);
     void showAnswer(const SearchAnswer& answer);

@@ -2,12 +2,11 @@
 #include "search/searchscope.h"
 
 #include <QMenu>
-#include <QStyle>
-#include <QStyleOptionToolButton>
 
 namespace {
 
-QString withoutMnemonic(QString text)
+/// The text as a menu shows it unchanged.
+QString menuText(QString text)
 {
     return text.replace(u'&', QStringLiteral("&&")).replace(u'\t', u' ');
 }
@@ -15,14 +14,11 @@ QString withoutMnemonic(QString text)
 } // namespace
 
 SearchScope::SearchScope(QWidget* parent)
-    : QToolButton(parent), m_menu(new QMenu(this)), m_allAction(m_menu->addAction(tr("&All help sets")))
+    : QComboBox(parent), m_menu(new QMenu(this)), m_allAction(m_menu->addAction(tr("&All help sets")))
 {
     setAccessibleName(tr("Where to search"));
-    setPopupMode(QToolButton::InstantPopup);
-    setToolButtonStyle(Qt::ToolButtonTextOnly);
-    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    setFocusPolicy(Qt::StrongFocus);
-    setMenu(m_menu);
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    addItem({}); // the choice in words
     m_menu->addSeparator();
     m_allAction->setCheckable(true);
     connect(m_allAction, &QAction::triggered, this, [this] {
@@ -34,15 +30,15 @@ SearchScope::SearchScope(QWidget* parent)
     setHelpSets({});
 }
 
-void SearchScope::setHelpSets(const QList<SearchableSet>& sets)
+void SearchScope::setHelpSets(const QList<SearchChoice>& sets)
 {
     const QStringList before = contentsFiles();
     qDeleteAll(m_setActions);
     m_setActions.clear();
     for (const auto& set : sets) {
-        auto* action = m_menu->addAction(withoutMnemonic(set.title));
+        auto* action = m_menu->addAction(menuText(set.title));
         action->setCheckable(true);
-        action->setData(set.contentsFile);
+        action->setData(QStringList{set.contentsFile, set.title});
         action->setChecked(before.contains(set.contentsFile));
         connect(action, &QAction::triggered, this, &SearchScope::choose);
         m_setActions.append(action);
@@ -62,7 +58,7 @@ QStringList SearchScope::contentsFiles() const
 {
     QStringList files;
     for (const auto* action : chosen()) {
-        files.append(action->data().toString());
+        files.append(action->data().toStringList().constFirst());
     }
     return files;
 }
@@ -75,23 +71,19 @@ void SearchScope::choose()
 
 void SearchScope::showChoice()
 {
-    const auto actions = chosen();
-    m_allAction->setChecked(actions.isEmpty());
     QStringList titles;
-    for (const auto* action : actions) {
-        titles.append(action->text().replace(QStringLiteral("&&"), QStringLiteral("&")));
+    for (const auto* action : chosen()) {
+        titles.append(action->data().toStringList().constLast());
     }
-    const QString all = actions.isEmpty() ? tr("In all help sets") : tr("In %1").arg(titles.join(u", "));
-    QStyleOptionToolButton option;
-    initStyleOption(&option);
-    const int frame = style()->pixelMetric(QStyle::PM_ButtonMargin, &option, this) +
-                      style()->pixelMetric(QStyle::PM_MenuButtonIndicator, &option, this);
-    setText(withoutMnemonic(fontMetrics().elidedText(all, Qt::ElideRight, width() - 2 * frame)));
-    setToolTip(QStringLiteral("<span>") + all.toHtmlEscaped() + QStringLiteral("</span>"));
+    m_allAction->setChecked(titles.isEmpty());
+    const QString text = titles.isEmpty() ? tr("In all help sets") : tr("In %1").arg(titles.join(u", "));
+    setItemText(0, text);
+    setToolTip(QStringLiteral("<span>") + text.toHtmlEscaped() + QStringLiteral("</span>"));
 }
 
-void SearchScope::resizeEvent(QResizeEvent* event)
+/// A menu stands for the list, which could not have check marks.
+void SearchScope::showPopup()
 {
-    QToolButton::resizeEvent(event);
-    showChoice();
+    m_menu->setMinimumWidth(width());
+    m_menu->popup(mapToGlobal(QPoint(0, height())));
 }

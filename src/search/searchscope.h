@@ -1,36 +1,35 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QComboBox>
 #include <QStringList>
-#include <QToolButton>
 
 class QAction;
-class QActionGroup;
 class QMenu;
 
 /// A help set that can be searched.
-struct SearchableSet {
+struct SearchChoice {
     QString contentsFile; ///< absolute path
     QString title;        ///< plain text
 };
 
-/// Lets the user choose the help sets to search: all of them, or some. Visible when there is a choice.
-class SearchScope : public QToolButton {
+/// Lets the user choose the help sets to search: all of them, or some, in a menu with check marks. Visible
+/// when there is a choice.
+class SearchScope : public QComboBox {
     Q_OBJECT
 
 public:
     explicit SearchScope(QWidget* parent);
 
     /// The help sets that there are; those chosen before stay chosen.
-    void setHelpSets(const QList<SearchableSet>& sets);
+    void setHelpSets(const QList<SearchChoice>& sets);
     /// The contents files chosen; empty for all.
     [[nodiscard]] QStringList contentsFiles() const;
 
+    void showPopup() override;
+
 Q_SIGNALS:
     void changed();
-
-protected:
-    void resizeEvent(QResizeEvent* event) override;
 
 private:
     [[nodiscard]] QList<QAction*> chosen() const;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "search/searchsummary.h"
 
+#include <QEvent>
 #include <QLocale>
 
 #include <algorithm>
@@ -8,6 +9,7 @@
 
 namespace {
 
+constexpr int Margin = 2;                   // pixels
 constexpr qsizetype LongestQueryShown = 60; // characters
 
 QString link(const char* name, const QString& html)
@@ -49,6 +51,7 @@ SearchSummary::SearchSummary(QWidget* parent) : QLabel(parent)
     setTextFormat(Qt::RichText);
     setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
     setWordWrap(true);
+    setContentsMargins(Margin, 0, Margin, 0);
     // A long word must not keep the pane from being narrow.
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
     connect(this, &QLabel::linkActivated, this, [this](const QString& name) {
@@ -82,13 +85,21 @@ void SearchSummary::clearAnswer()
     renew();
 }
 
+void SearchSummary::changeEvent(QEvent* event)
+{
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        renew();
+    }
+}
+
 void SearchSummary::renew()
 {
     QStringList sentences;
     if (m_state == IndexState::UnderWay) {
         sentences += tr("Pages are still being indexed.");
     } else if (m_state == IndexState::Stopped) {
-        sentences += tr("Not all pages are indexed. %1").arg(link("index", tr("Go on")));
+        sentences += tr("Not all pages are indexed. %1").arg(link("index", tr("Continue")));
     }
     if (m_unreadable > 0) {
         sentences += link("problems", tr("%1 could not be read").arg(pages(m_unreadable)));
@@ -96,8 +107,10 @@ void SearchSummary::renew()
     if (!m_found.isEmpty()) {
         sentences.append(m_found);
     }
-    const QString html = sentences.join(QStringLiteral("<br>"));
-    setText(html);
+    QString html = sentences.join(QStringLiteral("<br>"));
+    // The desktop's colour of links is for pages; on the window it may not be readable.
+    const QString color = palette().color(QPalette::WindowText).name();
+    setText(html.replace(QStringLiteral("<a "), QStringLiteral("<a style=\"color:%1\" ").arg(color)));
     setVisible(!html.isEmpty());
     setFocusPolicy(html.contains(u"<a ") ? Qt::TabFocus : Qt::NoFocus);
 }

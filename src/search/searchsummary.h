@@ -31,6 +31,9 @@ Q_SIGNALS:
     void indexingRequested();
     void problemsRequested();
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     void renew();
 

@@ -21,7 +21,7 @@ qsizetype startBefore(const QString& text, qsizetype mark)
 }
 
 /// The text without its last character and the blanks before it.
-QString roomForEllipsis(QString text)
+QString withoutLast(QString text)
 {
     text.chop(1);
     while (!text.isEmpty() && (text.back().isSpace() || text.back().isHighSurrogate())) {
@@ -46,10 +46,14 @@ SnippetLayout::SnippetLayout(const SearchHit& hit, const QFont& font, int width,
         setText(hit.snippet, hit.marks, from);
         end = layOut(width, lines);
     }
-    if (end < m_layout.text().size()) {
-        const qsizetype shown = from + end - (from > 0 ? Ellipsis.size() : 0);
-        setText(roomForEllipsis(hit.snippet.first(shown)) + Ellipsis, hit.marks, from);
-        layOut(width, lines);
+    if (end == m_layout.text().size()) {
+        return;
+    }
+    QString shown = hit.snippet.first(from + end - (from > 0 ? Ellipsis.size() : 0));
+    while (end < m_layout.text().size() && shown.size() > from) {
+        shown = withoutLast(shown);
+        setText(shown + Ellipsis, hit.marks, from);
+        end = layOut(width, lines);
     }
 }
 

@@ -73,6 +73,12 @@ void JsonWriter::value(int number)
     m_buffer += std::to_string(number);
 }
 
+void JsonWriter::value(double number)
+{
+    separate();
+    m_buffer += QByteArray::number(number, 'f', 3).toStdString();
+}
+
 void JsonWriter::separate()
 {
     if (m_needsComma) {

@@ -21,6 +21,8 @@ public:
     /// A null string is written as null.
     void value(const QString& text);
     void value(int number);
+    /// With three decimals at most.
+    void value(double number);
     /// Call it last; false when not everything could be written.
     [[nodiscard]] bool finish();
 

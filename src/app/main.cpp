@@ -4,6 +4,7 @@
 #include "app/render.h"
 #include "app/requests.h"
 #include "app/screenshot.h"
+#include "app/searchcommand.h"
 #include "app/usage.h"
 #include "app/viewer.h"
 
@@ -56,6 +57,12 @@ int main(int argc, char* argv[])
     }
     if (first == "--pdf" || first == "--png") {
         return renderPage(argc, argv);
+    }
+    if (first == "--search") {
+        return searchHelpSets(argc, argv);
+    }
+    if (first == "--index") {
+        return argc > 2 ? indexHelpSets(argc, argv) : reportUsageError(argv[1]);
     }
     return runViewer(argc, argv);
 }

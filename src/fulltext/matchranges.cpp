@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "fulltext/matchranges.h"
 
-std::vector<TextRange> matchRanges(const QString& /*query*/, const QString& /*text*/, bool /*isEnglish*/,
-                                   bool /*isTyping*/)
+#include "fulltext/querymatcher.h"
+#include "fulltext/utf8ranges.h"
+
+std::vector<TextRange> matchRanges(const QString& query, const QString& text, bool isEnglish, bool isTyping)
 {
-    return {};
+    const std::string utf8 = text.toStdString();
+    Words words;
+    words.read(utf8);
+    return utf16Ranges(utf8, QueryMatcher(parseQuery(query, isTyping), isEnglish).matches(words));
 }

@@ -43,6 +43,8 @@ Q_SIGNALS:
     void becameIdle();
 
 private:
-    struct Private;
-    std::unique_ptr<Private> d;
+    class Searching;
+    class Indexing;
+    std::unique_ptr<Searching> m_searching;
+    std::unique_ptr<Indexing> m_indexing; ///< after the former, which it uses
 };

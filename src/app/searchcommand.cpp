@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: MIT
+#include "app/searchcommand.h"
+
+#include "app/arguments.h"
+#include "app/jsonwriter.h"
+#include "fulltext/helpsetindex.h"
+#include "fulltext/searchengine.h"
+#include "library/helplibrary.h"
+#include "library/installedcontents.h"
+#include "search/searchsources.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <optional>
+#include <string_view>
+
+namespace {
+
+constexpr int DefaultLimit = 50;
+
+struct SearchJob {
+    QString query;
+    int limit = DefaultLimit;
+    bool isJson = false;
+    QStringList files;
+};
+
+QString translated(const char* text)
+{
+    return QCoreApplication::translate("SearchCommand", text);
+}
+
+std::optional<SearchJob> parseArguments(int argc, char* argv[])
+{
+    if (argc < 3) {
+        return std::nullopt;
+    }
+    SearchJob job;
+    job.query = QString::fromLocal8Bit(argv[2]);
+    for (int i = 3; i < argc; ++i) {
+        const std::string_view argument = argv[i];
+        if (argument == "--json") {
+            job.isJson = true;
+        } else if (argument == "--limit") {
+            bool ok = false;
+            job.limit = ++i < argc ? QString::fromLocal8Bit(argv[i]).toInt(&ok) : 0;
+            if (!ok || job.limit < 1) {
+                return std::nullopt;
+            }
+        } else {
+            job.files += absoluteFileNameArgument(argv[i]);
+        }
+    }
+    return job;
+}
+
+/// Reads contents files and brings their indexes up to date. False when one cannot be read, or is not indexed
+/// as a whole.
+bool index(const QStringList& files, SearchEngine* engine)
+{
+    bool isComplete = true;
+    for (const auto& file : files) {
+        HelpLibrary library;
+        const auto loaded = library.loadContents(file, nullptr);
+        if (!loaded.readable) {
+            complain(translated("\"%1\" cannot be read").arg(file));
+            isComplete = false;
+            continue;
+        }
+        const auto source = std::make_shared<SearchSource>(makeSearchSource(library.helpSet(*loaded.root)));
+        const auto ready = [engine](const SearchableSet& set) {
+            if (engine != nullptr) {
+                engine->add(set);
+            }
+        };
+        const auto result = indexHelpSet(
+            source, {}, [](qint64, qint64) {}, ready);
+        isComplete = isComplete && result.state == IndexingResult::State::Complete;
+        for (const auto& error : result.errors) {
+            complain(error);
+        }
+    }
+    return isComplete;
+}
+
+/// A text in one line, in which nothing acts on a terminal.
+QByteArray printable(const QString& text)
+{
+    QString line = text;
+    for (auto& c : line) {
+        c = c.category() == QChar::Other_Control ? QChar(u'?') : c;
+    }
+    return line.toUtf8();
+}
+
+void writeLines(const SearchAnswer& answer)
+{
+    if (!answer.nearest.isNull()) {
+        complain(translated("nothing was found for \"%1\"; these are the pages for \"%2\"")
+                     .arg(answer.query, answer.nearest));
+    }
+    for (const auto& hit : answer.hits) {
+        std::printf("%s\t%s\t%s\n", printable(hit.page).constData(), printable(hit.title).constData(),
+                    printable(hit.snippet).constData());
+    }
+}
+
+void writeHit(JsonWriter& json, const SearchHit& hit)
+{
+    const auto member = [&json](const char* name, const QString& text) {
+        json.key(name);
+        json.value(text.isNull() ? QStringLiteral("") : text);
+    };
+    json.beginObject();
+    member("page", hit.page);
+    member("title", hit.title);
+    member("helpset", hit.helpSet);
+    json.key("path");
+    json.beginArray();
+    for (const auto& book : hit.path) {
+        json.value(book);
+    }
+    json.end();
+    member("snippet", hit.snippet);
+    json.key("score");
+    json.value(hit.score);
+    json.end();
+}
+
+[[nodiscard]] bool writeJson(const SearchAnswer& answer)
+{
+    JsonWriter json(stdout);
+    json.beginObject();
+    json.key("query");
+    json.value(answer.query);
+    json.key("total");
+    json.value(int(answer.total));
+    json.key("ms");
+    json.value(answer.milliseconds);
+    if (!answer.nearest.isNull()) {
+        json.key("nearest");
+        json.value(answer.nearest);
+    }
+    json.key("hits");
+    json.beginArray();
+    for (const auto& hit : answer.hits) {
+        writeHit(json, hit);
+    }
+    json.end();
+    json.end();
+    return json.finish();
+}
+
+[[nodiscard]] bool write(const SearchAnswer& answer, bool isJson)
+{
+    if (isJson) {
+        return writeJson(answer);
+    }
+    writeLines(answer);
+    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+}
+
+} // namespace
+
+int searchHelpSets(int argc, char* argv[])
+{
+    const auto job = parseArguments(argc, argv);
+    if (!job) {
+        complain(translated("usage: quenda --search WORDS [--limit N] [--json] [FILE.cnt ...]"));
+        return 2;
+    }
+    SearchEngine engine;
+    const QStringList files =
+        job->files.isEmpty() ? InstalledContents::loadInstalledFromSettings() : job->files;
+    bool isComplete = index(files, &engine);
+    const auto answer = engine.search({job->query, {}, job->limit, false}, {});
+    if (!answer || !write(*answer, job->isJson)) {
+        complain(answer ? translated("standard output cannot be written") : translated("the search failed"));
+        isComplete = false;
+    }
+    return !isComplete ? 2 : answer->total == 0 ? 1 : 0;
+}
+
+int indexHelpSets(int argc, char* argv[])
+{
+    QStringList files;
+    for (int i = 2; i < argc; ++i) {
+        files += absoluteFileNameArgument(argv[i]);
+    }
+    return index(files, nullptr) ? 0 : 2;
+}

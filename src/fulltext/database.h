@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+/// A statement of a database, ready to be run many times. Numbers of parameters count from 1, those of
+/// columns from 0.
+class Statement {
+public:
+    Statement(sqlite3* database, const char* sql);
+
+    /// The text must outlive the next step; UTF-8.
+    Statement& bind(int parameter, std::string_view text);
+    Statement& bind(int parameter, int64_t number);
+    /// True while there is a row; false at the end and on errors, see ok().
+    bool step();
+    /// Runs a statement without rows; false on errors.
+    bool run();
+    /// Lets the statement be run anew.
+    void reset();
+    [[nodiscard]] bool ok() const { return m_ok; }
+
+    [[nodiscard]] int64_t number(int column) const;
+    /// Valid until the next step.
+    [[nodiscard]] std::string_view text(int column) const;
+
+private:
+    struct Finalize {
+        void operator()(sqlite3_stmt* statement) const;
+    };
+    std::unique_ptr<sqlite3_stmt, Finalize> m_statement;
+    bool m_ok = true;
+};
+
+/// A connection to an SQLite database. For one thread at a time.
+class Database {
+public:
+    /// Opens, and makes if need be, the database of a file, or of a "file:" name of the library's.
+    explicit Database(const QByteArray& name);
+
+    [[nodiscard]] bool isOpen() const { return m_handle != nullptr; }
+    [[nodiscard]] sqlite3* handle() const { return m_handle.get(); }
+    /// Several statements; false when one fails, which ends them.
+    bool run(const char* sql);
+    /// Of a statement that gives one; -1 on errors.
+    [[nodiscard]] int64_t number(const char* sql);
+    [[nodiscard]] Statement prepare(const char* sql) { return {handle(), sql}; }
+    /// What went wrong last, for people.
+    [[nodiscard]] QString error() const;
+    /// Whether what went wrong last says that the file is no usable database, as opposed to a lack of room.
+    [[nodiscard]] bool isDamaged() const;
+
+private:
+    struct Close {
+        void operator()(sqlite3* handle) const;
+    };
+    std::unique_ptr<sqlite3, Close> m_handle;
+};

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "fulltext/indexwriter.h"
+#include "fulltext/searchsource.h"
+#include "fulltext/sourcepages.h"
+
+#include <QByteArray>
+
+#include <functional>
+#include <memory>
+#include <stop_token>
+
+/// What is needed to search a help set; a value that threads share.
+struct SearchableSet {
+    std::shared_ptr<const SearchSource> source;
+    std::shared_ptr<const SourcePages> pages;
+    QByteArray database;                ///< name, see IndexFile::open()
+    std::shared_ptr<Database> inMemory; ///< what keeps a database that is in no file; else null
+};
+
+/// Makes the index of a help set, or brings it up to date, in the user's cache or, where that cannot be
+/// written, in memory. `ready` is called as soon as there is something to search in, and again should that
+/// move.
+[[nodiscard]] IndexingResult indexHelpSet(const std::shared_ptr<const SearchSource>& source,
+                                          const std::stop_token& stop, const IndexingProgress& progress,
+                                          const std::function<void(const SearchableSet&)>& ready);

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "fulltext/sourcepages.h"
+#include "fulltext/words.h"
+
+#include <QString>
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// A page as it goes into the database.
+struct IndexedPage {
+    std::string path; ///< UTF-8, as are all texts
+    int64_t size = 0;
+    int64_t time = 0;
+    int64_t names = 0;  ///< hash of the titles and keywords that lead to it
+    int64_t hash = 0;   ///< of what there is to read in it; 0 when that is nothing
+    uint32_t words = 0; ///< in its text
+    uint32_t titleWords = 0;
+    bool isEnglish = false;
+    std::string title;                  ///< its own
+    std::array<std::string, 4> columns; ///< prepared words, by IndexFile::Column
+    struct Name {
+        int64_t key; ///< hash of its folded words
+        std::string anchor;
+        bool isTitle;
+    };
+    std::vector<Name> exactNames;
+    QString error; ///< why there is no text; null when there is
+};
+
+/// Hash of the titles and keywords that lead to a page.
+[[nodiscard]] int64_t hashOfNames(const SearchSource& source, const SourcePage& page);
+
+/// Makes pages ready for the database, one after the other.
+class PageReader {
+public:
+    explicit PageReader(const SearchSource& source) : m_source(source) {}
+
+    [[nodiscard]] IndexedPage read(const SourcePage& page);
+
+private:
+    void readNames(const SourcePage& page, IndexedPage& result);
+    void readText(const SourcePage& page, IndexedPage& result);
+    void addColumn(std::string_view text, std::string& column);
+
+    const SearchSource& m_source;
+    Words m_words;
+};

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "fulltext/database.h"
+#include "fulltext/words.h"
+
+#include <memory>
+#include <string>
+
+struct fts5_api;
+
+/// The database of one help set's search:
+///   pages   a row for each page; a page that has changed gets a new number
+///   names   hashes of titles and keywords, for queries that are just that
+///   words   FTS5 without contents; it knows numbers of pages that are gone, too
+namespace IndexFile {
+
+/// Opens a database of this format, and makes a new one of an empty or absent file. Null when that is not
+/// possible, or when the file holds something else.
+[[nodiscard]] std::unique_ptr<Database> open(const QByteArray& name);
+
+/// Forgets all pages. False on errors.
+bool clear(Database& database);
+
+/// Columns of `words`, the most usual one first: it costs a byte less for each word of each page.
+enum Column { Body, Title, Keywords, Headings };
+
+/// The form in which words are given to the database: a blank before each position, a control character
+/// before further words at the same one.
+void appendPrepared(std::string& prepared, const Words& words);
+/// Before a further word at the position of the one before.
+constexpr char SamePosition = '\1';
+
+/// Of the connection; null without FTS5.
+[[nodiscard]] fts5_api* fts5Api(Database& database);
+
+/// A number for a text that stays the same from run to run.
+[[nodiscard]] int64_t hashOf(std::string_view text, uint64_t seed = 0);
+
+} // namespace IndexFile

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "fulltext/indexedpage.h"
+#include "fulltext/indexfile.h"
+#include "fulltext/searchsource.h"
+
+#include <QStringList>
+
+#include <functional>
+#include <stop_token>
+
+/// What bringing an index up to date led to.
+struct IndexingResult {
+    enum class State {
+        Complete,
+        Stopped, ///< what has been read so far is kept
+        Damaged, ///< the database is of no use any more
+        Failed,  ///< it cannot be written
+    };
+    State state = State::Complete;
+    QStringList errors; ///< sentences for people, each with the name of a file
+};
+
+/// Told about pages that are done, of all.
+using IndexingProgress = std::function<void(qint64 done, qint64 total)>;
+
+/// Lets a database hold what the pages of a help set say, reading those that have changed in threads of its
+/// own. Changes are kept in steps of a second or two.
+[[nodiscard]] IndexingResult updateIndex(Database& database, const SearchSource& source,
+                                         const SourcePages& pages, const std::stop_token& stop,
+                                         const IndexingProgress& progress);

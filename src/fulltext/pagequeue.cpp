@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#include "fulltext/pagequeue.h"
+
+#include "fulltext/lowpriority.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr size_t MostReady = 64; // pages
+
+} // namespace
+
+PageQueue::PageQueue(const SearchSource& source, const std::vector<const SourcePage*>& pages,
+                     const std::stop_token& stop)
+    : m_source(source), m_pages(pages), m_stop(stop)
+{
+    const size_t threads = std::clamp<size_t>(std::thread::hardware_concurrency(), 1, 4);
+    for (size_t i = 0; i < std::min(threads, pages.size()); ++i) {
+        m_threads.emplace_back([this] { work(); });
+    }
+}
+
+PageQueue::~PageQueue()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isClosed = true;
+    }
+    m_changed.notify_all();
+}
+
+void PageQueue::work()
+{
+    lowerPriority();
+    PageReader reader(m_source);
+    std::unique_lock lock(m_mutex);
+    while (!m_isClosed && !m_stop.stop_requested() && m_nextPage < m_pages.size()) {
+        const auto& page = *m_pages[m_nextPage++];
+        lock.unlock();
+        auto read = std::make_unique<IndexedPage>(reader.read(page));
+        lock.lock();
+        m_changed.wait(lock, m_stop, [this] { return m_ready.size() < MostReady || m_isClosed; });
+        m_ready.push_back(std::move(read));
+        m_changed.notify_all();
+    }
+}
+
+std::unique_ptr<IndexedPage> PageQueue::next()
+{
+    std::unique_lock lock(m_mutex);
+    if (m_handedOut == m_pages.size() || !m_changed.wait(lock, m_stop, [this] { return !m_ready.empty(); })) {
+        return nullptr;
+    }
+    ++m_handedOut;
+    auto page = std::move(m_ready.front());
+    m_ready.pop_front();
+    m_changed.notify_all();
+    return page;
+}

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "fulltext/database.h"
+
+#include <cstdint>
+#include <stop_token>
+#include <vector>
+
+/// What ranking needs to know of a page; as many as there are numbers of pages.
+struct PageFacts {
+    uint32_t words = 0;
+    uint32_t copies = 0; ///< number shared by the pages with this text; 0 when there is no other one
+    uint8_t titleWords = 0;
+    bool isLive = false; ///< otherwise the page is gone
+    bool isEnglish = false;
+};
+
+struct AllFacts {
+    std::vector<PageFacts> pages; ///< by number
+    int64_t live = 0;
+    int64_t english = 0;
+    double meanWords = 1;
+};
+
+/// A phrase of an expression, in the order in which they stand there.
+struct PhraseRole {
+    int clause;    ///< -1: excluded
+    double weight; ///< of one that stands for what was asked for
+    int64_t pages; ///< that have it; -1 when not known
+};
+
+struct Candidate {
+    double score;
+    uint32_t page;
+};
+
+/// Collects the pages that an expression finds, with scores: words that few pages have count more, as do
+/// those in titles, keywords and headings, those that come often for the length of the page, and those that
+/// stand beside each other.
+class Ranking {
+public:
+    /// Adds the function collect() to a connection; the ranking must outlive it.
+    bool attach(Database& database);
+    /// Before a statement that uses collect().
+    void begin(const AllFacts& facts, std::vector<PhraseRole> roles, std::stop_token stop);
+    [[nodiscard]] std::vector<Candidate>& candidates() { return m_candidates; }
+
+private:
+    friend struct Collect;
+
+    const AllFacts* m_facts = nullptr;
+    std::vector<PhraseRole> m_roles;
+    std::vector<double> m_rarities; ///< of the phrases
+    std::stop_token m_stop;
+    std::vector<Candidate> m_candidates;
+    std::vector<std::vector<uint64_t>> m_places; ///< of the phrases of each clause in a page
+};

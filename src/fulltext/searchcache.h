@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include <memory>
+#include <stop_token>
+
+/// Keeps others from changing a file for as long as it lives; ends with the process at the latest.
+class FileLock {
+public:
+    /// Takes the lock of a file that it makes, waiting for others until a stop is asked for.
+    FileLock(const QString& file, const std::stop_token& stop);
+    ~FileLock();
+    FileLock(const FileLock&) = delete;
+    FileLock& operator=(const FileLock&) = delete;
+
+    [[nodiscard]] bool isHeld() const { return m_isHeld; }
+
+private:
+    int m_file = -1;
+    bool m_isHeld = false;
+};
+
+/// The directory with the databases of the search. All in it may be deleted at any time.
+namespace SearchCache {
+
+/// The database for a help set, known by the canonical path of its contents file; the directory is made. Null
+/// when there cannot be one.
+[[nodiscard]] QString databaseFor(const QString& contentsFile);
+/// The lock to hold while making or changing a database.
+[[nodiscard]] QString lockFor(const QString& database);
+/// Deletes a database whose lock is held.
+void remove(const QString& database);
+/// Notes that a database is in use, and deletes those that were not used for the longest time while there are
+/// more than `mostBytes`.
+void keepSmall(const QString& used, qint64 mostBytes = 1'000'000'000);
+
+} // namespace SearchCache

@@ -1,0 +1,271 @@
+// SPDX-License-Identifier: MIT
+#include "fulltext/searchindex.h"
+
+#include "fulltext/editdistance.h"
+#include "fulltext/indexfile.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace {
+
+constexpr double BeginningWeight = 0.3; // of words that only begin like the one being typed
+constexpr size_t MostForms = 24;
+
+/// A title that is what was asked for goes before nearly everything; so does a keyword, but less.
+double withExactName(double score, bool isTitle)
+{
+    return isTitle ? score * 2 + 12 : score * 1.6 + 8;
+}
+
+std::string quoted(std::string_view words)
+{
+    std::string text = "\"";
+    for (const char c : words) {
+        text.append(c == '"' ? 2 : 1, c);
+    }
+    return text + '"';
+}
+
+void addPhrase(std::string& expression, const std::string& phrase)
+{
+    expression.append(expression.empty() ? "" : " OR ").append(phrase);
+}
+
+/// The first text that does not begin with this one.
+std::string behind(std::string text)
+{
+    return text + "\xFF";
+}
+
+} // namespace
+
+SearchIndex::SearchIndex(const QByteArray& name) : m_database(IndexFile::open(name))
+{
+    if (isOpen() && !m_ranking.attach(*m_database)) {
+        m_database.reset();
+    }
+}
+
+void SearchIndex::refresh()
+{
+    const int64_t version = m_database->number("PRAGMA data_version");
+    if (version == m_version) {
+        return;
+    }
+    m_version = version;
+    m_forms.clear();
+    m_facts = {};
+    std::unordered_map<int64_t, uint32_t> firstWithHash;
+    double words = 0;
+    auto rows = m_database->prepare("SELECT id, words, titlewords, english, hash FROM pages");
+    while (rows.step()) {
+        const auto id = uint32_t(rows.number(0));
+        m_facts.pages.resize(std::max<size_t>(m_facts.pages.size(), id + size_t(1)));
+        auto& page = m_facts.pages[id];
+        page.isLive = true;
+        page.words = uint32_t(rows.number(1));
+        page.titleWords = uint8_t(std::min<int64_t>(rows.number(2), UINT8_MAX));
+        page.isEnglish = rows.number(3) != 0;
+        if (const int64_t hash = rows.number(4); hash != 0) {
+            const auto [first, isFirst] = firstWithHash.emplace(hash, id);
+            page.copies = isFirst ? 0 : first->second;
+            m_facts.pages[first->second].copies = isFirst ? 0 : first->second;
+        }
+        ++m_facts.live;
+        m_facts.english += page.isEnglish ? 1 : 0;
+        words += page.words;
+    }
+    m_facts.meanWords = std::max(1.0, words / double(std::max<int64_t>(m_facts.live, 1)));
+}
+
+/// The forms of a word begin alike, but for an "i" that stands for "y" and the like.
+const SearchIndex::Forms& SearchIndex::forms(const std::string& word)
+{
+    const auto known = m_forms.find(word);
+    if (known != m_forms.end()) {
+        return known->second;
+    }
+    auto& forms = m_forms[word];
+    const bool isEnglish = m_facts.english * 2 > m_facts.live;
+    const std::string stem(isEnglish ? m_stemmer.stem(word) : word);
+    const bool hasForms =
+        isEnglish && (stem != word || m_stemmer.stem(word + "s") == stem) && word.size() > 2;
+    const std::string begin = hasForms ? stem.substr(0, std::max<size_t>(stem.size() - 1, 2)) : word;
+    auto rows = m_database->prepare("SELECT term, doc FROM vocabulary WHERE term >= ? AND term < ?");
+    const std::string end = hasForms ? behind(begin) : word + '\1';
+    rows.bind(1, begin).bind(2, end);
+    while (rows.step()) {
+        const auto term = rows.text(0);
+        if ((term == word || (hasForms && m_stemmer.stem(term) == stem)) && forms.words.size() < MostForms) {
+            forms.words.emplace_back(term);
+            forms.pages = std::max(forms.pages, rows.number(1));
+        }
+    }
+    return forms;
+}
+
+void SearchIndex::addTerm(const QueryTerm& term, int clause, std::string& expression,
+                          std::vector<PhraseRole>& roles)
+{
+    const auto add = [&](const std::string& phrase, double weight, int64_t pages) {
+        addPhrase(expression, phrase);
+        roles.push_back({clause, weight, pages});
+    };
+    std::string phrase;
+    for (const auto& word : term.words) {
+        phrase.append(phrase.empty() ? "" : " ").append(word);
+    }
+    if (term.words.size() > 1 || term.isExact) {
+        add(quoted(phrase) + (term.isPrefix ? " *" : ""), 1, -1);
+        return;
+    }
+    const auto& found = forms(phrase);
+    std::string synonyms;
+    for (const auto& word : found.words) {
+        synonyms += (synonyms.empty() ? "" : std::string(1, IndexFile::SamePosition)) + word;
+    }
+    if (!synonyms.empty() || !term.isPrefix) {
+        add(quoted(synonyms.empty() ? phrase : synonyms), 1, found.pages);
+    }
+    if (term.isPrefix) {
+        add(quoted(phrase) + " *", synonyms.empty() ? 1 : BeginningWeight, -1);
+    }
+}
+
+/// Made of quoted texts only, so that nothing in a query is taken for syntax.
+std::string SearchIndex::expressionFor(const SearchQuery& query, std::vector<PhraseRole>& roles)
+{
+    std::string wanted;
+    std::string excluded;
+    for (const bool isExcluded : {false, true}) {
+        for (size_t i = 0; i < query.clauses.size(); ++i) {
+            const auto& clause = query.clauses[i];
+            if (clause.isExcluded != isExcluded) {
+                continue;
+            }
+            std::string terms;
+            for (const auto& term : clause.terms) {
+                addTerm(term, isExcluded ? -1 : int(i), terms, roles);
+            }
+            auto& all = isExcluded ? excluded : wanted;
+            all.append(all.empty() ? "(" : isExcluded ? " OR (" : " AND (").append(terms).append(")");
+        }
+    }
+    return excluded.empty() ? wanted : "(" + wanted + ") NOT (" + excluded + ")";
+}
+
+std::optional<SearchIndex::Found> SearchIndex::search(const SearchQuery& query, size_t limit,
+                                                      const std::stop_token& stop)
+{
+    refresh();
+    Found found;
+    std::vector<PhraseRole> roles;
+    const std::string expression = expressionFor(query, roles);
+    if (expression.empty()) {
+        return found;
+    }
+    m_ranking.begin(m_facts, std::move(roles), stop);
+    auto rows = m_database->prepare("SELECT collect(words) FROM words WHERE words MATCH ?");
+    rows.bind(1, expression);
+    while (rows.step()) {
+    }
+    if (!rows.ok()) {
+        return std::nullopt;
+    }
+    found.best = std::move(m_ranking.candidates());
+    preferExactNames(query, found);
+    sortOut(found, limit);
+    return found;
+}
+
+void SearchIndex::preferExactNames(const SearchQuery& query, Found& found)
+{
+    const std::string name = query.name();
+    if (name.empty()) {
+        return;
+    }
+    std::unordered_map<uint32_t, bool> exact;
+    auto rows =
+        m_database->prepare("SELECT page, anchor, istitle FROM names WHERE key = ? ORDER BY istitle DESC");
+    rows.bind(1, IndexFile::hashOf(name));
+    while (rows.step()) {
+        const auto page = uint32_t(rows.number(0));
+        exact.emplace(page, rows.number(2) != 0);
+        found.anchors.emplace(page, rows.text(1));
+    }
+    for (auto& candidate : found.best) {
+        if (const auto same = exact.find(candidate.page); same != exact.end()) {
+            candidate.score = withExactName(candidate.score, same->second);
+        }
+    }
+}
+
+/// Drops all copies of a page but the best one, and all that is not wanted.
+void SearchIndex::sortOut(Found& found, size_t limit)
+{
+    const auto isBetter = [](const Candidate& a, const Candidate& b) {
+        return a.score != b.score ? a.score > b.score : a.page < b.page;
+    };
+    std::unordered_map<uint32_t, Candidate> bestCopies;
+    std::vector<Candidate> distinct;
+    distinct.reserve(found.best.size());
+    for (const auto& candidate : found.best) {
+        const auto copies = m_facts.pages[candidate.page].copies;
+        if (copies == 0) {
+            distinct.push_back(candidate);
+            continue;
+        }
+        auto& best = bestCopies.emplace(copies, candidate).first->second;
+        best = isBetter(candidate, best) ? candidate : best;
+    }
+    for (const auto& [copies, best] : bestCopies) {
+        distinct.push_back(best);
+    }
+    found.total = int64_t(distinct.size());
+    const size_t kept = std::min(limit, distinct.size());
+    std::partial_sort(distinct.begin(), distinct.begin() + qsizetype(kept), distinct.end(), isBetter);
+    distinct.resize(kept);
+    found.best = std::move(distinct);
+}
+
+SearchIndex::Page SearchIndex::page(uint32_t number)
+{
+    auto row = m_database->prepare("SELECT path, title, hash, english FROM pages WHERE id = ?");
+    row.bind(1, int64_t(number));
+    if (!row.step()) {
+        return {};
+    }
+    const auto text = [&](int column) {
+        const auto utf8 = row.text(column);
+        return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
+    };
+    return {text(0), text(1), row.number(2), row.number(3) != 0};
+}
+
+std::optional<SearchIndex::Spelling> SearchIndex::nearestWord(const std::string& word,
+                                                              std::chrono::steady_clock::time_point end)
+{
+    const int mostEdits = word.size() < 3 ? 0 : word.size() < 6 ? 1 : 2;
+    std::optional<Spelling> best;
+    // Few mistype the first letter, or it changed places with the second one.
+    for (const size_t first : {size_t(0), size_t(1)}) {
+        if (mostEdits == 0 || (first == 1 && word[1] == word[0])) {
+            break;
+        }
+        const std::string begin(1, word[first]);
+        const std::string rangeEnd = behind(begin);
+        auto rows = m_database->prepare("SELECT term, doc FROM vocabulary WHERE term >= ? AND term < ?");
+        rows.bind(1, begin).bind(2, rangeEnd);
+        while (std::chrono::steady_clock::now() < end && rows.step()) {
+            const auto term = rows.text(0);
+            const int distance = editDistance(word, term, mostEdits);
+            if (distance > 0 && distance <= mostEdits &&
+                (!best || distance < best->distance ||
+                 (distance == best->distance && rows.number(1) > best->pages))) {
+                best = Spelling{std::string(term), distance, rows.number(1)};
+            }
+        }
+    }
+    return best;
+}

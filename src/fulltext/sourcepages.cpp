@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+#include "fulltext/sourcepages.h"
+
+#include "formats/paths.h"
+#include "pages/pagefile.h"
+
+#include <QFile>
+
+#include <optional>
+
+#include <sys/stat.h>
+
+namespace {
+
+struct FileState {
+    int64_t size;
+    int64_t time;
+};
+
+std::optional<FileState> stateOf(const QString& file)
+{
+    struct stat state = {};
+    if (::stat(QFile::encodeName(file).constData(), &state) != 0 || !S_ISREG(state.st_mode)) {
+        return std::nullopt;
+    }
+    return FileState{state.st_size, int64_t(state.st_mtim.tv_sec) * 1'000'000'000 + state.st_mtim.tv_nsec};
+}
+
+} // namespace
+
+qsizetype anchorBegin(QStringView name)
+{
+    const qsizetype hash = name.indexOf(u'#', name.lastIndexOf(u'/') + 1);
+    return hash < 0 ? name.size() : hash;
+}
+
+SourcePages::SourcePages(const SearchSource& source, const std::stop_token& stop)
+{
+    const auto addAll = [&](const std::vector<SearchSource::Entry>& entries, auto member) {
+        for (size_t i = 0; i < entries.size() && !stop.stop_requested(); ++i) {
+            const int page = entries[i].pageLength == 0 ? -1 : pageOf(source.page(entries[i]));
+            if (page >= 0) {
+                (m_pages[size_t(page)].*member).push_back(int(i));
+            }
+        }
+    };
+    addAll(source.topics(), &SourcePage::topics);
+    addAll(source.keywords(), &SourcePage::keywords);
+}
+
+const SourcePage* SourcePages::find(const QString& file) const
+{
+    const int position = m_positions.value(file, -1);
+    return position < 0 ? nullptr : &m_pages[size_t(position)];
+}
+
+/// Without its anchor the name is nearly always that of a file.
+int SourcePages::pageOf(QStringView name)
+{
+    const QString guess = name.first(anchorBegin(name)).toString();
+    const auto known = m_positions.constFind(guess);
+    if (known != m_positions.cend() && *known >= 0) {
+        return *known;
+    }
+    int page = known == m_positions.cend() ? addFile(guess) : -1;
+    if (page < 0) {
+        m_positions.insert(guess, -1);
+        const QString located = locatePage(name.toString()).file;
+        const auto other = m_positions.constFind(located);
+        page = other != m_positions.cend() ? *other : addFile(located);
+        m_positions.insert(located, page);
+    } else {
+        m_positions.insert(guess, page);
+    }
+    return page;
+}
+
+int SourcePages::addFile(const QString& file)
+{
+    const bool hasSteps = file.contains(QLatin1StringView("/.")) || file.contains(QLatin1StringView("//"));
+    const QString clean = hasSteps ? absoluteFilePath(file) : file;
+    if (hasSteps && m_positions.contains(clean)) {
+        return m_positions.value(clean);
+    }
+    const auto state = stateOf(clean);
+    if (!state) {
+        return -1;
+    }
+    m_positions.insert(clean, int(m_pages.size()));
+    m_pages.push_back({clean, state->size, state->time, {}, {}});
+    return int(m_pages.size()) - 1;
+}

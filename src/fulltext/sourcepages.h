@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "fulltext/searchsource.h"
+
+#include <QHash>
+#include <QStringList>
+
+#include <stop_token>
+#include <vector>
+
+/// A page file of a help set with the entries that lead to it.
+struct SourcePage {
+    QString file;            ///< absolute path without dot steps
+    int64_t size;            ///< bytes
+    int64_t time;            ///< of the last change, nanoseconds
+    std::vector<int> topics; ///< positions in SearchSource::topics(), in order
+    std::vector<int> keywords;
+};
+
+/// The page files that a help set names and that exist.
+class SourcePages {
+public:
+    /// Looks at each file once. Once a stop has been asked for, pages are missing.
+    SourcePages(const SearchSource& source, const std::stop_token& stop);
+
+    [[nodiscard]] const std::vector<SourcePage>& all() const { return m_pages; }
+    /// Null when there is none.
+    [[nodiscard]] const SourcePage* find(const QString& file) const;
+
+private:
+    int pageOf(QStringView name);
+    int addFile(const QString& file);
+
+    std::vector<SourcePage> m_pages;
+    QHash<QString, int> m_positions; ///< of names without their anchors; -1 when there is no such file
+};
+
+/// Where the anchor of a page's name begins; its size when it has none.
+[[nodiscard]] qsizetype anchorBegin(QStringView name);

@@ -1,0 +1,256 @@
+// SPDX-License-Identifier: MIT
+#include "fulltext/words.h"
+
+#include "fulltext/foldedcharacters.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+constexpr size_t LongestWord = 64; // bytes; what is longer is cut
+
+constexpr bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+constexpr bool isLower(char c)
+{
+    return c >= 'a' && c <= 'z';
+}
+constexpr bool isUpper(char c)
+{
+    return c >= 'A' && c <= 'Z';
+}
+constexpr bool isWordByte(char c)
+{
+    return isLower(c) || isUpper(c) || isDigit(c) || c == '_';
+}
+constexpr bool isAscii(char c)
+{
+    return static_cast<unsigned char>(c) < 0x80;
+}
+constexpr bool isOperatorSign(char c)
+{
+    return std::string_view("=+-*/<>!&|^~%[]").find(c) != std::string_view::npos;
+}
+
+} // namespace
+
+void Words::read(std::string_view text)
+{
+    m_text = text.substr(0, size_t(INT32_MAX));
+    m_folded.clear();
+    m_words.clear();
+    m_position = 0;
+    for (size_t at = 0; at < m_text.size();) {
+        const char c = m_text[at];
+        if (isWordByte(c)) {
+            at = readPlain(at);
+        } else if (isAscii(c)) {
+            at = c == '-' && isOptionAt(at) ? readName(at, m_text.find_first_not_of('-', at)) : at + 1;
+        } else if (const auto next = characterAt(at); kindOf(next.code) == CharacterKind::Dense) {
+            at = readPairs(at);
+        } else {
+            at = kindOf(next.code) == CharacterKind::Letter ? readName(at, at) : next.end;
+        }
+    }
+}
+
+/// Bytes that are no UTF-8 are separators.
+Words::Character Words::characterAt(size_t at) const
+{
+    const auto first = static_cast<unsigned char>(m_text[at]);
+    const int length = first < 0x80   ? 1
+                       : first < 0xC2 ? 0
+                       : first < 0xE0 ? 2
+                       : first < 0xF0 ? 3
+                       : first < 0xF5 ? 4
+                                      : 0;
+    if (length == 0 || at + size_t(length) > m_text.size()) {
+        return {U' ', uint32_t(at + 1)};
+    }
+    char32_t code = length == 1 ? first : first & (0x7FU >> unsigned(length));
+    for (int i = 1; i < length; ++i) {
+        const auto byte = static_cast<unsigned char>(m_text[at + size_t(i)]);
+        if ((byte & 0xC0U) != 0x80) {
+            return {U' ', uint32_t(at + 1)};
+        }
+        code = code << 6U | (byte & 0x3FU);
+    }
+    return {code, uint32_t(at + size_t(length))};
+}
+
+/// Most words are plain: letters and digits of ASCII, nothing around that belongs to a name.
+size_t Words::readPlain(size_t begin)
+{
+    size_t end = begin + 1;
+    while (end < m_text.size() && (isLower(m_text[end]) || isDigit(m_text[end]))) {
+        ++end;
+    }
+    const auto rest = m_text.substr(end, 2);
+    const char next = rest.empty() ? ' ' : rest[0];
+    const char second = rest.size() < 2 ? ' ' : rest[1];
+    const bool isFollowed = isWordByte(next) || !isAscii(next) || next == '#' ||
+                            (next == '.' && isWordByte(second)) || (next == ':' && second == ':') ||
+                            (next == '+' && second == '+') || m_text[begin] == '_' ||
+                            m_text.substr(begin, end - begin) == "operator";
+    if (isFollowed) {
+        return readName(begin, begin);
+    }
+    add(begin, end, false, true);
+    return end;
+}
+
+bool Words::isOptionAt(size_t begin) const
+{
+    const size_t name = m_text.find_first_not_of('-', begin);
+    if (name == std::string_view::npos || name - begin > 2 ||
+        (!isLower(m_text[name]) && !isUpper(m_text[name]))) {
+        return false;
+    }
+    return begin == 0 ||
+           std::string_view(" \t\r\n\f([{|,'\"`=").find(m_text[begin - 1]) != std::string_view::npos;
+}
+
+/// Behind the letters that follow, with the signs within a name.
+size_t Words::endOfName(size_t begin) const
+{
+    size_t end = begin;
+    while (end < m_text.size()) {
+        if (isWordByte(m_text[end])) {
+            ++end;
+        } else if (!isAscii(m_text[end])) {
+            const auto next = characterAt(end);
+            if (kindOf(next.code) != CharacterKind::Letter) {
+                break;
+            }
+            end = next.end;
+        } else {
+            const bool isColons = m_text.substr(end).starts_with("::");
+            const size_t behind = end + (isColons ? 2 : 1);
+            if ((!isColons && m_text[end] != '.') || behind >= m_text.size() || !isWordByte(m_text[behind])) {
+                break;
+            }
+            end = behind;
+        }
+    }
+    return end;
+}
+
+/// Behind the signs that belong to a name: "C++", "F#", "operator=".
+size_t Words::endOfSigns(size_t begin, size_t end) const
+{
+    const auto rest = m_text.substr(end);
+    if (m_text.substr(begin, end - begin).ends_with("operator")) {
+        size_t signs = 0;
+        while (signs < std::min<size_t>(rest.size(), 3) && isOperatorSign(rest[signs])) {
+            ++signs;
+        }
+        return end + (rest.starts_with("()") ? 2 : signs);
+    }
+    const size_t signs = rest.starts_with("++") ? 2 : rest.starts_with("#") ? 1 : 0;
+    const bool isEnd = signs == rest.size() || !isAscii(rest[signs]) || !isWordByte(rest[signs]);
+    return end + (isEnd && end - begin <= 3 ? signs : 0);
+}
+
+/// A name with what stands before it, as the dashes of an option.
+size_t Words::readName(size_t begin, size_t nameBegin)
+{
+    size_t nameEnd = endOfName(nameBegin);
+    while (begin != nameBegin && nameEnd + 1 < m_text.size() && m_text[nameEnd] == '-' &&
+           isWordByte(m_text[nameEnd + 1])) {
+        nameEnd = endOfName(nameEnd + 1);
+    }
+    const size_t end = begin == nameBegin ? endOfSigns(nameBegin, nameEnd) : nameEnd;
+    add(begin, end, false, true);
+    addSegments(nameBegin, nameEnd, begin == nameBegin && end == nameEnd);
+    return end;
+}
+
+/// The names between dots, colons or dashes, with their parts. The first one stands where the whole stands.
+void Words::addSegments(size_t begin, size_t end, bool isAdded)
+{
+    bool isFirst = true;
+    for (size_t at = begin; at < end;) {
+        const size_t segmentEnd = std::min(m_text.find_first_of(".:-", at), end);
+        if (segmentEnd > at) {
+            if (!isAdded || segmentEnd - at < end - begin) {
+                add(at, segmentEnd, true, !isFirst);
+            }
+            addParts(at, segmentEnd);
+            isFirst = false;
+        }
+        at = segmentEnd + 1;
+    }
+}
+
+/// The words that a name is made of: "set_encoding", "QTextBrowser".
+void Words::addParts(size_t begin, size_t end)
+{
+    const auto isBorder = [&](size_t at) {
+        const char before = m_text[at - 1];
+        return isUpper(m_text[at]) && (isLower(before) || isDigit(before) ||
+                                       (isUpper(before) && at + 1 < end && isLower(m_text[at + 1])));
+    };
+    bool isFirst = true;
+    for (size_t part = begin; part < end;) {
+        size_t at = part + 1;
+        while (at < end && m_text[at] != '_' && m_text[at - 1] != '_' && !isBorder(at)) {
+            ++at;
+        }
+        const bool isWord = at - part > 1 && m_text[part] != '_';
+        if (isWord && at - part < end - begin) {
+            add(part, at, true, !isFirst);
+            isFirst = false;
+        }
+        part = at;
+    }
+}
+
+/// Each character with its neighbour, the last one by itself.
+size_t Words::readPairs(size_t begin)
+{
+    size_t at = begin;
+    while (at < m_text.size()) {
+        const auto first = characterAt(at);
+        if (kindOf(first.code) != CharacterKind::Dense) {
+            break;
+        }
+        const auto second = first.end < m_text.size() ? characterAt(first.end) : Character{U' ', first.end};
+        const bool isPair = kindOf(second.code) == CharacterKind::Dense;
+        add(at, isPair ? second.end : first.end, false, true);
+        m_words.back().isBeginning = !isPair;
+        at = first.end;
+    }
+    return at;
+}
+
+void Words::add(size_t begin, size_t end, bool isPart, bool isNext)
+{
+    Word word{uint32_t(begin), uint32_t(end), 0, uint32_t(m_folded.size()), 0, isPart, false};
+    fold(begin, end);
+    if (m_folded.size() == word.foldedBegin) {
+        return;
+    }
+    word.foldedSize = uint16_t(m_folded.size() - word.foldedBegin);
+    m_position += isNext || m_position == 0 ? 1 : 0;
+    word.position = m_position - 1;
+    m_words.push_back(word);
+}
+
+void Words::fold(size_t begin, size_t end)
+{
+    const size_t foldedBegin = m_folded.size();
+    for (size_t at = begin; at < end && m_folded.size() - foldedBegin < LongestWord;) {
+        const char c = m_text[at];
+        if (isAscii(c)) {
+            m_folded += isUpper(c) ? char(c - 'A' + 'a') : c;
+            ++at;
+        } else {
+            const auto character = characterAt(at);
+            appendFolded(m_folded, character.code);
+            at = character.end;
+        }
+    }
+}

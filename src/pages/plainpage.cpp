@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: MIT
+#include "pages/plainpage.h"
+
+#include "pages/elementtext.h"
+#include "pages/htmltree.h"
+#include "pages/maincontent.h"
+#include "pages/pagesurvey.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+/// Writes the text of elements. What is in no word does not matter: rules, quotes, the strokes of formulas.
+class TextWriter {
+public:
+    TextWriter(PlainPage& page, bool isReading) : m_page(page), m_isReading(isReading) {}
+
+    void write(const HtmlNode& top)
+    {
+        const HtmlNode* node = &top;
+        while (node != nullptr) {
+            const bool isOpen = isText(*node) ? addText(*node) : enter(*node);
+            if (isOpen && node->firstChild != nullptr) {
+                node = node->firstChild;
+                continue;
+            }
+            if (isOpen) {
+                leave(*node);
+            }
+            while (node != &top && node->next == nullptr) {
+                node = node->parent;
+                leave(*node);
+            }
+            node = node == &top ? nullptr : node->next;
+        }
+    }
+
+private:
+    bool addText(const HtmlNode& node)
+    {
+        m_page.text += node.content;
+        return false;
+    }
+
+    /// False when there is nothing to read in it, or it has been read.
+    bool enter(const HtmlNode& node)
+    {
+        const auto& notes = PageSurvey::notes(node);
+        const bool isLeftOut = m_isReading && (notes.isHidden || notes.isFurniture);
+        if (isLeftOut || isMute(node, notes) || putSpecial(node, notes.element)) {
+            return false;
+        }
+        if (notes.element == Element::Heading) {
+            m_headings.push_back(m_page.text.size());
+        }
+        if (isSetApart(node, notes)) {
+            breakLine();
+        }
+        return true;
+    }
+
+    void leave(const HtmlNode& node)
+    {
+        const auto& notes = PageSurvey::notes(node);
+        if (notes.element == Element::Heading) {
+            m_page.headings.append(m_page.text, m_headings.back()).append("\n");
+            m_headings.pop_back();
+        }
+        if (isSetApart(node, notes) || isLineOfListing(node)) {
+            breakLine();
+        }
+    }
+
+    [[nodiscard]] bool isMute(const HtmlNode& node, const ElementNotes& notes) const
+    {
+        // A page may be written so that all that there is stands in its head.
+        return notes.element == Element::Ignored && (m_isReading || !isElement(node, "head"));
+    }
+
+    [[nodiscard]] static bool isSetApart(const HtmlNode& node, const ElementNotes& notes)
+    {
+        switch (notes.element) {
+        case Element::Transparent:
+            return isElement(node, "mtr") || isElement(node, "mtd");
+        case Element::Inline:
+        case Element::Code:
+        case Element::Keys:
+        case Element::Quotation:
+        case Element::Link:
+            return false;
+        default:
+            return true;
+        }
+    }
+
+    [[nodiscard]] bool isLineOfListing(const HtmlNode& node) const
+    {
+        return m_isReading && node.parent != nullptr &&
+               PageSurvey::notes(*node.parent).role == Role::CodeBlock;
+    }
+
+    bool putSpecial(const HtmlNode& node, Element element)
+    {
+        switch (element) {
+        case Element::Picture:
+            putApart(attribute(node, "alt"));
+            return true;
+        case Element::Frame: {
+            const auto title = attribute(node, "title");
+            putApart(title.empty() ? attribute(node, "name") : title);
+            return true;
+        }
+        case Element::Field:
+            putApart(fieldText(node));
+            return true;
+        case Element::Choice:
+            putApart(choiceText(node));
+            return true;
+        case Element::Area: {
+            const auto text = attribute(node, "alt");
+            putApart(text.empty() ? attribute(node, "title") : text);
+            return true;
+        }
+        case Element::Drawing:
+            putApart(drawingText(node));
+            return true;
+        case Element::Break:
+            breakLine();
+            return true;
+        default:
+            return false;
+        }
+    }
+
+    void putApart(std::string_view text) { m_page.text.append(" ").append(text).append(" "); }
+
+    void breakLine()
+    {
+        if (!m_page.text.empty() && m_page.text.back() != '\n') {
+            m_page.text += '\n';
+        }
+    }
+
+    PlainPage& m_page;
+    bool m_isReading;
+    std::vector<size_t> m_headings; ///< where those that are open begin
+};
+
+std::string titleOf(const HtmlTree& tree)
+{
+    std::string title;
+    if (const auto* element = tree.first("title")) {
+        for (const auto* node = element; node != nullptr; node = nextNode(node, element)) {
+            title += node->content;
+        }
+    }
+    return title;
+}
+
+} // namespace
+
+PlainPage readPlainPage(const QString& html)
+{
+    const HtmlTree tree(html);
+    PlainPage page;
+    if (tree.root() == nullptr) {
+        return page;
+    }
+    const auto language = attribute(*tree.root(), "lang");
+    page.language = language.empty() ? attribute(*tree.root(), "xml:lang") : language;
+    page.title = titleOf(tree);
+    page.text.reserve(size_t(html.size()));
+    const PageSurvey survey(*tree.root());
+    const bool isReading = survey.isWebPage() && tree.first("frameset") == nullptr;
+    const HtmlNode* body = tree.first("body");
+    const HtmlNode& all = body == nullptr ? *tree.root() : *body;
+    TextWriter(page, isReading).write(isReading ? *findMainContent(all).element : all);
+    return page;
+}

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace {
 
@@ -105,7 +106,8 @@ void PageMatches::clear()
 {
     m_sliceTimer.stop();
     m_matches.clear();
-    if (m_view != nullptr && !m_view->extraSelections().isEmpty()) {
+    // Those of another search stay.
+    if (m_view != nullptr && std::exchange(m_isMarking, false)) {
         m_view->setExtraSelections({});
     }
 }
@@ -161,6 +163,7 @@ void PageMatches::markVisible()
         mark.cursor.setPosition(match->start + match->length, QTextCursor::KeepAnchor);
         marks.append(mark);
     }
+    m_isMarking = true;
     m_view->setExtraSelections(marks);
 }
 

@@ -12,8 +12,8 @@
 class QTextBlock;
 class QTextEdit;
 
-/// All places of a page that match a text, found slice by slice in the event loop. Those in sight are marked;
-/// the view's extra selections belong to this class.
+/// All places of a page that match a text, found slice by slice in the event loop. Those in sight are marked
+/// by the view's extra selections, which belong to the search that was made last.
 class PageMatches : public QObject {
     Q_OBJECT
 
@@ -64,5 +64,6 @@ private:
     Matcher m_matcher;
     QTimer m_sliceTimer;
     int m_nextBlock = 0;
+    bool m_isMarking = false;     ///< the view shows marks of this search
     std::vector<Match> m_matches; ///< in the document, ascending
 };

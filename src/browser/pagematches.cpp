@@ -51,21 +51,21 @@ bool isWholeWord(const QString& text, qsizetype start, qsizetype end)
 
 /// What QTextDocument::find() finds in a paragraph.
 std::vector<PageMatches::Match> findText(const QString& sought, QTextDocument::FindFlags options,
-                                         const QString& text)
+                                         const QString& searched)
 {
     std::vector<PageMatches::Match> matches;
     const auto sensitivity =
         options.testFlag(QTextDocument::FindCaseSensitively) ? Qt::CaseSensitive : Qt::CaseInsensitive;
     const bool wholeWords = options.testFlag(QTextDocument::FindWholeWords);
-    qsizetype start = text.indexOf(sought, 0, sensitivity);
+    qsizetype start = searched.indexOf(sought, 0, sensitivity);
     while (start >= 0 && matches.size() < PageMatches::MaximumCount) {
         qsizetype next = start + sought.size();
-        if (wholeWords && !isWholeWord(text, start, next)) {
+        if (wholeWords && !isWholeWord(searched, start, next)) {
             ++next; // QTextDocument::find() goes on there, too
         } else {
             matches.push_back({int(start), int(sought.size())});
         }
-        start = text.indexOf(sought, next, sensitivity);
+        start = searched.indexOf(sought, next, sensitivity);
     }
     return matches;
 }
@@ -99,7 +99,7 @@ void PageMatches::search(const Matcher& matcher)
 void PageMatches::search(const QString& text, QTextDocument::FindFlags options)
 {
     search(text.isEmpty() ? Matcher()
-                          : [=](const QString& paragraph) { return findText(text, options, paragraph); });
+                          : [=](const QString& searched) { return findText(text, options, searched); });
 }
 
 void PageMatches::clear()

@@ -60,6 +60,7 @@ void BackgroundProgress::setFraction(qint64 done, qint64 total)
 void BackgroundProgress::show()
 {
     m_indicator = new QWidget(&m_statusBar);
+    m_indicator->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
     auto* label = new QLabel(tr("%1 (Esc stops)").arg(m_activity), m_indicator);
     m_bar = new QProgressBar(m_indicator);
     m_bar->setMaximumSize(BarWidth, label->sizeHint().height());

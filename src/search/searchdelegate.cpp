@@ -15,8 +15,8 @@ constexpr int NarrowWidth = 320;    // pixels; below, a snippet has one more lin
 constexpr int SnippetLines = 2;     // of a wide list
 constexpr qreal PlaceSize = 0.9;    // of the font's size
 constexpr qreal PlaceOpacity = 0.7; // of the text's colour
-constexpr qreal WeakGround = 0.3;   // of the highlight colour
-constexpr qreal HoverGround = 0.1;
+constexpr float WeakGround = 0.3F;  // of the highlight colour
+constexpr float HoverGround = 0.1F;
 
 QFont titleFont(const QStyleOptionViewItem& option)
 {

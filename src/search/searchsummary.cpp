@@ -35,7 +35,7 @@ QString foundHtml(const SearchAnswer& answer)
         const auto time = std::max<qint64>(1, std::llround(answer.milliseconds));
         return SearchSummary::tr("%1, %2 ms").arg(pages(answer.total), QLocale().toString(time));
     }
-    const QString none = SearchSummary::tr("No page has “%1”.").arg(queryHtml(answer.query));
+    QString none = SearchSummary::tr("No page has “%1”.").arg(queryHtml(answer.query));
     if (answer.nearest.isNull()) {
         return none;
     }

@@ -62,7 +62,8 @@ std::string fold(char32_t character)
             bare += QString::fromUcs4(&part, 1);
         }
     }
-    return bare.toCaseFolded().toStdString();
+    // Only upper case makes two letters of "ß".
+    return bare.toUpper().toCaseFolded().toStdString();
 }
 
 /// What is known of the usual characters.

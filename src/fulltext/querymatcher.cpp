@@ -7,6 +7,7 @@ QueryMatcher::QueryMatcher(const SearchQuery& query, bool isEnglish)
         if (query.clauses[i].isExcluded) {
             continue;
         }
+        ++m_clauses;
         for (const auto& term : query.clauses[i].terms) {
             auto& added = m_terms.emplace_back();
             added.clause = int(i);

@@ -15,6 +15,9 @@ public:
     /// When `isEnglish`, the forms of a word count as the same.
     QueryMatcher(const SearchQuery& query, bool isEnglish);
 
+    /// Number of clauses that can be found.
+    [[nodiscard]] int clauses() const { return m_clauses; }
+
     struct Match {
         uint32_t begin; ///< in the text, bytes
         uint32_t end;
@@ -44,5 +47,6 @@ private:
     bool proceed(Term& term, const Word& word, std::string_view folded);
 
     std::vector<Term> m_terms;
+    int m_clauses = 0;
     Stemmer m_stemmer;
 };

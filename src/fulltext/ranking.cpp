@@ -11,28 +11,17 @@
 
 namespace {
 
-constexpr double TitleWeight = 4;
-constexpr double KeywordWeight = 2;
-constexpr double HeadingWeight = 1;
+constexpr double TitleWeight = 3;
+constexpr double KeywordWeight = 2.5;
+constexpr double HeadingWeight = 1.5;
 constexpr double Saturation = 1.2; // how soon more of the same word counts no more
 constexpr double MeanTitleWords = 5;
-constexpr double AdjacencyWeight = 0.6;
-constexpr size_t MostPlaces = 64; // of a clause that are looked at for neighbours
-
-double rarity(int64_t all, int64_t found)
-{
-    return std::log(1 + (double(all) + 0.5) / (double(std::min(found, all)) + 0.5));
-}
+constexpr double AdjacencyWeight = 2.5;
+constexpr size_t MostPlaces = 1000; // of a clause that are looked at for neighbours
 
 double saturated(double count)
 {
     return count * (Saturation + 1) / (count + Saturation);
-}
-
-int countRow(const Fts5ExtensionApi* /*api*/, Fts5Context* /*context*/, void* count)
-{
-    ++*static_cast<int64_t*>(count);
-    return SQLITE_OK;
 }
 
 /// How often a phrase stands in each column.
@@ -44,8 +33,8 @@ double scoreOf(const Counts& counts, const PageFacts& facts, double meanWords)
     const double titleLength = 0.5 + 0.5 * facts.titleWords / MeanTitleWords;
     return saturated(counts[IndexFile::Body] / length) +
            (counts[IndexFile::Title] > 0 ? TitleWeight / titleLength : 0) +
-           KeywordWeight * saturated(counts[IndexFile::Keywords]) / 2 +
-           HeadingWeight * saturated(counts[IndexFile::Headings]) / 2;
+           KeywordWeight * saturated(counts[IndexFile::Keywords]) +
+           HeadingWeight * saturated(counts[IndexFile::Headings]);
 }
 
 uint64_t place(int column, int offset)
@@ -53,13 +42,16 @@ uint64_t place(int column, int offset)
     return uint64_t(column) << 32U | uint32_t(offset);
 }
 
-/// Whether a place of the second comes right behind one of the first; both are sorted. 2 in a title.
+/// How often a place of the second comes right behind one of the first; both are sorted. In titles it counts
+/// more.
 double neighbours(const std::vector<uint64_t>& first, const std::vector<uint64_t>& second)
 {
     double found = 0;
+    auto next = second.begin();
     for (const auto at : first) {
-        if (std::binary_search(second.begin(), second.end(), at + 1)) {
-            found = std::max(found, at >> 32U == IndexFile::Title ? 2.0 : 1.0);
+        next = std::lower_bound(next, second.end(), at + 1);
+        if (next != second.end() && *next == at + 1) {
+            found += at >> 32U == IndexFile::Title ? 3.0 : 1.0;
         }
     }
     return found;
@@ -80,21 +72,9 @@ struct Collect {
         const auto page = size_t(api->xRowid(context));
         const auto& pages = ranking.m_facts->pages;
         if (page < pages.size() && pages[page].isLive) {
-            findRarities(api, context, ranking);
             ranking.m_candidates.push_back({score(api, context, ranking, pages[page]), uint32_t(page)});
         }
         sqlite3_result_int(result, 1);
-    }
-
-    static void findRarities(const Fts5ExtensionApi* api, Fts5Context* context, Ranking& ranking)
-    {
-        for (size_t i = ranking.m_rarities.size(); i < ranking.m_roles.size(); ++i) {
-            int64_t found = std::max<int64_t>(ranking.m_roles[i].pages, 0);
-            if (ranking.m_roles[i].clause >= 0 && ranking.m_roles[i].pages < 0) {
-                api->xQueryPhrase(context, int(i), &found, countRow);
-            }
-            ranking.m_rarities.push_back(rarity(ranking.m_facts->live, found));
-        }
     }
 
     static double score(const Fts5ExtensionApi* api, Fts5Context* context, Ranking& ranking,
@@ -122,7 +102,7 @@ struct Collect {
                     places.push_back(place(column, offset));
                 }
             }
-            score += ranking.m_rarities[i] * role.weight * scoreOf(counts, facts, ranking.m_facts->meanWords);
+            score += role.weight * scoreOf(counts, facts, ranking.m_facts->meanWords);
         }
         return score + (hasNeighbours ? adjacency(ranking) : 0);
     }
@@ -133,13 +113,19 @@ struct Collect {
         for (auto& places : ranking.m_places) {
             std::sort(places.begin(), places.end());
         }
-        const double mean = *std::max_element(ranking.m_rarities.begin(), ranking.m_rarities.end());
         for (size_t i = 1; i < ranking.m_places.size(); ++i) {
-            score += AdjacencyWeight * mean * neighbours(ranking.m_places[i - 1], ranking.m_places[i]);
+            const double weight = std::min(ranking.m_weights[i - 1], ranking.m_weights[i]);
+            score += AdjacencyWeight * weight *
+                     saturated(neighbours(ranking.m_places[i - 1], ranking.m_places[i]));
         }
         return score;
     }
 };
+
+double rarity(int64_t found, int64_t all)
+{
+    return std::log(1 + (double(all) + 0.5) / (double(std::min(found, all)) + 0.5));
+}
 
 bool Ranking::attach(Database& database)
 {
@@ -152,11 +138,16 @@ void Ranking::begin(const AllFacts& facts, std::vector<PhraseRole> roles, std::s
     m_facts = &facts;
     m_roles = std::move(roles);
     m_stop = std::move(stop);
-    m_rarities.clear();
     m_candidates.clear();
     int clauses = 0;
     for (const auto& role : m_roles) {
         clauses = std::max(clauses, role.clause + 1);
     }
     m_places.resize(size_t(clauses));
+    m_weights.assign(size_t(clauses), 0);
+    for (const auto& role : m_roles) {
+        if (role.clause >= 0) {
+            m_weights[size_t(role.clause)] = std::max(m_weights[size_t(role.clause)], role.weight);
+        }
+    }
 }

@@ -26,14 +26,16 @@ struct AllFacts {
 /// A phrase of an expression, in the order in which they stand there.
 struct PhraseRole {
     int clause;    ///< -1: excluded
-    double weight; ///< of one that stands for what was asked for
-    int64_t pages; ///< that have it; -1 when not known
+    double weight; ///< of what is found
 };
 
 struct Candidate {
     double score;
     uint32_t page;
 };
+
+/// How much a word says that so many of all pages have.
+[[nodiscard]] double rarity(int64_t found, int64_t all);
 
 /// Collects the pages that an expression finds, with scores: words that few pages have count more, as do
 /// those in titles, keywords and headings, those that come often for the length of the page, and those that
@@ -51,8 +53,8 @@ private:
 
     const AllFacts* m_facts = nullptr;
     std::vector<PhraseRole> m_roles;
-    std::vector<double> m_rarities; ///< of the phrases
     std::stop_token m_stop;
     std::vector<Candidate> m_candidates;
+    std::vector<double> m_weights;               ///< of the clauses
     std::vector<std::vector<uint64_t>> m_places; ///< of the phrases of each clause in a page
 };

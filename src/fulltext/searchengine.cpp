@@ -12,7 +12,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr auto SnippetTime = std::chrono::milliseconds(40); // that an answer waits for its snippets
+constexpr auto SnippetTime = std::chrono::milliseconds(25); // that an answer waits for its snippets
 constexpr auto SpellingTime = std::chrono::milliseconds(150);
 
 double millisecondsSince(Clock::time_point begin)
@@ -131,13 +131,30 @@ std::optional<SearchAnswer> SearchEngine::search(const SearchRequest& request, c
     return answer;
 }
 
+/// A word says the less the more pages of all sets have it.
+std::vector<double> SearchEngine::weightsFor(const std::vector<Set*>& sets, const SearchQuery& query)
+{
+    std::vector<int64_t> sums;
+    for (auto* set : sets) {
+        const auto counts = set->index->count(query);
+        sums.resize(counts.size());
+        std::transform(counts.begin(), counts.end(), sums.begin(), sums.begin(), std::plus());
+    }
+    std::vector<double> weights;
+    for (const auto sum : sums) {
+        weights.push_back(rarity(sum, sums.back()));
+    }
+    return weights;
+}
+
 std::optional<SearchEngine::Found> SearchEngine::findAll(const std::vector<Set*>& sets,
                                                          const SearchQuery& query, int limit,
                                                          const std::stop_token& stop)
 {
     Found all;
+    const auto weights = weightsFor(sets, query);
     for (auto* set : sets) {
-        auto found = set->index->search(query, size_t(limit), stop);
+        auto found = set->index->search(query, weights, size_t(limit), stop);
         if (stop.stop_requested()) {
             return std::nullopt;
         }

@@ -45,6 +45,8 @@ private:
         std::vector<Hit> hits;
     };
     [[nodiscard]] std::vector<Set*> scope(const SearchRequest& request);
+    [[nodiscard]] static std::vector<double> weightsFor(const std::vector<Set*>& sets,
+                                                        const SearchQuery& query);
     [[nodiscard]] std::optional<Found> findAll(const std::vector<Set*>& sets, const SearchQuery& query,
                                                int limit, const std::stop_token& stop);
     [[nodiscard]] std::optional<SearchQuery> corrected(const std::vector<Set*>& sets,

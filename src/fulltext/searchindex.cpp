@@ -10,6 +10,7 @@
 namespace {
 
 constexpr double BeginningWeight = 0.3; // of words that only begin like the one being typed
+constexpr double FormWeight = 0.6;      // of other forms of a word
 constexpr size_t MostForms = 24;
 
 /// A title that is what was asked for goes before nearly everything; so does a keyword, but less.
@@ -27,9 +28,19 @@ std::string quoted(std::string_view words)
     return text + '"';
 }
 
-void addPhrase(std::string& expression, const std::string& phrase)
+std::string joined(const std::vector<std::string>& words, char separator)
 {
-    expression.append(expression.empty() ? "" : " OR ").append(phrase);
+    std::string text;
+    for (const auto& word : words) {
+        text.append(text.empty() ? 0 : 1, separator).append(word);
+    }
+    return text;
+}
+
+/// Whether a term stands for all forms of its word.
+bool hasForms(const QueryTerm& term)
+{
+    return !term.isExact && term.words.size() == 1;
 }
 
 /// The first text that does not begin with this one.
@@ -38,7 +49,51 @@ std::string behind(std::string text)
     return text + "\xFF";
 }
 
+/// All of a term: quoted, so that nothing in a query is taken for syntax.
+std::string phraseOf(const QueryTerm& term)
+{
+    return quoted(joined(term.words, ' ')) + (term.isPrefix ? " *" : "");
+}
+
 } // namespace
+
+/// Puts clauses together: those that are wanted, then those that are not.
+class SearchIndex::Expression {
+public:
+    void beginClause(int number, bool isExcluded)
+    {
+        m_clause = isExcluded ? -1 : number;
+        auto& text = isExcluded ? m_excluded : m_wanted;
+        text.append(text.empty() ? "(" : isExcluded ? ") OR (" : ") AND (");
+        m_isFirst = true;
+    }
+    void add(const std::string& phrase, double weight)
+    {
+        auto& text = m_clause < 0 ? m_excluded : m_wanted;
+        text.append(m_isFirst ? "" : " OR ").append(phrase);
+        (m_clause < 0 ? m_excludedRoles : m_wantedRoles).push_back({m_clause, weight});
+        m_isFirst = false;
+    }
+    [[nodiscard]] bool isEmpty() const { return m_wanted.empty(); }
+    [[nodiscard]] std::string text() const
+    {
+        return m_excluded.empty() ? m_wanted + ")" : "(" + m_wanted + ")) NOT (" + m_excluded + "))";
+    }
+    [[nodiscard]] std::vector<PhraseRole> roles() const
+    {
+        auto roles = m_wantedRoles;
+        roles.insert(roles.end(), m_excludedRoles.begin(), m_excludedRoles.end());
+        return roles;
+    }
+
+private:
+    std::string m_wanted;
+    std::string m_excluded;
+    std::vector<PhraseRole> m_wantedRoles;
+    std::vector<PhraseRole> m_excludedRoles;
+    int m_clause = 0;
+    bool m_isFirst = true;
+};
 
 SearchIndex::SearchIndex(const QByteArray& name) : m_database(IndexFile::open(name))
 {
@@ -89,15 +144,16 @@ const SearchIndex::Forms& SearchIndex::forms(const std::string& word)
     auto& forms = m_forms[word];
     const bool isEnglish = m_facts.english * 2 > m_facts.live;
     const std::string stem(isEnglish ? m_stemmer.stem(word) : word);
-    const bool hasForms =
+    const bool isInflected =
         isEnglish && (stem != word || m_stemmer.stem(word + "s") == stem) && word.size() > 2;
-    const std::string begin = hasForms ? stem.substr(0, std::max<size_t>(stem.size() - 1, 2)) : word;
+    const std::string begin = isInflected ? stem.substr(0, std::max<size_t>(stem.size() - 1, 2)) : word;
     auto rows = m_database->prepare("SELECT term, doc FROM vocabulary WHERE term >= ? AND term < ?");
-    const std::string end = hasForms ? behind(begin) : word + '\1';
+    const std::string end = isInflected ? behind(begin) : word + '\1';
     rows.bind(1, begin).bind(2, end);
     while (rows.step()) {
         const auto term = rows.text(0);
-        if ((term == word || (hasForms && m_stemmer.stem(term) == stem)) && forms.words.size() < MostForms) {
+        if ((term == word || (isInflected && m_stemmer.stem(term) == stem)) &&
+            forms.words.size() < MostForms) {
             forms.words.emplace_back(term);
             forms.pages = std::max(forms.pages, rows.number(1));
         }
@@ -105,77 +161,73 @@ const SearchIndex::Forms& SearchIndex::forms(const std::string& word)
     return forms;
 }
 
-void SearchIndex::addTerm(const QueryTerm& term, int clause, std::string& expression,
-                          std::vector<PhraseRole>& roles)
+void SearchIndex::addTerm(const QueryTerm& term, double weight, Expression& expression)
 {
-    const auto add = [&](const std::string& phrase, double weight, int64_t pages) {
-        addPhrase(expression, phrase);
-        roles.push_back({clause, weight, pages});
-    };
-    std::string phrase;
-    for (const auto& word : term.words) {
-        phrase.append(phrase.empty() ? "" : " ").append(word);
-    }
-    if (term.words.size() > 1 || term.isExact) {
-        add(quoted(phrase) + (term.isPrefix ? " *" : ""), 1, -1);
+    if (!hasForms(term)) {
+        expression.add(phraseOf(term), weight);
         return;
     }
-    const auto& found = forms(phrase);
-    std::string synonyms;
-    for (const auto& word : found.words) {
-        synonyms += (synonyms.empty() ? "" : std::string(1, IndexFile::SamePosition)) + word;
-    }
-    if (!synonyms.empty() || !term.isPrefix) {
-        add(quoted(synonyms.empty() ? phrase : synonyms), 1, found.pages);
+    const auto& word = term.words.front();
+    expression.add(quoted(word), weight);
+    auto others = forms(word).words;
+    std::erase(others, word);
+    if (!others.empty()) {
+        expression.add(quoted(joined(others, IndexFile::SamePosition)), weight * FormWeight);
     }
     if (term.isPrefix) {
-        add(quoted(phrase) + " *", synonyms.empty() ? 1 : BeginningWeight, -1);
+        expression.add(quoted(word) + " *", weight * BeginningWeight);
     }
 }
 
-/// Made of quoted texts only, so that nothing in a query is taken for syntax.
-std::string SearchIndex::expressionFor(const SearchQuery& query, std::vector<PhraseRole>& roles)
+std::vector<int64_t> SearchIndex::count(const SearchQuery& query)
 {
-    std::string wanted;
-    std::string excluded;
-    for (const bool isExcluded : {false, true}) {
-        for (size_t i = 0; i < query.clauses.size(); ++i) {
-            const auto& clause = query.clauses[i];
-            if (clause.isExcluded != isExcluded) {
+    refresh();
+    std::vector<int64_t> counts;
+    for (const auto& clause : query.clauses) {
+        for (const auto& term : clause.terms) {
+            if (hasForms(term)) {
+                counts.push_back(forms(term.words.front()).pages);
                 continue;
             }
-            std::string terms;
-            for (const auto& term : clause.terms) {
-                addTerm(term, isExcluded ? -1 : int(i), terms, roles);
-            }
-            auto& all = isExcluded ? excluded : wanted;
-            all.append(all.empty() ? "(" : isExcluded ? " OR (" : " AND (").append(terms).append(")");
+            auto row = m_database->prepare("SELECT count(*) FROM words WHERE words MATCH ?");
+            const std::string phrase = phraseOf(term);
+            counts.push_back(!clause.isExcluded && row.bind(1, phrase).step() ? row.number(0) : 0);
         }
     }
-    return excluded.empty() ? wanted : "(" + wanted + ") NOT (" + excluded + ")";
+    counts.push_back(m_facts.live);
+    return counts;
 }
 
-std::optional<SearchIndex::Found> SearchIndex::search(const SearchQuery& query, size_t limit,
+std::optional<SearchIndex::Found> SearchIndex::search(const SearchQuery& query,
+                                                      const std::vector<double>& weights, size_t limit,
                                                       const std::stop_token& stop)
 {
     refresh();
+    Expression expression;
+    size_t number = 0;
+    for (size_t i = 0; i < query.clauses.size(); ++i) {
+        const auto& clause = query.clauses[i];
+        expression.beginClause(int(i), clause.isExcluded);
+        for (const auto& term : clause.terms) {
+            const double weight = weights[number++];
+            addTerm(term, weight, expression);
+        }
+    }
     Found found;
-    std::vector<PhraseRole> roles;
-    const std::string expression = expressionFor(query, roles);
-    if (expression.empty()) {
-        return found;
+    if (!expression.isEmpty()) {
+        m_ranking.begin(m_facts, expression.roles(), stop);
+        auto rows = m_database->prepare("SELECT collect(words) FROM words WHERE words MATCH ?");
+        const std::string text = expression.text();
+        rows.bind(1, text);
+        while (rows.step()) {
+        }
+        if (!rows.ok()) {
+            return std::nullopt;
+        }
+        found.best = std::move(m_ranking.candidates());
+        preferExactNames(query, found);
+        sortOut(found, limit);
     }
-    m_ranking.begin(m_facts, std::move(roles), stop);
-    auto rows = m_database->prepare("SELECT collect(words) FROM words WHERE words MATCH ?");
-    rows.bind(1, expression);
-    while (rows.step()) {
-    }
-    if (!rows.ok()) {
-        return std::nullopt;
-    }
-    found.best = std::move(m_ranking.candidates());
-    preferExactNames(query, found);
-    sortOut(found, limit);
     return found;
 }
 

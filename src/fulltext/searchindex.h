@@ -25,9 +25,12 @@ public:
         std::unordered_map<uint32_t, std::string>
             anchors; ///< of pages with a place that is called like the query
     };
-    /// Nothing when a stop was asked for or the database is damaged.
-    [[nodiscard]] std::optional<Found> search(const SearchQuery& query, size_t limit,
-                                              const std::stop_token& stop);
+    /// How many pages have the terms of a query, in their order there; and all pages, as the last number.
+    [[nodiscard]] std::vector<int64_t> count(const SearchQuery& query);
+    /// `weights` are those of the terms, in their order there. Nothing when a stop was asked for or the
+    /// database is damaged.
+    [[nodiscard]] std::optional<Found> search(const SearchQuery& query, const std::vector<double>& weights,
+                                              size_t limit, const std::stop_token& stop);
 
     struct Page {
         QString file;
@@ -56,8 +59,8 @@ private:
     };
     const Forms& forms(const std::string& word);
     void refresh();
-    void addTerm(const QueryTerm& term, int clause, std::string& expression, std::vector<PhraseRole>& roles);
-    std::string expressionFor(const SearchQuery& query, std::vector<PhraseRole>& roles);
+    class Expression;
+    void addTerm(const QueryTerm& term, double weight, Expression& expression);
     void preferExactNames(const SearchQuery& query, Found& found);
     void sortOut(Found& found, size_t limit);
 

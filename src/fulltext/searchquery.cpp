@@ -81,7 +81,7 @@ private:
     [[nodiscard]] bool isWordOr() const
     {
         const auto rest = QStringView(m_text).sliced(m_at);
-        return rest.startsWith(u"OR") && rest.size() > 2 && rest[2].isSpace();
+        return rest.startsWith(u"OR") && (rest.size() == 2 || rest[2].isSpace());
     }
 
     QueryTerm readPhrase()

@@ -82,7 +82,8 @@ private:
     {
         switch (notes.element) {
         case Element::Transparent:
-            return isElement(node, "mtr") || isElement(node, "mtd");
+            return isElement(node, "mtr") || isElement(node, "mtd") ||
+                   (node.parent != nullptr && isElement(*node.parent, "mfrac"));
         case Element::Inline:
         case Element::Code:
         case Element::Keys:

@@ -1,0 +1,466 @@
+// SPDX-License-Identifier: MIT
+#include "fulltext/helpsetindex.h"
+#include "fulltext/matchranges.h"
+#include "fulltext/searchengine.h"
+#include "fulltext/searchservice.h"
+#include "library/helplibrary.h"
+#include "library/helpset.h"
+#include "pages/plainpage.h"
+#include "pages/preparedpage.h"
+#include "search/searchsources.h"
+
+#include "testfiles.h"
+
+#include <QDirIterator>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSignalSpy>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+SearchSource sourceOf(const QString& contentsFile)
+{
+    HelpLibrary library;
+    const auto loaded = library.loadContents(contentsFile, nullptr);
+    return makeSearchSource(library.helpSet(*loaded.root));
+}
+
+/// Help sets on disk with a cache of their own.
+class Searched {
+public:
+    explicit Searched(const QByteArray& files) : m_files(files)
+    {
+        qputenv("XDG_CACHE_HOME", m_files.path(u"cache"_s).toUtf8());
+    }
+
+    IndexingResult update(const QString& contentsFile = u"a.cnt"_s)
+    {
+        const auto source = std::make_shared<SearchSource>(sourceOf(m_files.path(contentsFile)));
+        return indexHelpSet(
+            source, {}, [](qint64, qint64) {},
+            [this](const SearchableSet& set) {
+                m_isInMemory = set.inMemory != nullptr;
+                m_engine.add(set);
+            });
+    }
+    SearchAnswer search(const QString& query, bool isTyping = false)
+    {
+        return m_engine.search({query, {}, 50, isTyping}, {}).value_or(SearchAnswer{});
+    }
+    /// Names of the pages found, best first.
+    QString pages(const QString& query, bool isTyping = false)
+    {
+        QStringList names;
+        for (const auto& hit : search(query, isTyping).hits) {
+            names += QFileInfo(hit.page).fileName().remove(u".html"_s);
+        }
+        return names.join(u' ');
+    }
+    [[nodiscard]] QString database() const
+    {
+        QDirIterator files(m_files.path(u"cache"_s), {u"*.search"_s}, QDir::Files,
+                           QDirIterator::Subdirectories);
+        return files.hasNext() ? files.next() : QString();
+    }
+    [[nodiscard]] TemporaryFiles& files() { return m_files; }
+    [[nodiscard]] bool isInMemory() const { return m_isInMemory; }
+
+private:
+    TemporaryFiles m_files;
+    SearchEngine m_engine;
+    bool m_isInMemory = false;
+};
+
+/// A help set with one page.
+QByteArray onePage(const QString& html)
+{
+    return "== a.cnt\n:title = A\nPage = a.html\n== a.html\n" + html.toUtf8();
+}
+
+QString marked(const QString& text, const std::vector<TextRange>& ranges)
+{
+    QString result = text;
+    for (auto range = ranges.rbegin(); range != ranges.rend(); ++range) {
+        result.insert(range->start + range->length, u']').insert(range->start, u'[');
+    }
+    return result;
+}
+
+QStringList wordsOf(const QString& text)
+{
+    return text.split(QRegularExpression(u"\\W+"_s, QRegularExpression::UseUnicodePropertiesOption),
+                      Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+class FulltextTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void relevance_data()
+    {
+        addTexts("query", "first");
+        addRow("title beats body", "painting", "title");
+        addRow("keyword beats heading", "cutting", "keyword");
+        addRow("heading beats body", "gluing", "heading");
+        addRow("phrase beats words", "paper boat", "phrase");
+        addRow("rare beats common", "common rarity", "rare");
+        addRow("exact title beats longer ones", "fold", "fold");
+        addRow("place in a page", "valley crease", "keyword.html#valley");
+    }
+
+    void relevance()
+    {
+        QFETCH(const QString, query);
+        QFETCH(const QString, first);
+        Searched searched(
+            "== a.cnt\n:title = Paper\n:index = a.idx\nBook\n Painting = title.html\n"
+            " Work = keyword.html\n  Valley crease = keyword.html#valley\n Work = heading.html\n"
+            " Work = phrase.html\n Work = words.html\n Work = rare.html\n Fold = fold.html\n"
+            " How to fold and fold = long.html\n"
+            "== a.idx\ncutting = keyword.html\n"
+            "== title.html\n<p>a common text\n"
+            "== keyword.html\n<p>a valley crease, a common text about painting painting\n"
+            "== heading.html\n<h2>Cutting and gluing</h2><p>a common text about cutting\n"
+            "== phrase.html\n<p>a common text: a paper boat, gluing gluing gluing\n"
+            "== words.html\n<p>a common boat of any paper, paper, paper and valley boat, boat\n"
+            "== rare.html\n<p>rarity\n"
+            "== fold.html\n<p>fold\n"
+            "== long.html\n<p>fold fold fold fold crease crease valley\n");
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        const auto pages = searched.pages(query);
+        QVERIFY2(pages.startsWith(first.section(u'.', 0, 0)), qPrintable(pages));
+        const auto hit = searched.search(query).hits.front();
+        QVERIFY(hit.page.endsWith(first) || !first.contains(u'.'));
+        QCOMPARE(hit.helpSet, u"Paper"_s);
+        QCOMPARE(hit.path, QStringList(u"Book"_s));
+    }
+
+    void found_data()
+    {
+        addTexts("text", "queries", "others"); // separated by " / "
+        addRow("letter case and accents", "Caf\u00E9 NA\u00CFVE stra\u00DFe \u0395\u03BB\u03BB\u03AC\u03C2",
+               "cafe / CAFE\u0301 / na\u00EFve / strasse / \u03B5\u03BB\u03BB\u03B1\u03C3", "cafes");
+        addRow("word forms", "the managers of windows are running with the cities and that is for them",
+               "manager / managing / window / run / city",
+               "wind / managerial / cit / \"window\" / \"manager\"");
+        addRow("no word forms elsewhere", "<html lang=de>die Fenster der Windows", "fenster / windows",
+               "window");
+        addRow("names", "QTextBrowser set_encoding std::vector os.path.join() __init__ utf8",
+               "QTextBrowser / qtextbrowser / browser / \"text browser\" / set_encoding / encoding / "
+               "std::vector / "
+               "vector / os.path.join / path / join() / __init__ / init / utf8",
+               "set_encode / std::list / tex / \"browser text\"");
+        addRow("signs", "use C++ or operator= with --install and -x, F# too; a-b",
+               "C++ / operator= / --install / install / F# / a-b", "C# / operator+ / --instal");
+        addRow("Chinese, Japanese, Korean",
+               "\u6211\u5011\u5B78\u7FD2\u4E2D\u6587\u3002\u65E5\u672C\u8A9E\u306E \uD55C\uAD6D\uC5B4",
+               "\u5B78\u7FD2 / \u4E2D / \u5B78\u7FD2\u4E2D\u6587 / \u672C\u8A9E / \uAD6D\uC5B4",
+               "\u5B78\u4E2D / \u6587\u65E5 / \u8A9E\uD55C");
+        addRow("text in words only", "a<b>b</b>c<p>d</p>e", "abc / d / e", "b / cd");
+        addRow(
+            "not indexed",
+            "<style>x1{}</style><script>x2()</script><p hidden>x3<p>x4<nav><a href=q>x5</a></nav><!-- x6 -->",
+            "x4", "x1 / x2 / x3 / x5 / x6");
+        addRow("phrases", "one two three two one",
+               "\"two three\" / \"two one\" / \"one two three two one\" / \"two",
+               "\"one three\" / \"three one\"");
+        addRow("excluded", "one two three", "one -four / -four one / one -\"two one\"",
+               "one -two / one -\"two three\" / -two one");
+        addRow("alternatives and beginnings", "one twofold three",
+               "one OR four / four | three / two* / tw* one / one OR",
+               "two / four OR five / one fou* / fold");
+        addRow("signs of other syntaxes", "one two AND NOT near a:b",
+               "( one / one) / {one} two / one AND two / a:b / ^one / one+two / * one / one ** / "
+               "one ; two / 'one' / one\\ / title:one OR one / one -- two / OR one / one - two",
+               "near/2 / near(one two) / one^2 / column:three / one -two -near / NOT: x");
+        addRow("nothing to look for", "one", "one",
+               "\" / \"\" / - / * / OR / ( / -- / | / -\" / \u0301 / ** / \"*\"");
+    }
+
+    void found()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const QString, queries);
+        QFETCH(const QString, others);
+        Searched searched(onePage(u"<meta charset=utf-8>"_s + text));
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        for (const auto& query : queries.split(u" / "_s)) {
+            QVERIFY2(searched.search(query).total == 1, qPrintable(query));
+        }
+        for (const auto& query : others.split(u" / "_s)) {
+            QVERIFY2(searched.search(query).total == 0, qPrintable(query));
+        }
+    }
+
+    void typing()
+    {
+        Searched searched(onePage(u"the window manager of std::vectors"_s));
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        for (const auto& query : {u"window manag"_s, u"wind"_s, u"std::vec"_s, u"\"window man"_s}) {
+            QVERIFY2(searched.search(query, true).total == 1, qPrintable(query));
+        }
+        QCOMPARE(searched.search(u"manag windo"_s, true).total, 1);
+        QCOMPARE(searched.search(u"windo manager"_s, true).total, 0);
+        QCOMPARE(searched.search(u"wind "_s, true).total, 0);
+    }
+
+    void marks_data()
+    {
+        addTexts("query", "text");
+        addRow("words and forms", "window manag",
+               "the [Windows] and [managers], no \u201Cmanuals\u201D: [window]");
+        addRow("phrases", "\"a b\" c", "[c] a [A b] b a");
+        addRow("excluded", "one -two", "[one] two");
+        addRow("accents and wide characters", "cafe", "\U0001F600 [Cafe\u0301] [CAF\u00C9S]");
+        addRow("names", "set_encoding vector", "[set_encoding] std::[vector] set encoding");
+        addRow("pairs", "\u65E5\u672C\u8A9E", "x[\u65E5\u672C\u8A9E]x\u65E5\u672C");
+    }
+
+    void marks()
+    {
+        QFETCH(const QString, query);
+        QFETCH(QString, text);
+        const QString expected = text;
+        text.remove(u'[').remove(u']');
+        QCOMPARE(marked(text, matchRanges(query, text, true)), expected);
+    }
+
+    void snippets()
+    {
+        Searched searched(onePage(u"<title>T</title><p>"_s + u"filler "_s.repeated(200) +
+                                  u"the &lt;b&gt;needle\u0007 &amp;amp; <b>thread</b>\n"_s +
+                                  u"filler "_s.repeated(200) + u"needle"_s));
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        const auto hit = searched.search(u"needle thread"_s).hits.at(0);
+        const QString text = marked(hit.snippet, hit.marks);
+        QVERIFY2(text.contains(u"the <b>[needle] &amp; [thread] filler"_s), qPrintable(text));
+        QVERIFY(text.startsWith(u"\u2026 "_s) && text.endsWith(u" \u2026"_s) && text.size() < 300);
+    }
+
+    void titles()
+    {
+        Searched searched(
+            "== a.cnt\n:title = <i>A\nBook\n <b>Inner\n  <u>x</u> = a.html\n  Place = b.html#p\n c = "
+            "c.html#q\n"
+            "== a.html\n<p>word a\n== b.html\n<title> Own\n title </title><p>word b\n== c.html\n<p>word c");
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        QStringList found;
+        for (const auto& hit : searched.search(u"word"_s).hits) {
+            found += hit.title + u" in "_s + hit.path.join(u'>') + u" of "_s + hit.helpSet;
+        }
+        found.sort();
+        QCOMPARE(found, QStringList({u"<u>x</u> in Book><b>Inner of <i>A"_s,
+                                     u"Own title in Book><b>Inner of <i>A"_s, u"c in Book of <i>A"_s}));
+    }
+
+    void nearest_data()
+    {
+        addTexts("query", "nearest");
+        addRow("near spelling", "create tabel", "create table");
+        addRow("first letters exchanged", "rceate", "create");
+        addRow("a word less", "create table unheard", "create table");
+        addRow("the rarest word", "unheard unseen thing create", "create");
+        addRow("nothing near", "unheard", "");
+        addRow("exclusions stay", "tabel -view", "table -view");
+    }
+
+    void nearest()
+    {
+        QFETCH(const QString, query);
+        QFETCH(const QString, nearest);
+        Searched searched("== a.cnt\nA = a.html\nB = b.html\nC = c.html\n== a.html\n<p>create table\n"
+                          "== b.html\n<p>table view thing\n== c.html\n<p>table thing");
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        const auto answer = searched.search(query);
+        QCOMPARE(answer.nearest, nearest);
+        QVERIFY(answer.total == 0 && answer.nearestTotal == qint64(answer.hits.size()));
+        QCOMPARE(answer.hits.empty(), nearest.isEmpty());
+    }
+
+    void upkeep()
+    {
+        Searched searched("== a.cnt\nFirst = a.html\nSecond = b.html\nSame = c.html\nGone = no.html\n"
+                          "== a.html\n<p>apple\n== b.html\n<p>banana\n== c.html\n<p>banana");
+        QCOMPARE(searched.update().errors, QStringList());
+        QCOMPARE(searched.search(u"banana"_s).total, 1); // one of two copies
+        auto& files = searched.files();
+        files.write(u"a.html"_s, "<p>cherry!");
+        QVERIFY(QFile::remove(files.path(u"b.html"_s)));
+        files.write(u"a.cnt"_s, "First = a.html\nThird = c.html\nFourth = d.html");
+        files.write(u"d.html"_s, "<p>apricot");
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        const QStringList expected{u""_s, u"a"_s, u"c"_s, u""_s, u"c"_s, u"d"_s};
+        QStringList found;
+        for (const auto& query :
+             {u"apple"_s, u"cherry"_s, u"banana"_s, u"second"_s, u"third"_s, u"apricot"_s}) {
+            found += searched.search(query).total == 0 ? u""_s : searched.pages(query);
+        }
+        QCOMPARE(found, expected);
+    }
+
+    void unusableDatabases_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("sql");
+        addRow("no database", QByteArray("not a database, but long enough to be looked at").repeated(100),
+               QString());
+        addRow("empty", QByteArray(), QString());
+        addRow("foreign", QByteArray(), u"DROP TABLE pages; PRAGMA application_id = 7"_s);
+        addRow("other format", QByteArray(), u"PRAGMA user_version = 99"_s);
+        addRow("cut off", QByteArray(), u"cut"_s);
+    }
+
+    void unusableDatabases()
+    {
+        QFETCH(const QByteArray, content);
+        QFETCH(const QString, sql);
+        Searched searched(onePage(u"<p>apple"_s));
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        const QString name = searched.database();
+        if (sql == u"cut") {
+            QVERIFY(QFile::resize(name, 20000));
+        } else if (!sql.isEmpty()) {
+            Database database(name.toUtf8());
+            QVERIFY(database.run(sql.toUtf8().constData()) || database.isOpen());
+        } else {
+            QFile file(name);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+        }
+        searched.files().write(u"a.html"_s, "<p>banana");
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        QCOMPARE(searched.search(u"banana"_s).total, 1);
+    }
+
+    void withoutCache()
+    {
+        Searched searched(onePage(u"<p>apple"_s));
+        searched.files().write(u"cache/Orvanel"_s, "in the way");
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        QVERIFY(searched.isInMemory());
+        QCOMPARE(searched.search(u"apple"_s).total, 1);
+    }
+
+    void sameTextAsShown_data()
+    {
+        addTexts("html");
+        addRow("plain", "<title>t</title>a <b>b</b>c<p>d<br>e<table><tr><td>f<td>g</table><img alt=h "
+                        "src=x><input value=i>");
+        addRow("web page",
+               "<link rel=stylesheet href=x><div class=navbar><a href=x>no</a></div><div role=main><h1>a"
+               "<a class=headerlink href=x>no</a></h1><p style='display: none'>no</p><pre>b <i>c</i>\nd</pre>"
+               "<ul><li>e<ul><li>f</ul></ul><dl><dt>g<dd>h</dl><select><option>i<option>j</select>"
+               "<svg><text>k</text></svg><math><mfrac><mn>1</mn><mn>2</mn></mfrac></math></div>");
+        addRow("no body", "<style>x</style>just text &eacute;");
+    }
+
+    void sameTextAsShown()
+    {
+        QFETCH(const QString, html);
+        const auto shown = preparePage(html, {}, Presentation::Reading);
+        const auto plain = readPlainPage(html);
+        QCOMPARE(wordsOf(QString::fromStdString(plain.text)), wordsOf(shown.text));
+        QString headings;
+        for (const auto& heading : shown.headings) {
+            headings += heading.text + u'\n';
+        }
+        QCOMPARE(wordsOf(QString::fromStdString(plain.headings)), wordsOf(headings));
+    }
+
+    void service()
+    {
+        Searched searched("== a.cnt\n:title = A\nx = a.html\n== b.cnt\n:title = B\ny = b.html\n== "
+                          "a.html\n<p>apple\n== b.html\n<p>apple too");
+        SearchService service;
+        QSignalSpy answers(&service, &SearchService::answered);
+        QSignalSpy idle(&service, &SearchService::becameIdle);
+        const QString a = searched.files().path(u"a.cnt"_s);
+        service.addHelpSet(sourceOf(a));
+        service.addHelpSet(sourceOf(searched.files().path(u"b.cnt"_s)));
+        QVERIFY(service.isIndexing());
+        QTRY_VERIFY(!idle.isEmpty() && !service.isIndexing());
+        const auto answer = [&](const SearchRequest& request) {
+            answers.clear();
+            service.search({u"never answered"_s, {}});
+            service.search(request);
+            static_cast<void>(QTest::qWaitFor([&] { return !answers.isEmpty(); }));
+            return answers.isEmpty() ? SearchAnswer() : answers.first().first().value<SearchAnswer>();
+        };
+        QCOMPARE(answer({u"apple"_s, {}}).total, 2);
+        QCOMPARE(answer({u"apple"_s, {a}}).hits.at(0).helpSet, u"A"_s);
+        service.removeHelpSet(a);
+        QCOMPARE(answer({u"apple"_s, {}}).hits.at(0).helpSet, u"B"_s);
+    }
+
+    void command()
+    {
+        Searched searched(
+            "== a.cnt\n:title = A\nBook\n T\u001B[31m = a.html\n== a.html\n<p>apple \u009B pie");
+        const auto run = [&](const QStringList& arguments) {
+            QProcess process;
+            process.setWorkingDirectory(searched.files().path({}));
+            process.start(qEnvironmentVariable("QUENDA_PROGRAM"), arguments);
+            process.waitForFinished();
+            return std::pair(process.exitCode(), process.readAllStandardOutput());
+        };
+        const QString page = searched.files().path(u"a.html"_s);
+        QCOMPARE(run({u"--index"_s, u"a.cnt"_s}).first, 0);
+        const auto lines = run({u"--search"_s, u"apples"_s, u"a.cnt"_s});
+        QCOMPARE(lines.first, 1);
+        QCOMPARE(run({u"--search"_s, u"apple"_s, u"a.cnt"_s}),
+                 std::pair(0, QByteArray(page.toUtf8() + "\tT [31m\tapple ? pie\n")));
+        const auto json =
+            QJsonDocument::fromJson(run({u"--search"_s, u"apple"_s, u"--json"_s, u"a.cnt"_s}).second)
+                .object();
+        QCOMPARE(json[u"total"].toInt(), 1);
+        QCOMPARE(json[u"hits"][0][u"path"][0].toString(), u"Book"_s);
+        QCOMPARE(json[u"hits"][0][u"page"].toString(), page);
+        for (const auto& bad : {QStringList{u"--search"_s},
+                                {u"--search"_s, u"a"_s, u"--limit"_s, u"0"_s, u"a.cnt"_s},
+                                {u"--search"_s, u"a"_s, u"no.cnt"_s},
+                                {u"--index"_s},
+                                {u"--index"_s, u"no.cnt"_s}}) {
+            QCOMPARE(run(bad).first, 2);
+        }
+    }
+
+    void killedAndConcurrent()
+    {
+        constexpr int pages = 6000;
+        QByteArray contents;
+        Searched searched("== a.cnt\n");
+        for (int i = 0; i < pages; ++i) {
+            const auto number = QByteArray::number(i);
+            contents += "Page " + number + " = p" + number + ".html\n";
+            searched.files().write(u"p%1.html"_s.arg(i), "<p>apple n" + number + " " +
+                                                             QByteArray("some more words ").repeated(300));
+        }
+        const QString file = searched.files().write(u"a.cnt"_s, contents);
+        const auto start = [&] {
+            auto process = std::make_unique<QProcess>();
+            process->start(qEnvironmentVariable("QUENDA_PROGRAM"), {u"--index"_s, file});
+            return process;
+        };
+        const auto killed = start();
+        const auto isBegun = [&] { return QFileInfo(searched.database() + u"-wal"_s).size() > 1'000'000; };
+        QVERIFY(QTest::qWaitFor(isBegun, 20'000));
+        killed->kill();
+        QVERIFY(killed->waitForFinished());
+        const auto one = start();
+        const auto other = start();
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        QCOMPARE(searched.search(u"apple"_s).total, pages);
+        QCOMPARE(searched.pages(u"n5999"_s), u"p5999"_s);
+        for (const auto& process : {one.get(), other.get()}) {
+            QVERIFY(process->waitForFinished() && process->exitCode() == 0);
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(FulltextTest)
+#include "tst_fulltext.moc"

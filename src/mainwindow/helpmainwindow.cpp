@@ -29,6 +29,7 @@
 #include <QSplitter>
 #include <QStatusBar>
 #include <QStatusTipEvent>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QToolBar>
 
@@ -110,7 +111,8 @@ void HelpMainWindow::buildPanes()
     m_search = new PageSearch(this, m_browser);
     m_contentsFiles = new ContentsFiles(m_library, *m_contentsPane, *m_browser, m_menus, this);
     m_fullText = std::make_unique<FullTextSearch>(m_library, *m_searchPane, *m_browser, *statusBar());
-    resizeDocks({m_contentsDock}, {std::max(DockWidth, m_paneTabs->sizeHint().width())}, Qt::Horizontal);
+    resizeDocks({m_contentsDock}, {std::max(DockWidth, m_paneTabs->tabBar()->sizeHint().width())},
+                Qt::Horizontal);
 }
 
 /// What the page view says while it has no page.

@@ -6,6 +6,7 @@ measure.py BUILD [--quick] [WORD ...]; docs/benchmarks.md tells how to read the 
 
 import json
 import os
+import re
 import statistics
 import subprocess
 import sys
@@ -95,6 +96,55 @@ class Starts:
         return tuple(statistics.median(list_) for list_ in times)
 
 
+class Searches:
+    """The full-text search on a help set of running text, 50,000 pages of 3 KB, which is made when first needed."""
+
+    PAGES = 50_000
+
+    def __init__(self, build, work):
+        self.build, self.work = build, work
+        self.directory, self.cache = work + "/text", work + "/cache"
+        self.environment = dict(os.environ, XDG_CACHE_HOME=self.cache, LC_ALL="C.UTF-8",
+                                QUENDA_TEXT_SET=self.directory + "/text.cnt")
+        self.first = None
+
+    def run(self):
+        """Wall time in ms and peak memory in MB of bringing the index up to date."""
+        start = time.perf_counter()
+        child = subprocess.Popen([self.build + "/bin/quenda", "--index", self.directory + "/text.cnt"],
+                                 env=self.environment)
+        _, status, usage = os.wait4(child.pid, 0)
+        child.returncode = os.waitstatus_to_exitcode(status)
+        assert child.returncode == 0
+        return (time.perf_counter() - start) * 1000, usage.ru_maxrss / 1024
+
+    def indexing(self):
+        if self.first is None:
+            if not os.path.exists(self.directory):
+                subprocess.run([self.build + "/bench/maketextset", self.directory, str(self.PAGES)], check=True)
+            self.first = self.run()
+        return self.first
+
+    def again(self):
+        self.indexing()
+        return statistics.median(self.run()[0] for _ in range(5)), None
+
+    def size(self):
+        """The index, in percent of what there is to read in the pages."""
+        self.indexing()
+        step = 50
+        text = 0
+        for number in range(0, self.PAGES, step):
+            with open(f"{self.directory}/{number // 1000}/page{number}.html", encoding="utf-8") as page:
+                text += len(re.sub("<[^>]*>", "", page.read().partition("<h1>")[2])) * step
+        index = sum(entry.stat().st_size for entry in os.scandir(self.cache + "/Orvanel/Quenda/search"))
+        return index / text * 100, None
+
+    def query(self, cases, group):
+        self.indexing()
+        return cases.value(group, self.environment)
+
+
 class Cases:
     """Processor times of the Google Benchmark cases "GROUP/ours" and "GROUP/floor", by group."""
 
@@ -103,9 +153,9 @@ class Cases:
                         "--benchmark_min_time=" + ("0.05" if quick else "0.5"),
                         "--benchmark_repetitions=" + ("1" if quick else "3")]
 
-    def value(self, group):
+    def value(self, group, environment=None):
         output = subprocess.run([*self.command, f"--benchmark_filter=^{group}/"], capture_output=True, text=True,
-                                check=True).stdout
+                                check=True, env=environment).stdout
         to_ms = {"ns": 1e-6, "us": 1e-3, "ms": 1}
         times = {"ours": [], "floor": []}
         for run in json.loads(output)["benchmarks"]:
@@ -114,7 +164,7 @@ class Cases:
         return tuple(statistics.median(list_) if list_ else None for list_ in times.values())
 
 
-def rows(starts, cases):
+def rows(starts, cases, searches):
     """What is measured: text, unit, how, how it is judged ("x": ratio, "+": difference, "": by itself), target."""
     return [
         ("start to first page, 200 pages", "ms", lambda: starts.value("200", "shown"), "x", 1.25),
@@ -136,6 +186,14 @@ def rows(starts, cases):
         ("peak memory, 50,000 pages", "MB", lambda: starts.memory("50k"), "+", 60),
         ("peak memory, 1M topics, 1M keywords", "MB", lambda: starts.memory("1M"), "", 700),
         ("--isinstall", "ms", starts.request, "x", 1.3),
+        ("search: what is needed of 50,000 topics", "ms", lambda: cases.value("search source"), "", 30),
+        ("search: indexing 50,000 pages of 3 KB", "ms", lambda: (searches.indexing()[0], None), "", 6000),
+        ("search: peak memory of indexing", "MB", lambda: (searches.indexing()[1], None), "", 200),
+        ("search: index on disk, of the text's size", "%", searches.size, "", 60),
+        ("search: nothing has changed", "ms", searches.again, "", 400),
+        ("search: a rare word", "ms", lambda: searches.query(cases, "rare word"), "", 10),
+        ("search: a word on a tenth of the pages", "ms", lambda: searches.query(cases, "tenth word"), "", 30),
+        ("search: a word on every page", "ms", lambda: searches.query(cases, "every word"), "", 60),
     ]
 
 
@@ -159,7 +217,7 @@ def main():
     words = [argument for argument in arguments if argument != "--quick"]
     print(f"{'what':<48}{'ours':>9}{'floor':>9}    {'ratio':>10}{'target':>10}")
     with tempfile.TemporaryDirectory() as work, Starts(build, work, 3 if quick else 15) as starts:
-        for what, unit, measure, judged, target in rows(starts, Cases(build, quick)):
+        for what, unit, measure, judged, target in rows(starts, Cases(build, quick), Searches(build, work)):
             if not words or any(word in what for word in words):
                 print_row(what, unit, measure(), judged, target)
 

@@ -3,7 +3,7 @@ cmake_minimum_required(VERSION 3.25)
 # Fails on an include between the folders of src/ that the architecture does not allow.
 # Usage: cmake -DSOURCE_DIR=... -P layers.cmake
 
-set(allowed_app mainwindow library fulltext pages)
+set(allowed_app mainwindow search library fulltext pages)
 set(allowed_mainwindow contents index browser search icons library fulltext pages)
 set(allowed_contents library fulltext pages)
 set(allowed_index library fulltext pages)

@@ -64,7 +64,7 @@ bool index(const QStringList& files, SearchEngine* engine)
         HelpLibrary library;
         const auto loaded = library.loadContents(file, nullptr);
         if (!loaded.readable) {
-            complain(translated("\"%1\" cannot be read").arg(file));
+            complain(translated(R"("%1" cannot be read)").arg(file));
             isComplete = false;
             continue;
         }
@@ -97,7 +97,7 @@ QByteArray printable(const QString& text)
 void writeLines(const SearchAnswer& answer)
 {
     if (!answer.nearest.isNull()) {
-        complain(translated("nothing was found for \"%1\"; these are the pages for \"%2\"")
+        complain(translated(R"(nothing was found for "%1"; these are the pages for "%2")")
                      .arg(answer.query, answer.nearest));
     }
     for (const auto& hit : answer.hits) {

@@ -87,12 +87,12 @@ void Database::Close::operator()(sqlite3* handle) const
     sqlite3_close_v2(handle);
 }
 
-bool Database::run(const char* sql)
+bool Database::run(const char* sql) const
 {
     return isOpen() && sqlite3_exec(handle(), sql, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
-int64_t Database::number(const char* sql)
+int64_t Database::number(const char* sql) const
 {
     auto statement = prepare(sql);
     return statement.step() ? statement.number(0) : -1;

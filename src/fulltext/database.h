@@ -50,10 +50,10 @@ public:
     [[nodiscard]] bool isOpen() const { return m_handle != nullptr; }
     [[nodiscard]] sqlite3* handle() const { return m_handle.get(); }
     /// Several statements; false when one fails, which ends them.
-    bool run(const char* sql);
+    bool run(const char* sql) const;
     /// Of a statement that gives one; -1 on errors.
-    [[nodiscard]] int64_t number(const char* sql);
-    [[nodiscard]] Statement prepare(const char* sql) { return {handle(), sql}; }
+    [[nodiscard]] int64_t number(const char* sql) const;
+    [[nodiscard]] Statement prepare(const char* sql) const { return {handle(), sql}; }
     /// What went wrong last, for people.
     [[nodiscard]] QString error() const;
     /// Whether what went wrong last says that the file is no usable database, as opposed to a lack of room.

@@ -32,10 +32,12 @@ constexpr std::array<Range, 11> DenseRanges{{{0x0E00, 0x0EFF},
                                              {0xF900, 0xFAFF},
                                              {0x20000, 0x3FFFF}}};
 
-bool isMark(char32_t character)
+/// What stays of a character when it is taken apart: no accents, none of the blanks that stand for their
+/// ground.
+bool isKept(char32_t part)
 {
-    const auto category = QChar::category(character);
-    return category == QChar::Mark_NonSpacing || category == QChar::Mark_Enclosing;
+    return QChar::isLetterOrNumber(part) || part == U'_' ||
+           QChar::category(part) == QChar::Mark_SpacingCombining;
 }
 
 CharacterKind findKind(char32_t character)
@@ -58,7 +60,7 @@ std::string fold(char32_t character)
     const QString whole = QString::fromUcs4(&character, 1).normalized(QString::NormalizationForm_KD);
     QString bare;
     for (const char32_t part : whole.toUcs4()) {
-        if (!isMark(part) && QChar::category(part) != QChar::Other_Format) {
+        if (isKept(part)) {
             bare += QString::fromUcs4(&part, 1);
         }
     }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "fulltext/sourcepages.h"
 
-#include "formats/paths.h"
 #include "pages/pagefile.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <optional>
@@ -78,7 +78,7 @@ int SourcePages::pageOf(QStringView name)
 int SourcePages::addFile(const QString& file)
 {
     const bool hasSteps = file.contains(QLatin1StringView("/.")) || file.contains(QLatin1StringView("//"));
-    const QString clean = hasSteps ? absoluteFilePath(file) : file;
+    const QString clean = hasSteps ? QDir::cleanPath(file) : file;
     if (hasSteps && m_positions.contains(clean)) {
         return m_positions.value(clean);
     }

@@ -148,7 +148,7 @@ private Q_SLOTS:
                "cafe / CAFE\u0301 / na\u00EFve / strasse / \u03B5\u03BB\u03BB\u03B1\u03C3", "cafes");
         addRow("word forms", "the managers of windows are running with the cities and that is for them",
                "manager / managing / window / run / city",
-               "wind / managerial / cit / \"window\" / \"manager\"");
+               R"(wind / managerial / cit / "window" / "manager")");
         addRow("no word forms elsewhere", "<html lang=de>die Fenster der Windows", "fenster / windows",
                "window");
         addRow("names", "QTextBrowser set_encoding std::vector os.path.join() __init__ utf8",
@@ -168,8 +168,7 @@ private Q_SLOTS:
             "<style>x1{}</style><script>x2()</script><p hidden>x3<p>x4<nav><a href=q>x5</a></nav><!-- x6 -->",
             "x4", "x1 / x2 / x3 / x5 / x6");
         addRow("phrases", "one two three two one",
-               "\"two three\" / \"two one\" / \"one two three two one\" / \"two",
-               "\"one three\" / \"three one\"");
+               R"("two three" / "two one" / "one two three two one" / "two)", R"("one three" / "three one")");
         addRow("excluded", "one two three", "one -four / -four one / one -\"two one\"",
                "one -two / one -\"two three\" / -two one");
         addRow("alternatives and beginnings", "one twofold three",

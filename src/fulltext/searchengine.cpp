@@ -141,6 +141,7 @@ std::vector<double> SearchEngine::weightsFor(const std::vector<Set*>& sets, cons
         std::transform(counts.begin(), counts.end(), sums.begin(), sums.begin(), std::plus());
     }
     std::vector<double> weights;
+    weights.reserve(sums.size());
     for (const auto sum : sums) {
         weights.push_back(rarity(sum, sums.back()));
     }

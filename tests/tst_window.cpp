@@ -2,6 +2,7 @@
 #include "browser/helpbrowser.h"
 #include "contents/helpcontents.h"
 #include "contents/helpcontentslistview.h"
+#include "index/helpindex.h"
 #include "index/helpindexfound.h"
 #include "index/helpindexlistbox.h"
 #include "library/helplibrary.h"
@@ -87,7 +88,10 @@ struct Fixture {
     [[nodiscard]] HelpBrowser* browser() const { return window->findChild<HelpBrowser*>(); }
     [[nodiscard]] HelpContentsListView* tree() const { return window->findChild<HelpContentsListView*>(); }
     [[nodiscard]] HelpIndexListBox* keywords() const { return window->findChild<HelpIndexListBox*>(); }
-    [[nodiscard]] QLineEdit* lookFor() const { return window->findChild<QLineEdit*>(); }
+    [[nodiscard]] QLineEdit* lookFor() const
+    {
+        return window->findChild<HelpIndex*>()->findChild<QLineEdit*>();
+    }
     [[nodiscard]] QString page() const { return browser()->toPlainText().trimmed(); }
     [[nodiscard]] QString row() const { return tree()->currentIndex().data().toString(); }
     /// The enabled ones among the commands that depend on the page.

@@ -59,6 +59,9 @@ void PageFiller::complete()
 
 void PageFiller::stop(const QString& html)
 {
+    if (isComplete()) {
+        return;
+    }
     m_timer.stop();
     m_html.clear();
     m_next = m_ends.size();

@@ -7,11 +7,14 @@
 #include <QTextEdit>
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace {
 
 constexpr int SliceTime = 15;     // ms
 constexpr int VisibleSlack = 500; // characters that are marked beyond those in sight
+constexpr int PartAbove = 4;      // of the view's height, above a match that is brought into sight
 
 struct Range {
     int from;
@@ -46,6 +49,27 @@ bool isWholeWord(const QString& text, qsizetype start, qsizetype end)
            (end == text.size() || !text.at(end).isLetterOrNumber());
 }
 
+/// What QTextDocument::find() finds in a paragraph.
+std::vector<PageMatches::Match> findText(const QString& sought, QTextDocument::FindFlags options,
+                                         const QString& searched)
+{
+    std::vector<PageMatches::Match> matches;
+    const auto sensitivity =
+        options.testFlag(QTextDocument::FindCaseSensitively) ? Qt::CaseSensitive : Qt::CaseInsensitive;
+    const bool wholeWords = options.testFlag(QTextDocument::FindWholeWords);
+    qsizetype start = searched.indexOf(sought, 0, sensitivity);
+    while (start >= 0 && matches.size() < PageMatches::MaximumCount) {
+        qsizetype next = start + sought.size();
+        if (wholeWords && !isWholeWord(searched, start, next)) {
+            ++next; // QTextDocument::find() goes on there, too
+        } else {
+            matches.push_back({int(start), int(sought.size())});
+        }
+        start = searched.indexOf(sought, next, sensitivity);
+    }
+    return matches;
+}
+
 } // namespace
 
 PageMatches::PageMatches(QTextEdit* view, QObject* parent) : QObject(parent), m_view(view)
@@ -64,20 +88,26 @@ PageMatches::~PageMatches()
     clear();
 }
 
-void PageMatches::search(const QString& text, QTextDocument::FindFlags options)
+void PageMatches::search(const Matcher& matcher)
 {
-    m_starts.clear();
-    m_text = text;
-    m_options = options;
+    m_matches.clear();
+    m_matcher = matcher;
     m_nextBlock = 0;
     m_sliceTimer.start();
+}
+
+void PageMatches::search(const QString& text, QTextDocument::FindFlags options)
+{
+    search(text.isEmpty() ? Matcher()
+                          : [=](const QString& searched) { return findText(text, options, searched); });
 }
 
 void PageMatches::clear()
 {
     m_sliceTimer.stop();
-    m_starts.clear();
-    if (m_view != nullptr && !m_view->extraSelections().isEmpty()) {
+    m_matches.clear();
+    // Those of another search stay.
+    if (m_view != nullptr && std::exchange(m_isMarking, false)) {
         m_view->setExtraSelections({});
     }
 }
@@ -87,7 +117,7 @@ void PageMatches::searchSlice()
     QElapsedTimer time;
     time.start();
     auto block = m_view->document()->findBlockByNumber(m_nextBlock);
-    while (block.isValid() && !m_text.isEmpty() && !isCapped()) {
+    while (block.isValid() && m_matcher != nullptr && !isCapped()) {
         if (time.elapsed() > SliceTime) {
             m_nextBlock = block.blockNumber();
             return;
@@ -104,18 +134,11 @@ void PageMatches::searchBlock(const QTextBlock& block)
 {
     QString text = block.text();
     text.replace(QChar::Nbsp, u' ');
-    const auto sensitivity =
-        m_options.testFlag(QTextDocument::FindCaseSensitively) ? Qt::CaseSensitive : Qt::CaseInsensitive;
-    const bool wholeWords = m_options.testFlag(QTextDocument::FindWholeWords);
-    qsizetype start = text.indexOf(m_text, 0, sensitivity);
-    while (start >= 0 && !isCapped()) {
-        qsizetype next = start + m_text.size();
-        if (wholeWords && !isWholeWord(text, start, next)) {
-            ++next; // QTextDocument::find() goes on there, too
-        } else {
-            m_starts.push_back(block.position() + int(start));
+    for (const auto& match : m_matcher(text)) {
+        if (isCapped()) {
+            return;
         }
-        start = text.indexOf(m_text, next, sensitivity);
+        m_matches.push_back({block.position() + match.start, match.length});
     }
 }
 
@@ -124,23 +147,33 @@ void PageMatches::markVisible()
     if (m_sliceTimer.isActive()) {
         return;
     }
-    if (m_starts.empty()) {
+    if (m_matches.empty()) {
         clear();
         return;
     }
     const auto range = visibleRange(*m_view);
-    const int length = int(m_text.size());
-    // The scroll bar moves before the view tells that it has another, shorter text.
-    const int end = std::min(range.to, m_view->document()->characterCount() - length);
     QList<QTextEdit::ExtraSelection> marks;
     QTextEdit::ExtraSelection mark{QTextCursor(m_view->document()), markFormat(m_view->palette())};
-    for (auto start = std::lower_bound(m_starts.begin(), m_starts.end(), range.from - length);
-         start != m_starts.end() && *start < end; ++start) {
-        mark.cursor.setPosition(*start);
-        mark.cursor.setPosition(*start + length, QTextCursor::KeepAnchor);
+    auto match = firstFrom(range.from);
+    while (match != m_matches.begin() && std::prev(match)->start + std::prev(match)->length > range.from) {
+        --match;
+    }
+    // The scroll bar moves before the view tells that it has another, shorter text.
+    const int length = m_view->document()->characterCount();
+    for (; match != m_matches.end() && match->start < range.to && match->start + match->length < length;
+         ++match) {
+        mark.cursor.setPosition(match->start);
+        mark.cursor.setPosition(match->start + match->length, QTextCursor::KeepAnchor);
         marks.append(mark);
     }
+    m_isMarking = true;
     m_view->setExtraSelections(marks);
+}
+
+std::vector<PageMatches::Match>::const_iterator PageMatches::firstFrom(int position) const
+{
+    return std::lower_bound(m_matches.begin(), m_matches.end(), position,
+                            [](const Match& match, int bound) { return match.start < bound; });
 }
 
 int PageMatches::current() const
@@ -150,8 +183,37 @@ int PageMatches::current() const
     }
     const QTextCursor cursor = m_view->textCursor();
     const int start = cursor.selectionStart();
-    const auto found = std::lower_bound(m_starts.begin(), m_starts.end(), start);
+    const auto found = firstFrom(start);
     const bool isMatch =
-        found != m_starts.end() && *found == start && cursor.selectionEnd() == start + m_text.size();
-    return isMatch ? int(found - m_starts.begin()) + 1 : 0;
+        found != m_matches.end() && found->start == start && cursor.selectionEnd() == start + found->length;
+    return isMatch ? int(found - m_matches.begin()) + 1 : 0;
+}
+
+void PageMatches::step(bool forward)
+{
+    if (m_view == nullptr || m_matches.empty()) {
+        return;
+    }
+    auto next = firstFrom(m_view->textCursor().selectionStart());
+    if (forward) {
+        next += current() > 0 ? 1 : 0;
+        select(next == m_matches.end() ? m_matches.front() : *next);
+    } else {
+        select(next == m_matches.begin() ? m_matches.back() : *std::prev(next));
+    }
+}
+
+/// A match that was out of sight comes into the upper part of the view, where what follows can be read.
+void PageMatches::select(const Match& match)
+{
+    QTextCursor cursor(m_view->document());
+    cursor.setPosition(match.start);
+    const bool isInSight = m_view->viewport()->rect().contains(m_view->cursorRect(cursor));
+    cursor.setPosition(match.start + match.length, QTextCursor::KeepAnchor);
+    m_view->setTextCursor(cursor);
+    if (!isInSight) {
+        auto* scroll = m_view->verticalScrollBar();
+        scroll->setValue(scroll->value() + m_view->cursorRect(cursor).top() -
+                         m_view->viewport()->height() / PartAbove);
+    }
 }

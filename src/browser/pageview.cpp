@@ -86,7 +86,6 @@ void PageView::showWholePage()
     Q_EMIT pageChanged();
 }
 
-/// Leaves out the rest of a long page that is not there yet.
 void PageView::stopFilling()
 {
     auto& links = m_page.prepared.links;
@@ -457,10 +456,6 @@ void PageView::contextMenuEvent(QContextMenuEvent* event)
 
 void PageView::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Escape && !m_filler.isComplete()) {
-        stopFilling();
-        return;
-    }
     if (event->key() == Qt::Key_End || event->matches(QKeySequence::SelectAll)) {
         completePage();
     }

@@ -36,6 +36,9 @@ public:
     void setShowsWholePages(bool isOn) { m_showsWholePages = isOn; }
     /// A long page is shown part by part; this makes the document hold all of it now.
     void completePage() { m_filler.complete(); }
+    [[nodiscard]] bool isFilling() const { return !m_filler.isComplete(); }
+    /// Leaves out the rest of a long page that is not there yet, and says so at its end.
+    void stopFilling();
 
     /// Goes to a named place of the page; an empty name means its top.
     void scrollTo(const QString& anchor);
@@ -117,7 +120,6 @@ protected:
 
 private:
     void showWholePage();
-    void stopFilling();
     [[nodiscard]] bool findAnchor(const QString& name);
     void scrollBeyond(const std::function<void()>& scroll);
     void activateLink(const QString& href);

@@ -24,6 +24,7 @@ struct HelpActions {
     QAction* editFindAction;
     QAction* editFindNextAction;
     QAction* editFindPreviousAction;
+    QAction* editSearchAllAction;
     QAction* viewZoomInAction;
     QAction* viewZoomOutAction;
     QAction* viewZoomResetAction;

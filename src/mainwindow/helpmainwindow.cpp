@@ -8,14 +8,16 @@
 #include "icons/icons.h"
 #include "index/helpindex.h"
 #include "library/helplibrary.h"
+#include "mainwindow/backgroundprogress.h"
 #include "mainwindow/contentsfiles.h"
+#include "mainwindow/fulltextsearch.h"
 #include "mainwindow/helpsetmenu.h"
-#include "mainwindow/loadprogress.h"
 #include "mainwindow/manual.h"
 #include "mainwindow/outlinemenu.h"
 #include "mainwindow/pagesearch.h"
 #include "mainwindow/printcommands.h"
 #include "mainwindow/windowsettings.h"
+#include "search/searchpane.h"
 
 #include <QApplication>
 #include <QDockWidget>
@@ -27,8 +29,11 @@
 #include <QSplitter>
 #include <QStatusBar>
 #include <QStatusTipEvent>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QToolBar>
+
+#include <algorithm>
 
 namespace {
 
@@ -48,7 +53,7 @@ HelpMainWindow::HelpMainWindow(HelpLibrary& library, QWidget* parent)
     connectActions();
     connectPanes();
     connectBrowserAndMenus();
-    statusBar();
+    connectBackground();
     selectionChanged();
     sourceEmpty(true);
     for (auto* action : m_actions.goActions()) {
@@ -64,6 +69,7 @@ HelpMainWindow::~HelpMainWindow()
         saveSettings();
     }
     // While this is still a whole window: going away, panes and tool bar tell it about their visibility.
+    m_fullText.reset();
     delete m_search;
     delete takeCentralWidget();
     delete m_contentsDock;
@@ -90,22 +96,23 @@ void HelpMainWindow::buildPanes()
     connect(m_contentsDock, &QDockWidget::visibilityChanged, this, &HelpMainWindow::viewContentsChanged);
 
     m_paneTabs = new QTabWidget(m_contentsDock);
+    m_paneTabs->setUsesScrollButtons(false);
+    m_paneTabs->setElideMode(Qt::ElideRight);
     m_contentsDock->setWidget(m_paneTabs);
     const ContentsIcons icons{bookIcon(BookIcon::Close), bookIcon(BookIcon::Open), bookIcon(BookIcon::Item)};
     m_contentsPane = new HelpContents(m_library, icons, this);
     m_paneTabs->addTab(m_contentsPane, tr("Contents"));
     m_indexPane = new HelpIndex(m_library, this);
     m_paneTabs->addTab(m_indexPane, tr("Index"));
+    m_searchPane = new SearchPane(this);
+    m_paneTabs->addTab(m_searchPane, tr("Search"));
 
     m_browser = new HelpBrowser(m_library, splitter);
-    showHint();
-    connect(&m_library, &HelpLibrary::becameBusy, this, &HelpMainWindow::showHint);
-    connect(&m_library, &HelpLibrary::becameIdle, this, &HelpMainWindow::showHint);
     m_search = new PageSearch(this, m_browser);
     m_contentsFiles = new ContentsFiles(m_library, *m_contentsPane, *m_browser, m_menus, this);
-    connect(new LoadProgress(m_library, *statusBar()), &LoadProgress::cancelled, m_contentsFiles,
-            &ContentsFiles::cancel);
-    resizeDocks({m_contentsDock}, {DockWidth}, Qt::Horizontal);
+    m_fullText = std::make_unique<FullTextSearch>(m_library, *m_searchPane, *m_browser, *statusBar());
+    resizeDocks({m_contentsDock}, {std::max(DockWidth, m_paneTabs->tabBar()->sizeHint().width())},
+                Qt::Horizontal);
 }
 
 /// What the page view says while it has no page.
@@ -125,6 +132,8 @@ void HelpMainWindow::buildPaneShortcuts()
         showPane(m_indexPane);
         m_indexPane->selectLookFor();
     });
+    new QShortcut(Qt::CTRL | Qt::Key_3, this, [this] { editSearchAll(); });
+    new QShortcut(Qt::Key_Escape, this, [this] { stop(); });
     new QShortcut(Qt::Key_F6, this, [this] {
         if (m_contentsDock->isAncestorOf(QApplication::focusWidget())) {
             m_browser->setFocus(Qt::ShortcutFocusReason);
@@ -148,6 +157,7 @@ void HelpMainWindow::connectActions()
     run(m_actions.editFindAction, &HelpMainWindow::editFind);
     run(m_actions.editFindNextAction, &HelpMainWindow::editFindNext);
     run(m_actions.editFindPreviousAction, &HelpMainWindow::editFindPrevious);
+    run(m_actions.editSearchAllAction, &HelpMainWindow::editSearchAll);
     run(m_actions.viewZoomInAction, &HelpMainWindow::viewZoomIn);
     run(m_actions.viewZoomOutAction, &HelpMainWindow::viewZoomOut);
     run(m_actions.viewZoomResetAction, &HelpMainWindow::viewZoomReset);
@@ -172,6 +182,8 @@ void HelpMainWindow::connectPanes()
     connect(m_indexPane, &HelpIndex::pageRequested, this,
             [this](const HelpIndexItem* item) { loadHtml(item); });
     connect(m_indexPane, &HelpIndex::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
+    connect(m_searchPane, &SearchPane::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
+    connect(m_fullText.get(), &FullTextSearch::aboutToShow, m_search, &PageSearch::close);
 }
 
 void HelpMainWindow::connectBrowserAndMenus()
@@ -192,6 +204,30 @@ void HelpMainWindow::connectBrowserAndMenus()
     connect(m_menus.removeMenu, &HelpSetMenu::chosen, this, &HelpMainWindow::fileRemoveContents);
     connect(m_menus.installedMenu, &HelpSetMenu::chosen, this, &HelpMainWindow::fileShowInstalled);
     connect(&m_library, &HelpLibrary::helpSetAboutToBeRemoved, m_browser, &HelpBrowser::clearLinks);
+}
+
+void HelpMainWindow::connectBackground()
+{
+    showHint();
+    connect(&m_library, &HelpLibrary::becameBusy, this, &HelpMainWindow::showHint);
+    connect(&m_library, &HelpLibrary::becameIdle, this, &HelpMainWindow::showHint);
+    auto* progress = new BackgroundProgress(tr("Loading"), *statusBar());
+    connect(&m_library, &HelpLibrary::becameBusy, progress, &BackgroundProgress::start);
+    connect(&m_library, &HelpLibrary::becameIdle, progress, &BackgroundProgress::finish);
+}
+
+/// What Escape means: one thing after another ends.
+void HelpMainWindow::stop()
+{
+    if (m_fullText->marks().isOn()) {
+        m_fullText->marks().clear();
+    } else if (m_browser->isFilling()) {
+        m_browser->stopFilling();
+    } else if (m_library.isBusy()) {
+        m_contentsFiles->cancel();
+    } else {
+        m_fullText->cancelIndexing();
+    }
 }
 
 void HelpMainWindow::loadHtml(HelpContentsItem* item)
@@ -265,6 +301,12 @@ void HelpMainWindow::showLastPage()
     m_browser->setSource(session.page);
     m_browser->setPlace(session.scroll);
     goSync();
+}
+
+void HelpMainWindow::setPersistent(bool persistent)
+{
+    m_isPersistent = persistent;
+    m_fullText->setEnabled(persistent);
 }
 
 void HelpMainWindow::loadSettings()
@@ -354,16 +396,33 @@ void HelpMainWindow::editCopy()
 void HelpMainWindow::editFind()
 {
     m_search->editFind();
+    m_fullText->marks().clear();
 }
 
 void HelpMainWindow::editFindNext()
 {
-    m_search->findNext(true);
+    findAgain(true);
 }
 
 void HelpMainWindow::editFindPrevious()
 {
-    m_search->findNext(false);
+    findAgain(false);
+}
+
+/// While a page shows what a full-text search found, that is what to go through.
+void HelpMainWindow::findAgain(bool forward)
+{
+    if (m_fullText->marks().isOn()) {
+        m_fullText->marks().step(forward);
+    } else {
+        m_search->findNext(forward);
+    }
+}
+
+void HelpMainWindow::editSearchAll()
+{
+    showPane(m_searchPane);
+    m_searchPane->selectQuery();
 }
 
 void HelpMainWindow::viewZoomIn()

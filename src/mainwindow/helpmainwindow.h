@@ -6,7 +6,10 @@
 
 #include <QMainWindow>
 
+#include <memory>
+
 class ContentsFiles;
+class FullTextSearch;
 class HelpBrowser;
 class HelpContents;
 class HelpIndex;
@@ -14,6 +17,7 @@ class HelpLibrary;
 class PageSearch;
 class QDockWidget;
 class QTabWidget;
+class SearchPane;
 struct HelpContentsItem;
 struct HelpIndexItem;
 
@@ -26,8 +30,9 @@ public:
     explicit HelpMainWindow(HelpLibrary& library, QWidget* parent = nullptr);
     ~HelpMainWindow() override;
 
-    /// Whether the window leaves its state in the settings store when it is destroyed; it does by default.
-    void setPersistent(bool persistent) { m_isPersistent = persistent; }
+    /// Whether the window leaves its state in the settings store when it is destroyed, and the indexes of its
+    /// help sets in the cache; it does by default.
+    void setPersistent(bool persistent);
 
     /// Loads one contents file into both panes and shows its first page; a name that is no file is skipped.
     void insertContents(const QString& fileName);
@@ -59,6 +64,7 @@ protected Q_SLOTS:
     virtual void editFind();
     virtual void editFindNext();
     virtual void editFindPrevious();
+    virtual void editSearchAll();
     virtual void viewZoomIn();
     virtual void viewZoomOut();
     virtual void viewZoomReset();
@@ -92,11 +98,14 @@ private:
     void connectActions();
     void connectPanes();
     void connectBrowserAndMenus();
+    void connectBackground();
 
     void loadSettings();
     void saveSettings() const;
     void showLastPage();
     void showPane(QWidget* pane);
+    void findAgain(bool forward);
+    void stop();
 
     HelpLibrary& m_library;
     HelpActions m_actions;
@@ -107,7 +116,9 @@ private:
     HelpBrowser* m_browser = nullptr;
     HelpContents* m_contentsPane = nullptr;
     HelpIndex* m_indexPane = nullptr;
+    SearchPane* m_searchPane = nullptr;
     PageSearch* m_search = nullptr;
+    std::unique_ptr<FullTextSearch> m_fullText;
     ContentsFiles* m_contentsFiles = nullptr;
     bool m_isPersistent = true;
 };

@@ -43,6 +43,8 @@ MainMenus::MainMenus(QMenuBar& bar, const HelpActions& actions)
     auto* editMenu = bar.addMenu(text(QT_TRANSLATE_NOOP("MainMenus", "&Edit")));
     editMenu->addActions({actions.editCopyAction, actions.editFindAction, actions.editFindNextAction,
                           actions.editFindPreviousAction});
+    editMenu->addSeparator();
+    editMenu->addAction(actions.editSearchAllAction);
 
     auto* viewMenu = bar.addMenu(text(QT_TRANSLATE_NOOP("MainMenus", "&View")));
     viewMenu->addActions({actions.viewZoomInAction, actions.viewZoomOutAction, actions.viewZoomResetAction});

@@ -45,6 +45,13 @@ void PageSearch::findNext(bool forward)
     }
 }
 
+void PageSearch::close()
+{
+    if (m_findDialog != nullptr) {
+        m_findDialog->reject();
+    }
+}
+
 void PageSearch::editFindDialogDone()
 {
     if (m_findDialog != nullptr) {

@@ -18,6 +18,8 @@ public:
     void editFind();
     /// Opens the dialog when nothing has been looked for yet.
     void findNext(bool forward);
+    /// Closes the dialog if it is open.
+    void close();
 
 private:
     [[nodiscard]] HelpFindDialog* dialog();

@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: MIT
+#include "mainwindow/fulltextsearch.h"
+
+#include "browser/helpbrowser.h"
+#include "library/helplibrary.h"
+#include "library/helpset.h"
+#include "mainwindow/backgroundprogress.h"
+#include "search/searchpane.h"
+#include "search/searchsources.h"
+
+#include <QMessageBox>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int StartDelay = 300; // ms after loading, so that the first page is on the screen
+constexpr qsizetype MaximumListed = 20;
+
+QString keyOf(const HelpContentsRoot& root)
+{
+    return HelpLibrary::absoluteName(root.fileName);
+}
+
+} // namespace
+
+FullTextSearch::FullTextSearch(HelpLibrary& library, SearchPane& pane, HelpBrowser& browser,
+                               QStatusBar& statusBar)
+    : m_library(library), m_pane(pane), m_browser(browser),
+      m_progress(new BackgroundProgress(tr("Indexing"), statusBar)), m_marks(browser, statusBar, nullptr)
+{
+    m_startTimer.setSingleShot(true);
+    m_startTimer.setInterval(StartDelay);
+    connect(&m_startTimer, &QTimer::timeout, this, &FullTextSearch::handOver);
+    connect(&library, &HelpLibrary::becameIdle, &m_startTimer, qOverload<>(&QTimer::start));
+    connect(&library, &HelpLibrary::helpSetAboutToBeRemoved, this,
+            [this](HelpContentsRoot* root) { withdraw(*root); });
+    connectPane();
+    connectService();
+}
+
+void FullTextSearch::connectPane()
+{
+    connect(&m_pane, &SearchPane::searchRequested, &m_service, &SearchService::search);
+    connect(&m_pane, &SearchPane::indexingRequested, this, &FullTextSearch::indexAgain);
+    connect(&m_pane, &SearchPane::problemsRequested, this, &FullTextSearch::showProblems);
+    connect(&m_pane, &SearchPane::pageRequested, this, [this](const SearchHit& hit, const QString& query) {
+        Q_EMIT aboutToShow();
+        m_marks.clear();
+        m_browser.setSource(hit.page);
+        m_marks.mark(query, hit.isEnglish);
+    });
+}
+
+void FullTextSearch::connectService()
+{
+    connect(&m_service, &SearchService::answered, &m_pane, &SearchPane::showAnswer);
+    connect(&m_service, &SearchService::progressed, m_progress, &BackgroundProgress::setFraction);
+    connect(&m_service, &SearchService::indexed, this,
+            [this](const QString& contentsFile, const QStringList& errors) {
+                if (m_handedOver.contains(contentsFile)) {
+                    m_handedOver[contentsFile] = errors;
+                }
+                tellPane();
+                m_pane.searchAgain();
+            });
+    connect(&m_service, &SearchService::becameIdle, this, [this] {
+        m_progress->finish();
+        tellPane();
+    });
+}
+
+/// Gives the service the help sets that it does not know yet.
+void FullTextSearch::handOver()
+{
+    if (m_library.isBusy() || !m_isEnabled) {
+        return;
+    }
+    for (const auto* root : m_library.roots()) {
+        if (const QString key = keyOf(*root); !m_handedOver.contains(key)) {
+            m_handedOver.insert(key, {});
+            m_service.addHelpSet(makeSearchSource(m_library.helpSet(*root)));
+        }
+    }
+    if (m_service.isIndexing()) {
+        m_progress->start();
+    }
+    tellPane();
+    m_pane.searchAgain();
+}
+
+void FullTextSearch::indexAgain()
+{
+    m_wasStopped = false;
+    m_handedOver.clear();
+    handOver();
+}
+
+/// A file that is loaded twice stays.
+void FullTextSearch::withdraw(const HelpContentsRoot& removed)
+{
+    const auto roots = m_library.roots();
+    const bool isLoadedTwice = std::any_of(roots.begin(), roots.end(), [&](const auto* root) {
+        return root != &removed && keyOf(*root) == keyOf(removed);
+    });
+    if (!isLoadedTwice && m_handedOver.remove(keyOf(removed)) > 0) {
+        m_service.removeHelpSet(keyOf(removed));
+        m_startTimer.start();
+    }
+}
+
+void FullTextSearch::cancelIndexing()
+{
+    if (m_service.isIndexing()) {
+        m_wasStopped = true;
+        m_service.cancelIndexing();
+        m_progress->finish();
+        tellPane();
+    }
+}
+
+void FullTextSearch::tellPane()
+{
+    QList<SearchChoice> sets;
+    QStringList listed;
+    for (const auto* root : m_library.roots()) {
+        if (const QString key = keyOf(*root); m_handedOver.contains(key) && !listed.contains(key)) {
+            listed.append(key);
+            sets.append({key, m_library.helpSet(*root).ownTitle()});
+        }
+    }
+    m_pane.setHelpSets(sets);
+    m_pane.setIndexState(m_wasStopped             ? IndexState::Stopped
+                         : m_service.isIndexing() ? IndexState::UnderWay
+                                                  : IndexState::Complete,
+                         problems().size());
+}
+
+QStringList FullTextSearch::problems() const
+{
+    QStringList all;
+    for (const auto& errors : m_handedOver) {
+        all.append(errors);
+    }
+    return all;
+}
+
+void FullTextSearch::showProblems()
+{
+    QStringList lines = problems();
+    const qsizetype more = lines.size() - MaximumListed;
+    if (more > 0) {
+        lines.resize(MaximumListed);
+        lines.append(tr("… and %1 more.").arg(more));
+    }
+    auto* box = new QMessageBox(QMessageBox::Information, tr("Pages that cannot be searched"),
+                                lines.join(u'\n'), QMessageBox::Ok, &m_pane);
+    box->setTextFormat(Qt::PlainText);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+}

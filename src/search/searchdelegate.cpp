@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#include "search/searchdelegate.h"
+
+#include "search/searchmodel.h"
+#include "search/snippetlayout.h"
+
+#include <QListView>
+#include <QPainter>
+
+namespace {
+
+constexpr int Margin = 6;           // pixels around a row's texts
+constexpr int Gap = 1;              // pixels between its parts
+constexpr int NarrowWidth = 320;    // pixels; below, a snippet has one more line
+constexpr int SnippetLines = 2;     // of a wide list
+constexpr qreal PlaceSize = 0.9;    // of the font's size
+constexpr qreal PlaceOpacity = 0.7; // of the text's colour
+constexpr float WeakGround = 0.3F;  // of the highlight colour
+constexpr float HoverGround = 0.1F;
+
+QFont titleFont(const QStyleOptionViewItem& option)
+{
+    QFont font = option.font;
+    font.setWeight(QFont::DemiBold);
+    return font;
+}
+
+QFont placeFont(const QStyleOptionViewItem& option)
+{
+    QFont font = option.font;
+    if (font.pointSizeF() > 0) {
+        font.setPointSizeF(font.pointSizeF() * PlaceSize);
+    }
+    return font;
+}
+
+const SearchHit& hitOf(const QModelIndex& index)
+{
+    return static_cast<const SearchModel*>(index.model())->hit(index);
+}
+
+SnippetLayout snippetLayout(const QStyleOptionViewItem& option, const SearchHit& hit, int width)
+{
+    return {hit, option.font, width - 2 * Margin, width < NarrowWidth ? SnippetLines + 1 : SnippetLines};
+}
+
+/// Draws one line in the upper part of `rect`, elided, and moves `rect` below it.
+void drawLine(QPainter* painter, const QFont& font, const QString& text, Qt::TextElideMode mode, QRect& rect)
+{
+    const QFontMetrics metrics(font);
+    painter->setFont(font);
+    painter->drawText(rect, Qt::AlignTop | Qt::TextSingleLine,
+                      metrics.elidedText(QString(text).replace(u'\t', u' '), mode, rect.width()));
+    rect.setTop(rect.top() + metrics.height() + Gap);
+}
+
+/// The ground of a row: the current one tells by its strength whether keys go to the list. Returns the colour
+/// of text on it.
+QColor drawGround(QPainter* painter, const QStyleOptionViewItem& option)
+{
+    const auto group = option.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
+    const bool isCurrent = option.state.testFlag(QStyle::State_Selected);
+    const bool hasKeys = isCurrent && option.state.testFlag(QStyle::State_HasFocus);
+    QColor ground = option.palette.color(group, QPalette::Highlight);
+    ground.setAlphaF(hasKeys                                          ? 1
+                     : isCurrent                                      ? WeakGround
+                     : option.state.testFlag(QStyle::State_MouseOver) ? HoverGround
+                                                                      : 0);
+    painter->fillRect(option.rect, ground);
+    return option.palette.color(group, hasKeys ? QPalette::HighlightedText : QPalette::Text);
+}
+
+} // namespace
+
+void SearchDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                           const QModelIndex& index) const
+{
+    const auto& hit = hitOf(index);
+    QRect rect = option.rect.adjusted(Margin, Margin, -Margin, -Margin);
+    painter->save();
+    painter->setClipRect(option.rect);
+    QColor color = drawGround(painter, option);
+    painter->setPen(color);
+    drawLine(painter, titleFont(option), hit.title, Qt::ElideRight, rect);
+    color.setAlphaF(PlaceOpacity);
+    painter->setPen(color);
+    drawLine(painter, placeFont(option), placeOf(hit), Qt::ElideMiddle, rect);
+    color.setAlphaF(1);
+    painter->setPen(color);
+    snippetLayout(option, hit, option.rect.width()).draw(painter, rect.topLeft());
+    painter->restore();
+}
+
+QSize SearchDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    const auto* view = qobject_cast<const QListView*>(option.widget);
+    const int width = view != nullptr ? view->viewport()->width() : option.rect.width();
+    const int lines = QFontMetrics(titleFont(option)).height() + QFontMetrics(placeFont(option)).height();
+    return {0, 2 * Margin + lines + 2 * Gap + snippetLayout(option, hitOf(index), width).height()};
+}

@@ -6,12 +6,14 @@
 #include "mainwindow/helpmainwindow.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QFileInfo>
+#include <QFontMetrics>
+#include <QImageReader>
 
 #include <thread>
 
 #include <fontconfig/fontconfig.h>
-#include <malloc.h>
 
 namespace {
 
@@ -29,15 +31,27 @@ void readAhead(HelpLibrary& library, const QString& fileName)
     }
 }
 
+/// Loads the toolkit's plugins for pictures, which it does when it reads the first one.
+void loadPicturePlugins()
+{
+    QByteArray signature("\x89PNG");
+    QBuffer buffer(&signature);
+    buffer.open(QIODevice::ReadOnly);
+    [[maybe_unused]] const auto format = QImageReader::imageFormat(&buffer);
+}
+
+/// Makes the toolkit's list of fonts, which it does when it is first asked for a size.
+void loadFonts()
+{
+    [[maybe_unused]] const int height = QFontMetrics(QApplication::font()).height();
+}
+
 } // namespace
 
 int runViewer(int argc, char* argv[])
 {
-    // Large blocks go back to the system when they are freed, however many there were.
-    constexpr int largeBlock = 1 << 18; // bytes
-    mallopt(M_MMAP_THRESHOLD, largeBlock);
     // Takes about as long as the toolkit's connection to the display, which needs no fonts yet.
-    std::thread fonts(FcInit);
+    std::thread fontConfiguration(FcInit);
     // Decided before the toolkit takes its own options out of the list.
     const bool isDefault = argc == 1 || isShowRequest(argc, argv);
     HelpLibrary library;
@@ -45,7 +59,10 @@ int runViewer(int argc, char* argv[])
         readAhead(library, absoluteFileNameArgument(argv[i]));
     }
     const QApplication application(argc, argv);
-    fonts.join();
+    fontConfiguration.join();
+    std::thread picturePlugins(loadPicturePlugins);
+    loadFonts();
+    picturePlugins.join();
     QGuiApplication::setDesktopFileName(QStringLiteral("quenda"));
     HelpMainWindow window(library);
     if (isDefault) {

@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr int StartDelay = 300; // ms after loading, so that the first page is on the screen
+constexpr int StartDelay = 1000; // ms after loading; who looks up one page need not wait for it
 constexpr qsizetype MaximumListed = 20;
 
 QString keyOf(const HelpContentsRoot& root)
@@ -41,7 +41,13 @@ FullTextSearch::FullTextSearch(HelpLibrary& library, SearchPane& pane, HelpBrows
 
 void FullTextSearch::connectPane()
 {
-    connect(&m_pane, &SearchPane::searchRequested, &m_service, &SearchService::search);
+    connect(&m_pane, &SearchPane::searchRequested, this, [this](const SearchRequest& request) {
+        if (m_startTimer.isActive()) {
+            m_startTimer.stop();
+            handOver();
+        }
+        m_service.search(request);
+    });
     connect(&m_pane, &SearchPane::indexingRequested, this, &FullTextSearch::indexAgain);
     connect(&m_pane, &SearchPane::problemsRequested, this, &FullTextSearch::showProblems);
     connect(&m_pane, &SearchPane::pageRequested, this, [this](const SearchHit& hit, const QString& query) {

@@ -25,7 +25,6 @@ SearchPane::SearchPane(QWidget* parent)
 {
     m_field->setPlaceholderText(tr("Search all pages"));
     m_field->setAccessibleName(tr("Search all pages"));
-    m_field->setClearButtonEnabled(true);
     m_field->installEventFilter(this);
     m_list->setModel(m_model);
     m_list->setItemDelegate(new SearchDelegate(m_list));
@@ -67,6 +66,13 @@ void SearchPane::connectList()
     connect(m_list, &SearchList::rowHovered, this,
             [this](const QModelIndex& index) { Q_EMIT linkHovered(m_model->hit(index).page); });
     connect(m_list->verticalScrollBar(), &QScrollBar::valueChanged, this, &SearchPane::wantMore);
+}
+
+/// Looking up the icon of the button takes as long as all the panes.
+void SearchPane::showEvent(QShowEvent* event)
+{
+    m_field->setClearButtonEnabled(true);
+    QWidget::showEvent(event);
 }
 
 void SearchPane::setHelpSets(const QList<SearchChoice>& sets)

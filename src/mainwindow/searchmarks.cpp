@@ -112,8 +112,9 @@ void SearchMarks::showCount()
     const QString count = (m_matches.isCapped() ? tr("more than %1") : QStringLiteral("%1"))
                               .arg(locale.toString(m_matches.count()));
     if (m_matches.count() == 0) {
-        m_count->setText(m_browser.page().prepared.isBeginning ? tr("Further down on this page")
-                                                      : tr("Only in the title or keywords of this page"));
+        m_count->setText(m_browser.page().prepared.isBeginning
+                             ? tr("Further down on this page")
+                             : tr("Only in the title or keywords of this page"));
     } else if (const int current = m_matches.current(); current > 0) {
         m_count->setText(tr("%1 of %2 on this page").arg(locale.toString(current), count));
     } else {

@@ -44,7 +44,7 @@ bool hasForms(const QueryTerm& term)
 }
 
 /// The first text that does not begin with this one.
-std::string behind(std::string text)
+std::string behind(const std::string& text)
 {
     return text + "\xFF";
 }

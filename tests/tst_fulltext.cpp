@@ -18,6 +18,8 @@
 #include <QRegularExpression>
 #include <QSignalSpy>
 
+#include <ranges>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -84,8 +86,8 @@ QByteArray onePage(const QString& html)
 QString marked(const QString& text, const std::vector<TextRange>& ranges)
 {
     QString result = text;
-    for (auto range = ranges.rbegin(); range != ranges.rend(); ++range) {
-        result.insert(range->start + range->length, u']').insert(range->start, u'[');
+    for (const auto& range : std::ranges::reverse_view(ranges)) {
+        result.insert(range.start + range.length, u']').insert(range.start, u'[');
     }
     return result;
 }

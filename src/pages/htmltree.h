@@ -121,6 +121,29 @@ template <typename Node>
     return nextNonBlank(text, 0) == text.size();
 }
 
+/// Visits an element and what is in it, in the order of the page: `enter` says whether to go into a node,
+/// `leave` gets each node that was gone into when all in it has been visited.
+template <typename Enter, typename Leave>
+void walk(const HtmlNode& top, Enter enter, Leave leave)
+{
+    const HtmlNode* node = &top;
+    while (node != nullptr) {
+        const bool isEntered = enter(*node);
+        if (isEntered && node->firstChild != nullptr) {
+            node = node->firstChild;
+            continue;
+        }
+        if (isEntered) {
+            leave(*node);
+        }
+        while (node != &top && node->next == nullptr) {
+            node = node->parent;
+            leave(*node);
+        }
+        node = node == &top ? nullptr : node->next;
+    }
+}
+
 /// Calls `use` with each word of a list separated by blanks until it returns true; returns whether it did.
 template <typename Use>
 bool anyWord(std::string_view words, Use use)

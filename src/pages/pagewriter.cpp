@@ -47,32 +47,27 @@ int linkNumber(const QString& code)
 
 void PageWriter::write(const HtmlNode& element)
 {
-    const HtmlNode* node = &element;
-    while (node != nullptr) {
-        bool isOpen = false;
-        if (m_output.isFull()) {
-            // The rest is left out.
-        } else if (isText(*node)) {
-            text(*node);
-        } else if (isElement(*node)) {
-            if (m_openLinks == 0) {
-                keepAnchors(*node);
-            }
-            isOpen = enter(*node);
-        }
-        if (isOpen && node->firstChild != nullptr) {
-            node = node->firstChild;
-            continue;
-        }
-        if (isOpen) {
-            leave(*node);
-        }
-        while (node != &element && node->next == nullptr) {
-            node = node->parent;
-            leave(*node);
-        }
-        node = node == &element ? nullptr : node->next;
+    walk(
+        element, [this](const HtmlNode& node) { return visit(node); },
+        [this](const HtmlNode& node) { leave(node); });
+}
+
+/// Whether an element was begun.
+bool PageWriter::visit(const HtmlNode& node)
+{
+    if (m_output.isFull()) {
+        return false; // the rest is left out
     }
+    if (isText(node)) {
+        text(node);
+    }
+    if (!isElement(node)) {
+        return false;
+    }
+    if (m_openLinks == 0) {
+        keepAnchors(node);
+    }
+    return enter(node);
 }
 
 void PageWriter::open(std::string_view markup, End end)

@@ -93,6 +93,7 @@ private:
 
     void open(std::string_view markup, End end);
     void openNothing() { m_ends.emplace_back(); }
+    [[nodiscard]] bool visit(const HtmlNode& node);
     void leave(const HtmlNode& element);
     void putPicture(const HtmlNode& element);
     void putAlternative(std::string_view text);

@@ -18,22 +18,9 @@ public:
 
     void write(const HtmlNode& top)
     {
-        const HtmlNode* node = &top;
-        while (node != nullptr) {
-            const bool isOpen = isText(*node) ? addText(*node) : enter(*node);
-            if (isOpen && node->firstChild != nullptr) {
-                node = node->firstChild;
-                continue;
-            }
-            if (isOpen) {
-                leave(*node);
-            }
-            while (node != &top && node->next == nullptr) {
-                node = node->parent;
-                leave(*node);
-            }
-            node = node == &top ? nullptr : node->next;
-        }
+        walk(
+            top, [this](const HtmlNode& node) { return isText(node) ? addText(node) : enter(node); },
+            [this](const HtmlNode& node) { leave(node); });
     }
 
 private:

@@ -18,8 +18,6 @@
 #include <QRegularExpression>
 #include <QSignalSpy>
 
-#include <ranges>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -85,11 +83,14 @@ QByteArray onePage(const QString& html)
 
 QString marked(const QString& text, const std::vector<TextRange>& ranges)
 {
-    QString result = text;
-    for (const auto& range : std::ranges::reverse_view(ranges)) {
-        result.insert(range.start + range.length, u']').insert(range.start, u'[');
+    QString result;
+    qsizetype end = 0;
+    for (const auto& range : ranges) {
+        result += text.mid(end, range.start - end);
+        end = range.start + range.length;
+        result += u'[' + text.mid(range.start, range.length) + u']';
     }
-    return result;
+    return result + text.mid(end);
 }
 
 QStringList wordsOf(const QString& text)

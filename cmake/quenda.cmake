@@ -22,10 +22,18 @@ if(QUENDA_SANITIZE_THREADS)
   target_link_options(quenda_options INTERFACE -fsanitize=thread)
 endif()
 
+# The files of a program or library compile together, if that is wished for.
+function(quenda_unity target)
+  set_target_properties(
+    ${target} PROPERTIES UNITY_BUILD ${QUENDA_UNITY} UNITY_BUILD_BATCH_SIZE 12
+                         UNITY_BUILD_CODE_BEFORE_INCLUDE "// NOLINTNEXTLINE(bugprone-suspicious-include)")
+endfunction()
+
 # quenda_library(NAME SOURCES ... DEPENDS ...): one folder of src/, one static library.
 function(quenda_library name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;DEPENDS")
   add_library(quenda_${name} STATIC ${arg_SOURCES})
   target_link_libraries(quenda_${name} PUBLIC ${arg_DEPENDS} PRIVATE quenda_options)
   target_include_directories(quenda_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  quenda_unity(quenda_${name})
 endfunction()

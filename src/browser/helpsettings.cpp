@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr int Margin = 8;            // pixels
+constexpr int DialogMargin = 8;      // pixels
 constexpr int Spacing = 4;           // pixels
 constexpr int FamilyNameLength = 24; // characters that a font list shows at least
 
@@ -67,7 +67,7 @@ HelpSettings::HelpSettings(QWidget* parent)
 void HelpSettings::buildLayout()
 {
     auto* layout = new QGridLayout(this);
-    layout->setContentsMargins(Margin, Margin, Margin, Margin);
+    layout->setContentsMargins(DialogMargin, DialogMargin, DialogMargin, DialogMargin);
     layout->setSpacing(Spacing);
     layout->addLayout(buildFields(), 0, 0);
     layout->addWidget(m_underlineCheck, 1, 0);

@@ -19,7 +19,7 @@ double withExactName(double score, bool isTitle)
     return isTitle ? score * 2 + 12 : score * 1.6 + 8;
 }
 
-std::string quoted(std::string_view words)
+std::string phraseOf(std::string_view words)
 {
     std::string text = "\"";
     for (const char c : words) {
@@ -52,7 +52,7 @@ std::string behind(const std::string& text)
 /// All of a term: quoted, so that nothing in a query is taken for syntax.
 std::string phraseOf(const QueryTerm& term)
 {
-    return quoted(joined(term.words, ' ')) + (term.isPrefix ? " *" : "");
+    return phraseOf(joined(term.words, ' ')) + (term.isPrefix ? " *" : "");
 }
 
 } // namespace
@@ -168,14 +168,14 @@ void SearchIndex::addTerm(const QueryTerm& term, double weight, Expression& expr
         return;
     }
     const auto& word = term.words.front();
-    expression.add(quoted(word), weight);
+    expression.add(phraseOf(word), weight);
     auto others = forms(word).words;
     std::erase(others, word);
     if (!others.empty()) {
-        expression.add(quoted(joined(others, IndexFile::SamePosition)), weight * FormWeight);
+        expression.add(phraseOf(joined(others, IndexFile::SamePosition)), weight * FormWeight);
     }
     if (term.isPrefix) {
-        expression.add(quoted(word) + " *", weight * BeginningWeight);
+        expression.add(phraseOf(word) + " *", weight * BeginningWeight);
     }
 }
 

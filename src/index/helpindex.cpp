@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr int Gap = 3; // pixels
+constexpr int FieldGap = 3; // pixels
 
 bool movesRow(int key)
 {
@@ -34,11 +34,11 @@ HelpIndex::HelpIndex(HelpLibrary& library, QWidget* parent)
 
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addItem(new QSpacerItem(0, Gap), 0, 0);
+    layout->addItem(new QSpacerItem(0, FieldGap), 0, 0);
     layout->addWidget(m_lookForLabel, 1, 0);
-    layout->addItem(new QSpacerItem(0, Gap), 2, 0);
+    layout->addItem(new QSpacerItem(0, FieldGap), 2, 0);
     layout->addWidget(m_lookForEdit, 3, 0);
-    layout->addItem(new QSpacerItem(0, Gap), 4, 0);
+    layout->addItem(new QSpacerItem(0, FieldGap), 4, 0);
     layout->addWidget(m_indexListBox, 5, 0);
 
     connect(m_lookForEdit, &QLineEdit::textChanged, this, &HelpIndex::lookForTextChanged);

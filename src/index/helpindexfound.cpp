@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr int Margin = 5;        // pixels
+constexpr int DialogMargin = 5;  // pixels
 constexpr int Spacing = 7;       // pixels
 constexpr int ColumnWidth = 200; // pixels
 constexpr int ItemRole = Qt::UserRole;
@@ -54,7 +54,7 @@ void HelpIndexFound::buildLayout()
     buttons->addWidget(m_cancelButton, 0, 2);
 
     auto* layout = new QGridLayout(this);
-    layout->setContentsMargins(Margin, Margin, Margin, Margin);
+    layout->setContentsMargins(DialogMargin, DialogMargin, DialogMargin, DialogMargin);
     layout->setSpacing(Spacing);
     layout->addWidget(m_promptLabel, 0, 0);
     layout->addWidget(m_topicList, 1, 0);

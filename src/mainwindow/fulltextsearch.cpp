@@ -15,7 +15,7 @@
 namespace {
 
 constexpr int StartDelay = 1000; // ms after loading; who looks up one page need not wait for it
-constexpr qsizetype MaximumListed = 20;
+constexpr qsizetype MaximumProblems = 20;
 
 QString keyOf(const HelpContentsRoot& root)
 {
@@ -154,9 +154,9 @@ QStringList FullTextSearch::problems() const
 void FullTextSearch::showProblems()
 {
     QStringList lines = problems();
-    const qsizetype more = lines.size() - MaximumListed;
+    const qsizetype more = lines.size() - MaximumProblems;
     if (more > 0) {
-        lines.resize(MaximumListed);
+        lines.resize(MaximumProblems);
         lines.append(tr("… and %1 more.").arg(more));
     }
     auto* box = new QMessageBox(QMessageBox::Information, tr("Pages that cannot be searched"),

@@ -4,28 +4,22 @@
 #include "icons/icons.h"
 
 #include <QAction>
-#include <QCoreApplication>
 #include <QMainWindow>
 
 namespace {
 
-QString text(const char* source)
+QAction* make(QMainWindow& window, const char* name, const QString& text, const QKeySequence& shortcut = {})
 {
-    return QCoreApplication::translate("HelpActions", source);
-}
-
-QAction* make(QMainWindow& window, const char* name, const char* source, const QKeySequence& shortcut = {})
-{
-    auto* action = new QAction(text(source), &window);
+    auto* action = new QAction(text, &window);
     action->setObjectName(QLatin1StringView(name));
     action->setShortcut(shortcut);
     return action;
 }
 
-QAction* makeGo(QMainWindow& window, const char* name, const char* source, GoIcon icon,
+QAction* makeGo(QMainWindow& window, const char* name, const QString& text, GoIcon icon,
                 const QKeySequence& shortcut = {})
 {
-    auto* action = make(window, name, source, shortcut);
+    auto* action = make(window, name, text, shortcut);
     action->setIcon(goIcon(icon));
     return action;
 }
@@ -38,51 +32,33 @@ QKeySequence key(const char* sequence)
 } // namespace
 
 HelpActions::HelpActions(QMainWindow& window)
-    : fileAddContentsAction(
-          make(window, "fileAddContentsAction", QT_TRANSLATE_NOOP("HelpActions", "&Add Contents..."))),
-      filePrintAction(make(window, "filePrintAction", QT_TRANSLATE_NOOP("HelpActions", "&Print..."),
-                           Qt::CTRL | Qt::Key_P)),
-      filePreviewAction(
-          make(window, "filePreviewAction", QT_TRANSLATE_NOOP("HelpActions", "Print Pre&view..."))),
-      fileExportAction(
-          make(window, "fileExportAction", QT_TRANSLATE_NOOP("HelpActions", "Export as P&DF..."))),
-      fileExitAction(make(window, "fileExitAction", QT_TRANSLATE_NOOP("HelpActions", "E&xit"))),
-      editCopyAction(
-          make(window, "editCopyAction", QT_TRANSLATE_NOOP("HelpActions", "&Copy"), Qt::CTRL | Qt::Key_C)),
-      editFindAction(
-          make(window, "editFindAction", QT_TRANSLATE_NOOP("HelpActions", "&Find..."), Qt::CTRL | Qt::Key_F)),
-      editFindNextAction(
-          make(window, "editFindNextAction", QT_TRANSLATE_NOOP("HelpActions", "Find &Next"), Qt::Key_F3)),
-      editFindPreviousAction(make(window, "editFindPreviousAction",
-                                  QT_TRANSLATE_NOOP("HelpActions", "Find &Previous"),
-                                  Qt::SHIFT | Qt::Key_F3)),
-      editSearchAllAction(make(window, "editSearchAllAction",
-                               QT_TRANSLATE_NOOP("HelpActions", "&Search All..."),
-                               Qt::CTRL | Qt::SHIFT | Qt::Key_F)),
-      viewZoomInAction(make(window, "viewZoomInAction", QT_TRANSLATE_NOOP("HelpActions", "Zoom &In"),
-                            Qt::CTRL | Qt::Key_Plus)),
-      viewZoomOutAction(make(window, "viewZoomOutAction", QT_TRANSLATE_NOOP("HelpActions", "Zoom &Out"),
-                             Qt::CTRL | Qt::Key_Minus)),
-      viewZoomResetAction(make(window, "viewZoomResetAction",
-                               QT_TRANSLATE_NOOP("HelpActions", "Normal Si&ze"), Qt::CTRL | Qt::Key_0)),
-      viewReadingAction(make(window, "viewReadingAction", QT_TRANSLATE_NOOP("HelpActions", "&Reading View"),
-                             Qt::CTRL | Qt::SHIFT | Qt::Key_R)),
-      viewContentsAction(make(window, "viewContentsAction", QT_TRANSLATE_NOOP("HelpActions", "&Contents"))),
-      viewGoToolbarAction(
-          make(window, "viewGoToolbarAction", QT_TRANSLATE_NOOP("HelpActions", "Go Toolbar"))),
-      viewSettingsAction(make(window, "viewSettingsAction", QT_TRANSLATE_NOOP("HelpActions", "Settings..."))),
-      goBackAction(makeGo(window, "goBackAction", QT_TRANSLATE_NOOP("HelpActions", "Back"), GoIcon::Back,
-                          key("Alt+Left"))),
-      goForwardAction(makeGo(window, "goForwardAction", QT_TRANSLATE_NOOP("HelpActions", "Forward"),
-                             GoIcon::Forward, key("Alt+Right"))),
-      goUpAction(makeGo(window, "goUpAction", QT_TRANSLATE_NOOP("HelpActions", "Up"), GoIcon::Up)),
-      goHomeAction(makeGo(window, "goHomeAction", QT_TRANSLATE_NOOP("HelpActions", "Home"), GoIcon::Home,
-                          key("Alt+Up"))),
-      goSyncAction(
-          makeGo(window, "goSyncAction", QT_TRANSLATE_NOOP("HelpActions", "Synchronize"), GoIcon::Sync)),
-      helpManualAction(
-          make(window, "helpManualAction", QT_TRANSLATE_NOOP("HelpActions", "Quenda &Manual"), Qt::Key_F1)),
-      helpAboutAction(make(window, "helpAboutAction", QT_TRANSLATE_NOOP("HelpActions", "&About Quenda")))
+    : fileAddContentsAction(make(window, "fileAddContentsAction", tr("&Add Contents..."))),
+      filePrintAction(make(window, "filePrintAction", tr("&Print..."), Qt::CTRL | Qt::Key_P)),
+      filePreviewAction(make(window, "filePreviewAction", tr("Print Pre&view..."))),
+      fileExportAction(make(window, "fileExportAction", tr("Export as P&DF..."))),
+      fileExitAction(make(window, "fileExitAction", tr("E&xit"))),
+      editCopyAction(make(window, "editCopyAction", tr("&Copy"), Qt::CTRL | Qt::Key_C)),
+      editFindAction(make(window, "editFindAction", tr("&Find..."), Qt::CTRL | Qt::Key_F)),
+      editFindNextAction(make(window, "editFindNextAction", tr("Find &Next"), Qt::Key_F3)),
+      editFindPreviousAction(
+          make(window, "editFindPreviousAction", tr("Find &Previous"), Qt::SHIFT | Qt::Key_F3)),
+      editSearchAllAction(
+          make(window, "editSearchAllAction", tr("&Search All..."), Qt::CTRL | Qt::SHIFT | Qt::Key_F)),
+      viewZoomInAction(make(window, "viewZoomInAction", tr("Zoom &In"), Qt::CTRL | Qt::Key_Plus)),
+      viewZoomOutAction(make(window, "viewZoomOutAction", tr("Zoom &Out"), Qt::CTRL | Qt::Key_Minus)),
+      viewZoomResetAction(make(window, "viewZoomResetAction", tr("Normal Si&ze"), Qt::CTRL | Qt::Key_0)),
+      viewReadingAction(
+          make(window, "viewReadingAction", tr("&Reading View"), Qt::CTRL | Qt::SHIFT | Qt::Key_R)),
+      viewContentsAction(make(window, "viewContentsAction", tr("&Contents"))),
+      viewGoToolbarAction(make(window, "viewGoToolbarAction", tr("Go Toolbar"))),
+      viewSettingsAction(make(window, "viewSettingsAction", tr("Settings..."))),
+      goBackAction(makeGo(window, "goBackAction", tr("Back"), GoIcon::Back, key("Alt+Left"))),
+      goForwardAction(makeGo(window, "goForwardAction", tr("Forward"), GoIcon::Forward, key("Alt+Right"))),
+      goUpAction(makeGo(window, "goUpAction", tr("Up"), GoIcon::Up)),
+      goHomeAction(makeGo(window, "goHomeAction", tr("Home"), GoIcon::Home, key("Alt+Up"))),
+      goSyncAction(makeGo(window, "goSyncAction", tr("Synchronize"), GoIcon::Sync)),
+      helpManualAction(make(window, "helpManualAction", tr("Quenda &Manual"), Qt::Key_F1)),
+      helpAboutAction(make(window, "helpAboutAction", tr("&About Quenda")))
 {
     viewReadingAction->setCheckable(true);
     viewContentsAction->setCheckable(true);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QCoreApplication>
 #include <QList>
 
 class QAction;
@@ -8,6 +9,9 @@ class QMainWindow;
 
 /// The commands of the main window, which owns them.
 struct HelpActions {
+    Q_DECLARE_TR_FUNCTIONS(HelpActions)
+
+public:
     explicit HelpActions(QMainWindow& window);
 
     /// The commands that need a page to act on.

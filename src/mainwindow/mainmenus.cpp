@@ -5,19 +5,13 @@
 #include "mainwindow/helpsetmenu.h"
 #include "mainwindow/outlinemenu.h"
 
-#include <QCoreApplication>
 #include <QMenuBar>
 
 namespace {
 
-QString text(const char* source)
+HelpSetMenu* makeHelpSetMenu(QMenuBar& bar, const char* name, const QString& title)
 {
-    return QCoreApplication::translate("MainMenus", source);
-}
-
-HelpSetMenu* makeHelpSetMenu(QMenuBar& bar, const char* name, const char* title)
-{
-    auto* menu = new HelpSetMenu(text(title), &bar);
+    auto* menu = new HelpSetMenu(title, &bar);
     menu->setObjectName(QLatin1StringView(name));
     return menu;
 }
@@ -25,12 +19,11 @@ HelpSetMenu* makeHelpSetMenu(QMenuBar& bar, const char* name, const char* title)
 } // namespace
 
 MainMenus::MainMenus(QMenuBar& bar, const HelpActions& actions)
-    : removeMenu(makeHelpSetMenu(bar, "removeMenu", QT_TRANSLATE_NOOP("MainMenus", "&Remove Contents"))),
-      installedMenu(
-          makeHelpSetMenu(bar, "installedMenu", QT_TRANSLATE_NOOP("MainMenus", "&Installed Contents"))),
-      outlineMenu(new OutlineMenu(text(QT_TRANSLATE_NOOP("MainMenus", "&On This Page")), &bar))
+    : removeMenu(makeHelpSetMenu(bar, "removeMenu", tr("&Remove Contents"))),
+      installedMenu(makeHelpSetMenu(bar, "installedMenu", tr("&Installed Contents"))),
+      outlineMenu(new OutlineMenu(tr("&On This Page"), &bar))
 {
-    auto* fileMenu = bar.addMenu(text(QT_TRANSLATE_NOOP("MainMenus", "&File")));
+    auto* fileMenu = bar.addMenu(tr("&File"));
     fileMenu->addAction(actions.fileAddContentsAction);
     fileMenu->addMenu(removeMenu);
     fileMenu->addSeparator();
@@ -40,13 +33,13 @@ MainMenus::MainMenus(QMenuBar& bar, const HelpActions& actions)
     fileMenu->addSeparator();
     fileMenu->addAction(actions.fileExitAction);
 
-    auto* editMenu = bar.addMenu(text(QT_TRANSLATE_NOOP("MainMenus", "&Edit")));
+    auto* editMenu = bar.addMenu(tr("&Edit"));
     editMenu->addActions({actions.editCopyAction, actions.editFindAction, actions.editFindNextAction,
                           actions.editFindPreviousAction});
     editMenu->addSeparator();
     editMenu->addAction(actions.editSearchAllAction);
 
-    auto* viewMenu = bar.addMenu(text(QT_TRANSLATE_NOOP("MainMenus", "&View")));
+    auto* viewMenu = bar.addMenu(tr("&View"));
     viewMenu->addActions({actions.viewZoomInAction, actions.viewZoomOutAction, actions.viewZoomResetAction});
     viewMenu->addAction(actions.viewReadingAction);
     viewMenu->addSeparator();
@@ -54,11 +47,11 @@ MainMenus::MainMenus(QMenuBar& bar, const HelpActions& actions)
     viewMenu->addSeparator();
     viewMenu->addAction(actions.viewSettingsAction);
 
-    auto* goMenu = bar.addMenu(text(QT_TRANSLATE_NOOP("MainMenus", "&Go")));
+    auto* goMenu = bar.addMenu(tr("&Go"));
     goMenu->addActions(actions.goActions());
     goMenu->addSeparator();
     goMenu->addMenu(outlineMenu);
 
-    auto* helpMenu = bar.addMenu(text(QT_TRANSLATE_NOOP("MainMenus", "&Help")));
+    auto* helpMenu = bar.addMenu(tr("&Help"));
     helpMenu->addActions({actions.helpManualAction, actions.helpAboutAction});
 }

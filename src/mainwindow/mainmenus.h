@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QCoreApplication>
+
 class HelpSetMenu;
 class OutlineMenu;
 class QMenuBar;
@@ -8,6 +10,9 @@ struct HelpActions;
 
 /// The menus of the main window, in the order of the menu bar, which owns them.
 struct MainMenus {
+    Q_DECLARE_TR_FUNCTIONS(MainMenus)
+
+public:
     MainMenus(QMenuBar& bar, const HelpActions& actions);
 
     HelpSetMenu* removeMenu;

@@ -10,11 +10,6 @@ namespace {
 
 constexpr qsizetype MaximumListed = 20;
 
-QString text(const char* source)
-{
-    return QCoreApplication::translate("MalformedFiles", source);
-}
-
 } // namespace
 
 void reportMalformedFiles(const QStringList& files, QWidget* parent)
@@ -24,14 +19,14 @@ void reportMalformedFiles(const QStringList& files, QWidget* parent)
     }
     QStringList lines;
     for (const auto& file : files.first(std::min(files.size(), MaximumListed))) {
-        lines.append(text(QT_TRANSLATE_NOOP("MalformedFiles", "'%1' not a contents file.")).arg(file));
+        lines.append(QCoreApplication::translate("MalformedFiles", "'%1' not a contents file.").arg(file));
     }
     if (files.size() > MaximumListed) {
-        lines.append(
-            text(QT_TRANSLATE_NOOP("MalformedFiles", "… and %1 more.")).arg(files.size() - MaximumListed));
+        lines.append(QCoreApplication::translate("MalformedFiles", "… and %1 more.")
+                         .arg(files.size() - MaximumListed));
     }
     auto* box = new QMessageBox(QMessageBox::Critical,
-                                text(QT_TRANSLATE_NOOP("MalformedFiles", "Load contents error")),
+                                QCoreApplication::translate("MalformedFiles", "Load contents error"),
                                 lines.join(u'\n'), QMessageBox::Ok, parent);
     box->setTextFormat(Qt::PlainText);
     box->setAttribute(Qt::WA_DeleteOnClose);

@@ -20,14 +20,9 @@ namespace PageRendering {
 
 namespace {
 
-QString text(const char* source)
-{
-    return QCoreApplication::translate("PageRendering", source);
-}
-
 QString outputProblem()
 {
-    return text(QT_TRANSLATE_NOOP("PageRendering", "The file cannot be written."));
+    return QCoreApplication::translate("PageRendering", "The file cannot be written.");
 }
 
 /// A page view with one page in it.
@@ -53,7 +48,7 @@ private:
         const QString file = locatePage(page).file;
         // The page view would open a window for it.
         if (isPicture(file)) {
-            return text(QT_TRANSLATE_NOOP("PageRendering", "This is a picture, not a page."));
+            return QCoreApplication::translate("PageRendering", "This is a picture, not a page.");
         }
         const auto content = readPage(file);
         return content.ok() ? QString() : describe(content.error());

@@ -16,18 +16,13 @@ namespace PrintCommands {
 
 namespace {
 
-QString text(const char* source)
-{
-    return QCoreApplication::translate("PrintCommands", source);
-}
-
 void reportFailure(QWidget* window, const QString& output)
 {
     const QString reason =
         output.isEmpty()
-            ? text(QT_TRANSLATE_NOOP("PrintCommands", "The page could not be printed."))
-            : text(QT_TRANSLATE_NOOP("PrintCommands", "The file '%1' could not be written.")).arg(output);
-    QMessageBox box(QMessageBox::Warning, text(QT_TRANSLATE_NOOP("PrintCommands", "Print error")), reason,
+            ? QCoreApplication::translate("PrintCommands", "The page could not be printed.")
+            : QCoreApplication::translate("PrintCommands", "The file '%1' could not be written.").arg(output);
+    QMessageBox box(QMessageBox::Warning, QCoreApplication::translate("PrintCommands", "Print error"), reason,
                     QMessageBox::Ok, window);
     box.setTextFormat(Qt::PlainText);
     box.exec();
@@ -81,9 +76,9 @@ void exportAsPdf(QWidget* window, const PageView& view)
 {
     const PrintablePage page = printablePage(view);
     QString fileName =
-        QFileDialog::getSaveFileName(window, text(QT_TRANSLATE_NOOP("PrintCommands", "Export as PDF")),
+        QFileDialog::getSaveFileName(window, QCoreApplication::translate("PrintCommands", "Export as PDF"),
                                      PagePrinter::suggestedPdfName(page.title),
-                                     text(QT_TRANSLATE_NOOP("PrintCommands", "PDF files (*.pdf)")));
+                                     QCoreApplication::translate("PrintCommands", "PDF files (*.pdf)"));
     if (fileName.isEmpty()) {
         return;
     }

@@ -20,8 +20,7 @@ bool isKnownContainer(const HtmlNode& element)
     static constexpr std::array<std::string_view, 5> ids{"doc-content", "main-content", "mw-content-text",
                                                          "bodyContent", "content-wrapper"};
     const auto id = attribute(element, "id");
-    return PageSurvey::notes(element).role == Role::MainContent ||
-           std::find(ids.begin(), ids.end(), id) != ids.end();
+    return notesOf(element).role == Role::MainContent || std::find(ids.begin(), ids.end(), id) != ids.end();
 }
 
 /// The first visible element with content that `test` accepts.
@@ -30,8 +29,8 @@ const HtmlNode* findFirst(const HtmlNode& body, Test test)
 {
     const auto* node = &body;
     while (node != nullptr) {
-        const bool isSeen = isElement(*node) && !PageSurvey::notes(*node).isHidden;
-        if (isSeen && test(*node) && PageSurvey::notes(*node).hasContent()) {
+        const bool isSeen = isElement(*node) && !notesOf(*node).isHidden;
+        if (isSeen && test(*node) && notesOf(*node).hasContent()) {
             return node;
         }
         node = nextNode(node, &body, isSeen);
@@ -58,7 +57,7 @@ const HtmlNode* onlyArticle(const HtmlNode& body)
 bool isGeneratedDocument(const HtmlNode& body)
 {
     for (const auto* child = body.firstChild; child != nullptr; child = child->next) {
-        if (isElement(*child, "div") && PageSurvey::notes(*child).role == Role::Document) {
+        if (isElement(*child, "div") && notesOf(*child).role == Role::Document) {
             return true;
         }
     }
@@ -87,7 +86,7 @@ const HtmlNode* onlyMatter(const HtmlNode& parent)
         if (isText(*child) && !isBlank(child->content)) {
             return nullptr;
         }
-        if (!isElement(*child) || isDispensable(PageSurvey::notes(*child))) {
+        if (!isElement(*child) || isDispensable(notesOf(*child))) {
             continue;
         }
         if (found != nullptr) {
@@ -110,9 +109,9 @@ const HtmlNode* densest(const HtmlNode& body)
 {
     const auto* found = &body;
     for (const auto* inner = onlyMatter(body);
-         inner != nullptr && (isContainer(PageSurvey::notes(*inner)) || isTransparent(*inner));
+         inner != nullptr && (isContainer(notesOf(*inner)) || isTransparent(*inner));
          inner = onlyMatter(*inner)) {
-        const Element kind = PageSurvey::notes(*inner).element;
+        const Element kind = notesOf(*inner).element;
         found = kind == Element::Block || kind == Element::Cell ? inner : found;
     }
     return found;

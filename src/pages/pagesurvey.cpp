@@ -84,12 +84,12 @@ size_t letters(std::string_view text)
     return size_t(std::count_if(text.begin(), text.end(), [](char c) { return !isBlank(c); }));
 }
 
-ElementNotes& notesOf(const HtmlNode& element)
+} // namespace
+
+const ElementNotes& notesOf(const HtmlNode& element)
 {
     return *element.notes;
 }
-
-} // namespace
 
 PageSurvey::PageSurvey(HtmlNode& root)
 {
@@ -99,18 +99,13 @@ PageSurvey::PageSurvey(HtmlNode& root)
             look(*node);
             elements.push_back(node);
         } else if (isText(*node)) {
-            auto& parent = notesOf(*node->parent);
+            auto& parent = *node->parent->notes;
             (parent.isInLink ? parent.linkText : parent.text) += letters(node->content);
         }
     }
     // Backwards, so that an element comes after all that it holds.
     std::for_each(elements.crbegin(), elements.crend(),
                   [this](const HtmlNode* element) { conclude(*element); });
-}
-
-const ElementNotes& PageSurvey::notes(const HtmlNode& element)
-{
-    return notesOf(element);
 }
 
 void PageSurvey::look(HtmlNode& element)
@@ -128,14 +123,14 @@ void PageSurvey::look(HtmlNode& element)
 
 void PageSurvey::conclude(const HtmlNode& element)
 {
-    auto& notes = notesOf(element);
+    auto& notes = *element.notes;
     notes.isFurniture = isFurniture(element, notes);
     m_isWebPage = m_isWebPage || notes.isFurniture || isMadeForBrowser(element);
     const bool isRoot = &notes == &m_notes.front();
     if (isRoot || notes.isHidden || notes.isFurniture || notes.element == Element::Ignored) {
         return;
     }
-    auto& parent = notesOf(*element.parent);
+    auto& parent = *element.parent->notes;
     parent.text += notes.text;
     parent.linkText += notes.linkText;
     parent.hasHeading = parent.hasHeading || notes.hasHeading;

@@ -33,8 +33,6 @@ public:
     /// Notes are attached to the elements below `root`, which must not outlive the survey.
     explicit PageSurvey(HtmlNode& root);
 
-    /// Notes of an element that was surveyed.
-    [[nodiscard]] static const ElementNotes& notes(const HtmlNode& element);
     /// Whether the page was made for a web browser: it has style sheets, scripts, navigation or furniture.
     [[nodiscard]] bool isWebPage() const { return m_isWebPage; }
 
@@ -45,3 +43,6 @@ private:
     std::deque<ElementNotes> m_notes;
     bool m_isWebPage = false;
 };
+
+/// Notes of an element that was surveyed.
+[[nodiscard]] const ElementNotes& notesOf(const HtmlNode& element);

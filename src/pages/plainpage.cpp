@@ -33,7 +33,7 @@ private:
     /// False when there is nothing to read in it, or it has been read.
     bool enter(const HtmlNode& node)
     {
-        const auto& notes = PageSurvey::notes(node);
+        const auto& notes = notesOf(node);
         const bool isLeftOut = m_isReading && (notes.isHidden || notes.isFurniture);
         if (isLeftOut || isMute(node, notes) || putSpecial(node, notes.element)) {
             return false;
@@ -49,7 +49,7 @@ private:
 
     void leave(const HtmlNode& node)
     {
-        const auto& notes = PageSurvey::notes(node);
+        const auto& notes = notesOf(node);
         if (notes.element == Element::Heading) {
             m_page.headings.append(m_page.text, m_headings.back()).append("\n");
             m_headings.pop_back();
@@ -84,8 +84,7 @@ private:
 
     [[nodiscard]] bool isLineOfListing(const HtmlNode& node) const
     {
-        return m_isReading && node.parent != nullptr &&
-               PageSurvey::notes(*node.parent).role == Role::CodeBlock;
+        return m_isReading && node.parent != nullptr && notesOf(*node.parent).role == Role::CodeBlock;
     }
 
     bool putSpecial(const HtmlNode& node, Element element)

@@ -9,11 +9,6 @@ namespace {
 
 constexpr int LargePicture = 200; // pixels
 
-const ElementNotes& notesOf(const HtmlNode& element)
-{
-    return PageSurvey::notes(element);
-}
-
 bool hasKeysInside(const HtmlNode& element)
 {
     const auto* node = nextNode(&element, &element);

@@ -9,8 +9,8 @@
 
 namespace {
 
-constexpr int Margin = 6;           // pixels around a row's texts
-constexpr int Gap = 1;              // pixels between its parts
+constexpr int RowMargin = 6;        // pixels around a row's texts
+constexpr int PartGap = 1;          // pixels between its parts
 constexpr int NarrowWidth = 320;    // pixels; below, a snippet has one more line
 constexpr int SnippetLines = 2;     // of a wide list
 constexpr qreal PlaceSize = 0.9;    // of the font's size
@@ -41,7 +41,7 @@ const SearchHit& hitOf(const QModelIndex& index)
 
 SnippetLayout snippetLayout(const QStyleOptionViewItem& option, const SearchHit& hit, int width)
 {
-    return {hit, option.font, width - 2 * Margin, width < NarrowWidth ? SnippetLines + 1 : SnippetLines};
+    return {hit, option.font, width - 2 * RowMargin, width < NarrowWidth ? SnippetLines + 1 : SnippetLines};
 }
 
 /// Draws one line in the upper part of `rect`, elided, and moves `rect` below it.
@@ -51,7 +51,7 @@ void drawLine(QPainter* painter, const QFont& font, const QString& text, Qt::Tex
     painter->setFont(font);
     painter->drawText(rect, Qt::AlignTop | Qt::TextSingleLine,
                       metrics.elidedText(QString(text).replace(u'\t', u' '), mode, rect.width()));
-    rect.setTop(rect.top() + metrics.height() + Gap);
+    rect.setTop(rect.top() + metrics.height() + PartGap);
 }
 
 /// The ground of a row: the current one tells by its strength whether keys go to the list. Returns the colour
@@ -76,7 +76,7 @@ void SearchDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
                            const QModelIndex& index) const
 {
     const auto& hit = hitOf(index);
-    QRect rect = option.rect.adjusted(Margin, Margin, -Margin, -Margin);
+    QRect rect = option.rect.adjusted(RowMargin, RowMargin, -RowMargin, -RowMargin);
     painter->save();
     painter->setClipRect(option.rect);
     QColor color = drawGround(painter, option);
@@ -96,5 +96,5 @@ QSize SearchDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelI
     const auto* view = qobject_cast<const QListView*>(option.widget);
     const int width = view != nullptr ? view->viewport()->width() : option.rect.width();
     const int lines = QFontMetrics(titleFont(option)).height() + QFontMetrics(placeFont(option)).height();
-    return {0, 2 * Margin + lines + 2 * Gap + snippetLayout(option, hitOf(index), width).height()};
+    return {0, 2 * RowMargin + lines + 2 * PartGap + snippetLayout(option, hitOf(index), width).height()};
 }

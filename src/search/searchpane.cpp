@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr int Gap = 3;         // pixels
+constexpr int FieldGap = 3;    // pixels
 constexpr int MoreFactor = 4;  // more hits are wanted when the end of the list is reached
 constexpr int MostHits = 5000; // nobody reads further
 
@@ -31,8 +31,8 @@ SearchPane::SearchPane(QWidget* parent)
     setFocusProxy(m_field);
 
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, Gap, 0, 0);
-    layout->setSpacing(Gap);
+    layout->setContentsMargins(0, FieldGap, 0, 0);
+    layout->setSpacing(FieldGap);
     layout->addWidget(m_field);
     layout->addWidget(m_scope);
     layout->addWidget(m_summary);

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int Margin = 2;                   // pixels
+constexpr int SideMargin = 2;               // pixels
 constexpr qsizetype LongestQueryShown = 60; // characters
 
 QString link(const char* name, const QString& html)
@@ -51,7 +51,7 @@ SearchSummary::SearchSummary(QWidget* parent) : QLabel(parent)
     setTextFormat(Qt::RichText);
     setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
     setWordWrap(true);
-    setContentsMargins(Margin, 0, Margin, 0);
+    setContentsMargins(SideMargin, 0, SideMargin, 0);
     // A long word must not keep the pane from being narrow.
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
     connect(this, &QLabel::linkActivated, this, [this](const QString& name) {

@@ -163,16 +163,15 @@ private:
 IndexingResult updateIndex(Database& database, const SearchSource& source, const SourcePages& pages,
                            const std::stop_token& stop, const IndexingProgress& progress)
 {
-    using State = IndexingResult::State;
     IndexingResult result;
     if (isMostlyGone(database) && !IndexFile::clear(database)) {
-        return {State::Failed, {database.error()}};
+        return {IndexingResult::State::Failed, {database.error()}};
     }
     Update update(database, source, pages);
     const bool isWritten = !stop.stop_requested() && update.compare() && update.write(stop, progress);
     result.errors = update.errors();
     if (!isWritten && !stop.stop_requested()) {
-        result.state = database.isDamaged() ? State::Damaged : State::Failed;
+        result.state = database.isDamaged() ? IndexingResult::State::Damaged : IndexingResult::State::Failed;
         result.errors += database.error();
     }
     if (isWritten) {
@@ -181,7 +180,7 @@ IndexingResult updateIndex(Database& database, const SearchSource& source, const
         database.run("ROLLBACK");
     }
     if (stop.stop_requested()) {
-        result.state = State::Stopped;
+        result.state = IndexingResult::State::Stopped;
     }
     return result;
 }

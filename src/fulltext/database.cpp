@@ -98,6 +98,11 @@ int64_t Database::number(const char* sql) const
     return statement.step() ? statement.number(0) : -1;
 }
 
+int64_t Database::lastId() const
+{
+    return sqlite3_last_insert_rowid(handle());
+}
+
 QString Database::error() const
 {
     return QString::fromUtf8(isOpen() ? sqlite3_errmsg(handle()) : sqlite3_errstr(SQLITE_CANTOPEN));

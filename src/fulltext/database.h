@@ -53,6 +53,8 @@ public:
     bool run(const char* sql) const;
     /// Of a statement that gives one; -1 on errors.
     [[nodiscard]] int64_t number(const char* sql) const;
+    /// Number of the row added last.
+    [[nodiscard]] int64_t lastId() const;
     [[nodiscard]] Statement prepare(const char* sql) const { return {handle(), sql}; }
     /// What went wrong last, for people.
     [[nodiscard]] QString error() const;

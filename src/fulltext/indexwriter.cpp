@@ -39,7 +39,7 @@ public:
           m_removePage(database.prepare("DELETE FROM pages WHERE id = ?")),
           m_addPage(
               database.prepare("INSERT INTO pages(path, size, time, names, hash, words, titlewords, english, "
-                               "title) VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?) RETURNING id")),
+                               "title) VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)")),
           m_addWords(database.prepare("INSERT INTO words(rowid, body, title, keywords, headings) "
                                       "VALUES(?, ?, ?, ?, ?)")),
           m_addName(database.prepare("INSERT OR IGNORE INTO names VALUES(?, ?, ?, ?)"))
@@ -119,6 +119,8 @@ private:
                known.number(4) == hashOfNames(m_source, page);
     }
 
+    /// None of its statements may need a journal of its own, as those with RETURNING do: for that, FTS5 would
+    /// write what it has gathered, page by page.
     bool add(const IndexedPage& page)
     {
         if (!page.error.isNull() && m_errors.size() < MostErrors) {
@@ -127,11 +129,10 @@ private:
         m_addPage.bind(1, page.path).bind(2, page.size).bind(3, page.time).bind(4, page.names);
         m_addPage.bind(5, page.hash).bind(6, int64_t(page.words)).bind(7, int64_t(page.titleWords));
         m_addPage.bind(8, int64_t(page.isEnglish)).bind(9, page.title);
-        if (!m_addPage.step()) {
+        if (!m_addPage.run()) {
             return false;
         }
-        const int64_t id = m_addPage.number(0);
-        m_addPage.reset();
+        const int64_t id = m_database.lastId();
         m_addWords.bind(1, id);
         for (int column = 0; column < int(page.columns.size()); ++column) {
             m_addWords.bind(column + 2, page.columns[size_t(column)]);

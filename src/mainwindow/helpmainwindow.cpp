@@ -4,7 +4,6 @@
 #include "browser/helpbrowser.h"
 #include "browser/helpsettings.h"
 #include "contents/helpcontents.h"
-#include "contents/helpcontentslistview.h"
 #include "icons/icons.h"
 #include "index/helpindex.h"
 #include "library/helplibrary.h"
@@ -16,11 +15,11 @@
 #include "mainwindow/outlinemenu.h"
 #include "mainwindow/pagesearch.h"
 #include "mainwindow/printcommands.h"
+#include "mainwindow/sidepanes.h"
 #include "mainwindow/windowsettings.h"
 #include "search/searchpane.h"
 
 #include <QApplication>
-#include <QDockWidget>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMenuBar>
@@ -29,15 +28,10 @@
 #include <QSplitter>
 #include <QStatusBar>
 #include <QStatusTipEvent>
-#include <QTabBar>
-#include <QTabWidget>
 #include <QToolBar>
-
-#include <algorithm>
 
 namespace {
 
-constexpr int DockWidth = 200; // pixels
 constexpr QSize ToolIconSize(16, 16);
 
 } // namespace
@@ -72,7 +66,7 @@ HelpMainWindow::~HelpMainWindow()
     m_fullText.reset();
     delete m_search;
     delete takeCentralWidget();
-    delete m_contentsDock;
+    delete m_panes;
     delete m_goToolBar;
 }
 
@@ -89,30 +83,15 @@ void HelpMainWindow::buildPanes()
 {
     auto* splitter = new QSplitter(Qt::Horizontal, this);
     setCentralWidget(splitter);
-    m_contentsDock = new QDockWidget(tr("Contents"), this);
-    m_contentsDock->setObjectName(QStringLiteral("contentsDock"));
-    m_contentsDock->setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
-    addDockWidget(Qt::LeftDockWidgetArea, m_contentsDock);
-    connect(m_contentsDock, &QDockWidget::visibilityChanged, this, &HelpMainWindow::viewContentsChanged);
-
-    m_paneTabs = new QTabWidget(m_contentsDock);
-    m_paneTabs->setUsesScrollButtons(false);
-    m_paneTabs->setElideMode(Qt::ElideRight);
-    m_contentsDock->setWidget(m_paneTabs);
-    const ContentsIcons icons{bookIcon(BookIcon::Close), bookIcon(BookIcon::Open), bookIcon(BookIcon::Item)};
-    m_contentsPane = new HelpContents(m_library, icons, this);
-    m_paneTabs->addTab(m_contentsPane, tr("Contents"));
-    m_indexPane = new HelpIndex(m_library, this);
-    m_paneTabs->addTab(m_indexPane, tr("Index"));
-    m_searchPane = new SearchPane(this);
-    m_paneTabs->addTab(m_searchPane, tr("Search"));
+    m_panes = new SidePanes(m_library, this);
+    addDockWidget(Qt::LeftDockWidgetArea, m_panes);
+    connect(m_panes, &QDockWidget::visibilityChanged, this, &HelpMainWindow::viewContentsChanged);
 
     m_browser = new HelpBrowser(m_library, splitter);
     m_search = new PageSearch(this, m_browser);
-    m_contentsFiles = new ContentsFiles(m_library, *m_contentsPane, *m_browser, m_menus, this);
-    m_fullText = std::make_unique<FullTextSearch>(m_library, *m_searchPane, *m_browser, *statusBar());
-    resizeDocks({m_contentsDock}, {std::max(DockWidth, m_paneTabs->tabBar()->sizeHint().width())},
-                Qt::Horizontal);
+    m_contentsFiles = new ContentsFiles(m_library, *m_panes->contents(), *m_browser, m_menus, this);
+    m_fullText = std::make_unique<FullTextSearch>(m_library, *m_panes->search(), *m_browser, *statusBar());
+    resizeDocks({m_panes}, {m_panes->usefulWidth()}, Qt::Horizontal);
 }
 
 /// What the page view says while it has no page.
@@ -127,18 +106,15 @@ void HelpMainWindow::showHint()
 /// The panes have no menu entries of their own; these keys reach them.
 void HelpMainWindow::buildPaneShortcuts()
 {
-    new QShortcut(Qt::CTRL | Qt::Key_1, this, [this] { showPane(m_contentsPane); });
-    new QShortcut(Qt::CTRL | Qt::Key_2, this, [this] {
-        showPane(m_indexPane);
-        m_indexPane->selectLookFor();
-    });
+    new QShortcut(Qt::CTRL | Qt::Key_1, this, [this] { m_panes->goToContents(); });
+    new QShortcut(Qt::CTRL | Qt::Key_2, this, [this] { m_panes->goToIndex(); });
     new QShortcut(Qt::CTRL | Qt::Key_3, this, [this] { editSearchAll(); });
     new QShortcut(Qt::Key_Escape, this, [this] { stop(); });
     new QShortcut(Qt::Key_F6, this, [this] {
-        if (m_contentsDock->isAncestorOf(QApplication::focusWidget())) {
+        if (m_panes->isAncestorOf(QApplication::focusWidget())) {
             m_browser->setFocus(Qt::ShortcutFocusReason);
         } else {
-            showPane(m_paneTabs->currentWidget());
+            m_panes->goToCurrent();
         }
     });
 }
@@ -176,13 +152,13 @@ void HelpMainWindow::connectActions()
 
 void HelpMainWindow::connectPanes()
 {
-    connect(m_contentsPane, &HelpContents::pageRequested, this,
+    connect(m_panes->contents(), &HelpContents::pageRequested, this,
             [this](HelpContentsItem* item) { loadHtml(item); });
-    connect(m_contentsPane, &HelpContents::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
-    connect(m_indexPane, &HelpIndex::pageRequested, this,
+    connect(m_panes->contents(), &HelpContents::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
+    connect(m_panes->index(), &HelpIndex::pageRequested, this,
             [this](const HelpIndexItem* item) { loadHtml(item); });
-    connect(m_indexPane, &HelpIndex::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
-    connect(m_searchPane, &SearchPane::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
+    connect(m_panes->index(), &HelpIndex::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
+    connect(m_panes->search(), &SearchPane::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
     connect(m_fullText.get(), &FullTextSearch::aboutToShow, m_search, &PageSearch::close);
 }
 
@@ -263,7 +239,7 @@ void HelpMainWindow::showLinkInStatusBar(const QString& text)
 
 void HelpMainWindow::gotoFirstPage()
 {
-    m_contentsFiles->showAfterLoading([this] { m_contentsPane->gotoFirstPage(); });
+    m_contentsFiles->showAfterLoading([this] { m_panes->contents()->gotoFirstPage(); });
 }
 
 void HelpMainWindow::insertContents(const QString& fileName)
@@ -421,8 +397,7 @@ void HelpMainWindow::findAgain(bool forward)
 
 void HelpMainWindow::editSearchAll()
 {
-    showPane(m_searchPane);
-    m_searchPane->selectQuery();
+    m_panes->goToSearch();
 }
 
 void HelpMainWindow::viewZoomIn()
@@ -447,7 +422,7 @@ void HelpMainWindow::viewReading()
 
 void HelpMainWindow::viewContents()
 {
-    m_contentsDock->setVisible(m_actions.viewContentsAction->isChecked());
+    m_panes->setVisible(m_actions.viewContentsAction->isChecked());
 }
 
 void HelpMainWindow::viewGoToolbar()
@@ -480,13 +455,6 @@ void HelpMainWindow::viewSettings()
     }
 }
 
-void HelpMainWindow::showPane(QWidget* pane)
-{
-    m_contentsDock->show();
-    m_paneTabs->setCurrentWidget(pane);
-    pane->setFocus(Qt::ShortcutFocusReason);
-}
-
 void HelpMainWindow::goBack()
 {
     m_browser->backward();
@@ -501,7 +469,7 @@ void HelpMainWindow::goUp()
 {
     const auto* record = m_browser->getCurrentLink();
     if (record != nullptr && record->listViewItem != nullptr && record->listViewItem->parent != nullptr) {
-        m_contentsPane->gotoPage(record->listViewItem->parent);
+        m_panes->contents()->gotoPage(record->listViewItem->parent);
     }
 }
 
@@ -517,10 +485,10 @@ void HelpMainWindow::goSync()
         return;
     }
     if (record->listViewItem->contentsItem == record) {
-        m_contentsPane->gotoPage(record->listViewItem);
+        m_panes->contents()->gotoPage(record->listViewItem);
     } else {
         // A place within the row's page is shown; asking for the page would leave it.
-        m_contentsPane->selectRow(record->listViewItem);
+        m_panes->contents()->selectRow(record->listViewItem);
     }
 }
 

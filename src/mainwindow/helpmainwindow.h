@@ -11,13 +11,9 @@
 class ContentsFiles;
 class FullTextSearch;
 class HelpBrowser;
-class HelpContents;
-class HelpIndex;
 class HelpLibrary;
 class PageSearch;
-class QDockWidget;
-class QTabWidget;
-class SearchPane;
+class SidePanes;
 struct HelpContentsItem;
 struct HelpIndexItem;
 
@@ -103,7 +99,6 @@ private:
     void loadSettings();
     void saveSettings() const;
     void showLastPage();
-    void showPane(QWidget* pane);
     void findAgain(bool forward);
     void stop();
 
@@ -111,12 +106,8 @@ private:
     HelpActions m_actions;
     MainMenus m_menus;
     QToolBar* m_goToolBar = nullptr;
-    QDockWidget* m_contentsDock = nullptr;
-    QTabWidget* m_paneTabs = nullptr;
+    SidePanes* m_panes = nullptr;
     HelpBrowser* m_browser = nullptr;
-    HelpContents* m_contentsPane = nullptr;
-    HelpIndex* m_indexPane = nullptr;
-    SearchPane* m_searchPane = nullptr;
     PageSearch* m_search = nullptr;
     std::unique_ptr<FullTextSearch> m_fullText;
     ContentsFiles* m_contentsFiles = nullptr;

@@ -38,9 +38,9 @@ SearchMarks::SearchMarks(HelpBrowser& browser, QStatusBar& statusBar, QObject* p
     connect(&m_matches, &PageMatches::counted, this, &SearchMarks::counted);
     connect(&browser, &QTextEdit::selectionChanged, this, &SearchMarks::showCount);
     connect(&browser, &PageView::pageChanged, this, &SearchMarks::pageChanged);
-    // The text of one page is set anew when its looks change.
+    // The text of one page is set anew when its looks change, and grows until all of a long page is there.
     connect(&browser, &QTextEdit::textChanged, this, [this] {
-        if (isOn()) {
+        if (isOn() && !m_browser.isFilling()) {
             m_refreshTimer.start();
         }
     });
@@ -61,7 +61,6 @@ void SearchMarks::mark(const QString& query, bool isEnglish)
 
 void SearchMarks::search()
 {
-    m_browser.completePage();
     m_refreshTimer.stop();
     m_matches.search(matcherOf(m_query, m_isEnglish));
 }
@@ -105,7 +104,7 @@ void SearchMarks::pageChanged()
 
 void SearchMarks::showCount()
 {
-    if (!isOn() || m_refreshTimer.isActive() || m_matches.isSearching()) {
+    if (!isOn() || m_refreshTimer.isActive() || m_matches.isSearching() || m_browser.isFilling()) {
         return;
     }
     const QLocale locale;

@@ -20,7 +20,7 @@ CREATE TABLE IF NOT EXISTS names(key INTEGER NOT NULL, page INTEGER NOT NULL, an
 CREATE VIRTUAL TABLE IF NOT EXISTS words USING fts5(body, title, keywords, headings, content='', columnsize=0,
     tokenize='prepared');
 CREATE VIRTUAL TABLE IF NOT EXISTS vocabulary USING fts5vocab(words, 'row');
-INSERT INTO words(words, rank) VALUES('automerge', 0), ('crisismerge', 256), ('hashsize', 8000000);
+INSERT INTO words(words, rank) VALUES('automerge', 0), ('crisismerge', 256), ('hashsize', 4000000);
 PRAGMA application_id = 1364411480;
 PRAGMA user_version = 1;
 COMMIT;

@@ -52,17 +52,19 @@ public:
         if (!m_database.run("BEGIN IMMEDIATE")) {
             return false;
         }
-        std::unordered_map<std::string, const SourcePage*> wanted;
-        for (const auto& page : m_pages.all()) {
-            wanted.emplace(page.file.toStdString(), &page);
+        const auto& pages = m_pages.all();
+        std::unordered_map<std::string, size_t> positions;
+        positions.reserve(pages.size());
+        for (size_t i = 0; i < pages.size(); ++i) {
+            positions.emplace(pages[i].file.toStdString(), i);
         }
+        std::vector<bool> isKnown(pages.size());
         auto known = m_database.prepare("SELECT id, path, size, time, names FROM pages");
         std::vector<int64_t> gone;
         while (known.step()) {
-            const auto page = wanted.find(std::string(known.text(1)));
-            const bool isWanted = page != wanted.end();
-            if (isWanted && isSame(known, *page->second)) {
-                wanted.erase(page);
+            const auto found = positions.find(std::string(known.text(1)));
+            if (found != positions.end() && isSame(known, pages[found->second])) {
+                isKnown[found->second] = true;
             } else {
                 gone.push_back(known.number(0));
             }
@@ -70,9 +72,9 @@ public:
         for (const auto id : gone) {
             m_removePage.bind(1, id).run();
         }
-        for (const auto& page : m_pages.all()) {
-            if (wanted.contains(page.file.toStdString())) {
-                m_outdated.push_back(&page);
+        for (size_t i = 0; i < pages.size(); ++i) {
+            if (!isKnown[i]) {
+                m_outdated.push_back(&pages[i]);
             }
         }
         return known.ok();
@@ -110,6 +112,7 @@ public:
         return isWritten;
     }
 
+    [[nodiscard]] bool isNeeded() const { return !m_outdated.empty(); }
     [[nodiscard]] const QStringList& errors() const { return m_errors; }
 
 private:
@@ -175,10 +178,10 @@ IndexingResult updateIndex(Database& database, const SearchSource& source, const
         result.state = database.isDamaged() ? IndexingResult::State::Damaged : IndexingResult::State::Failed;
         result.errors += database.error();
     }
-    if (isWritten) {
-        tidy(database);
-    } else {
+    if (!isWritten) {
         database.run("ROLLBACK");
+    } else if (update.isNeeded()) {
+        tidy(database);
     }
     if (stop.stop_requested()) {
         result.state = IndexingResult::State::Stopped;

@@ -42,19 +42,25 @@ void PageQueue::work()
         lock.lock();
         m_changed.wait(lock, m_stop, [this] { return m_ready.size() < MostReady || m_isClosed; });
         m_ready.push_back(std::move(read));
-        m_changed.notify_all();
+        if (m_ready.size() == 1) {
+            m_changed.notify_all();
+        }
     }
 }
 
 std::unique_ptr<IndexedPage> PageQueue::next()
 {
-    std::unique_lock lock(m_mutex);
-    if (m_handedOut == m_pages.size() || !m_changed.wait(lock, m_stop, [this] { return !m_ready.empty(); })) {
-        return nullptr;
+    if (m_taken.empty()) {
+        std::unique_lock lock(m_mutex);
+        if (m_handedOut == m_pages.size() ||
+            !m_changed.wait(lock, m_stop, [this] { return !m_ready.empty(); })) {
+            return nullptr;
+        }
+        m_taken.swap(m_ready);
+        m_changed.notify_all();
     }
     ++m_handedOut;
-    auto page = std::move(m_ready.front());
-    m_ready.pop_front();
-    m_changed.notify_all();
+    auto page = std::move(m_taken.front());
+    m_taken.pop_front();
     return page;
 }

@@ -34,7 +34,8 @@ private:
     std::condition_variable_any m_changed;
     std::deque<std::unique_ptr<IndexedPage>> m_ready;
     size_t m_nextPage = 0;
-    size_t m_handedOut = 0;
     bool m_isClosed = false;
+    std::deque<std::unique_ptr<IndexedPage>> m_taken; ///< from those that are ready, to be handed out
+    size_t m_handedOut = 0;
     std::vector<std::jthread> m_threads; ///< last, so that they end first
 };

@@ -1,6 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "fulltext/searchsource.h"
 
+void SearchSource::reserve(size_t topics, size_t keywords, qsizetype text)
+{
+    m_topics.reserve(topics);
+    m_keywords.reserve(keywords);
+    m_text.reserve(text);
+}
+
 void SearchSource::addTopic(QStringView directory, QStringView name, QStringView title, int level)
 {
     m_topics.push_back(add(directory, name, title, level));

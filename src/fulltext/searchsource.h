@@ -16,6 +16,8 @@ public:
     {
     }
 
+    /// Makes room; `text` is the number of UTF-16 code units.
+    void reserve(size_t topics, size_t keywords, qsizetype text);
     /// Adds the next entry of the contents in their order. `level` counts from 0; the entry stands below the
     /// last one of a smaller level. The page, a directory followed by a name, may have an anchor; both are
     /// empty for a book without a page.

@@ -36,6 +36,7 @@ qsizetype anchorBegin(QStringView name)
 
 SourcePages::SourcePages(const SearchSource& source, const std::stop_token& stop)
 {
+    m_positions.reserve(qsizetype(source.topics().size()));
     const auto addAll = [&](const std::vector<SearchSource::Entry>& entries, auto member) {
         for (size_t i = 0; i < entries.size() && !stop.stop_requested(); ++i) {
             const int page = entries[i].pageLength == 0 ? -1 : pageOf(source.page(entries[i]));
@@ -69,8 +70,6 @@ int SourcePages::pageOf(QStringView name)
         const auto other = m_positions.constFind(located);
         page = other != m_positions.cend() ? *other : addFile(located);
         m_positions.insert(located, page);
-    } else {
-        m_positions.insert(guess, page);
     }
     return page;
 }

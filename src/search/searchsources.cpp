@@ -34,6 +34,15 @@ void addRows(SearchSource& source, std::span<HelpContentsListViewItem* const> to
 SearchSource makeSearchSource(const HelpSet& set)
 {
     SearchSource source(HelpLibrary::absoluteName(set.root().fileName), set.ownTitle());
+    qsizetype text = 0; // nearly all of it
+    for (const auto& record : set.records()) {
+        const auto* row = record.listViewItem;
+        text += record.directory.size() + record.pageName.size() + (row == nullptr ? 0 : row->text.size());
+    }
+    for (const auto& item : set.indexItems()) {
+        text += item.source->directory.size() + item.pageName.size() + item.keyword.size();
+    }
+    source.reserve(set.records().size(), set.indexItems().size(), text);
     addRows(source, set.topRows());
     for (const auto& item : set.indexItems()) {
         if (item.hasPage()) {

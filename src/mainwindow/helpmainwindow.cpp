@@ -48,8 +48,8 @@ HelpMainWindow::HelpMainWindow(HelpLibrary& library, QWidget* parent)
     connectPanes();
     connectBrowserAndMenus();
     connectBackground();
-    selectionChanged();
-    sourceEmpty(true);
+    HelpMainWindow::selectionChanged();
+    HelpMainWindow::sourceEmpty(true);
     for (auto* action : m_actions.goActions()) {
         action->setEnabled(false);
     }

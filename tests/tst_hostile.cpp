@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-#ifdef __SANITIZE_ADDRESS__
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr rlim_t MaximumMemory = RLIM_INFINITY;
 constexpr rlim_t MaximumTime = 60; // seconds
 #else

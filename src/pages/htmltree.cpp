@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <mutex>
 
 namespace {
 
@@ -21,6 +22,13 @@ bool isHeadElement(std::string_view name)
     static constexpr std::array<std::string_view, 11> names{
         "head", "title", "meta", "link", "base", "style", "script", "object", "noscript", "body", "frameset"};
     return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+/// The parser's own preparation on first use takes no care of other threads.
+void initializeParser()
+{
+    static std::once_flag once;
+    std::call_once(once, xmlInitParser);
 }
 
 struct FreeParser {
@@ -47,6 +55,7 @@ struct HtmlTree::Handlers {
 
 HtmlTree::HtmlTree(const QString& html)
 {
+    initializeParser();
     QByteArray utf8 = html.toUtf8();
     std::replace(utf8.begin(), utf8.end(), '\0', ' ');
     xmlSAXHandler handlers = {};

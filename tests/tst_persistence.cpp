@@ -159,7 +159,8 @@ void TestPersistence::garbage_data()
     QTest::addColumn<QByteArray>("lines");
     QTest::newRow("words for numbers")
         << QByteArray("fontSize=big\nlinkColor=blue\ngeometry\\w=wide\ngeometry\\h=x\n");
-    QTest::newRow("absurd numbers") << QByteArray("fontSize=99999999\ngeometry\\w=-5\ngeometry\\h=0\n");
+    QTest::newRow("absurd numbers") << QByteArray(
+        "fontSize=99999999\ngeometry\\x=2147483647\ngeometry\\w=-5\ngeometry\\h=0\n");
     QTest::newRow("lists for texts") << QByteArray(
         "fontName=a, b\nfontFixedName=@Invalid()\ncontents=@Invalid()\n");
     const std::vector<std::pair<const char*, QByteArray>> values{

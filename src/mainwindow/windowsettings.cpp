@@ -100,8 +100,11 @@ void loadGeometry(QWidget& window)
     const SettingsStore store(SettingsStore::Access::Read);
     // A window that has not been moved is placed by the window manager.
     if (store.contains("geometry/x") || store.contains("geometry/y")) {
-        window.move(store.value("geometry/x", window.x()).toInt(),
-                    store.value("geometry/y", window.y()).toInt());
+        const auto coordinate = [&store](const char* key, int current) {
+            // Beyond, the toolkit's sums do not fit their type.
+            return std::clamp(store.value(key, current).toInt(), -QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+        };
+        window.move(coordinate("geometry/x", window.x()), coordinate("geometry/y", window.y()));
     }
     window.resize(store.value("geometry/w", DefaultSize.width()).toInt(),
                   store.value("geometry/h", DefaultSize.height()).toInt());

@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "hostilesets.h"
+#include "testprogram.h"
 
 #include <QElapsedTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 
-#include <linux/capability.h>
 #include <memory>
-#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <thread>
 #include <unistd.h>
@@ -31,13 +29,6 @@ constexpr int Many = 100'000;     // lines
 constexpr int Unreadable = -1;
 constexpr int TooDeep = -2; ///< for the toolkit's JSON reader
 
-/// Root passes over permissions by capabilities, which programs do not get any more.
-void obeyPermissions()
-{
-    ::prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
-    ::prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
-}
-
 /// All but those about missing pages.
 int ofReading(const QJsonArray& problems)
 {
@@ -57,8 +48,7 @@ class HostileTest : public QObject {
 private Q_SLOTS:
     void initTestCase()
     {
-        m_program = qEnvironmentVariable("QUENDA_PROGRAM");
-        QVERIFY2(QFileInfo(m_program).isExecutable(), "QUENDA_PROGRAM has to name the program");
+        QVERIFY2(QFileInfo(testProgram()).isExecutable(), "QUENDA_PROGRAM has to name the program");
         m_driver = QCoreApplication::applicationDirPath() + u"/windowdriver"_s;
     }
 
@@ -299,7 +289,7 @@ private Q_SLOTS:
 
 private:
     /// Runs the program to its end, which must come within the limits.
-    void run(const QStringList& arguments) { run(m_program, arguments); }
+    void run(const QStringList& arguments) { run(testProgram(), arguments); }
 
     void run(const QString& program, const QStringList& arguments)
     {
@@ -338,7 +328,6 @@ private:
         QCOMPARE(m_code, 0);
     }
 
-    QString m_program;
     QString m_driver;
     std::unique_ptr<TemporaryFiles> m_files;
     int m_code = -1;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "testfiles.h"
+#include "testprogram.h"
 
 #include <QElapsedTimer>
 #include <QMap>
-#include <QProcess>
 #include <QRandomGenerator>
 
 #include <csignal>
@@ -26,11 +26,6 @@ using Prepare = std::function<void()>; ///< runs in the process that becomes the
 
 constexpr int LongestTime = 10'000; // ms
 
-struct Answer {
-    int code = -1;
-    QByteArray error;
-};
-
 /// Files do not grow beyond so many bytes, as on a full disk.
 Prepare diskWithRoomFor(rlim_t bytes)
 {
@@ -39,12 +34,6 @@ Prepare diskWithRoomFor(rlim_t bytes)
         ::setrlimit(RLIMIT_FSIZE, &size);
         std::signal(SIGXFSZ, SIG_IGN);
     };
-}
-
-/// Root passes over permissions by a capability, which programs do not get any more.
-void obeyPermissions()
-{
-    ::prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
 }
 
 } // namespace
@@ -56,8 +45,7 @@ class HostileStoreTest : public QObject {
 private Q_SLOTS:
     void initTestCase()
     {
-        m_program = qEnvironmentVariable("QUENDA_PROGRAM");
-        QVERIFY2(QFileInfo(m_program).isExecutable(), "QUENDA_PROGRAM has to name the program");
+        QVERIFY2(QFileInfo(testProgram()).isExecutable(), "QUENDA_PROGRAM has to name the program");
     }
 
     void init()
@@ -199,7 +187,7 @@ private Q_SLOTS:
         QRandomGenerator random(2);
         const auto finishFirst = [&] {
             auto& first = running.front();
-            const auto answer = finish(*first.process);
+            const auto answer = finish(*first.process, LongestTime);
             QVERIFY2(answer.code == 0 || answer.code == 2, answer.error);
             QCOMPARE(answer.error, QByteArray());
             expected[first.name] += answer.code == 0 ? first.change : 0;
@@ -236,23 +224,13 @@ private:
         process->setProcessEnvironment(environment);
         process->setWorkingDirectory(m_files->path({}));
         process->setChildProcessModifier(prepare);
-        process->start(m_program, {u"--"_s + QLatin1StringView(what), name});
+        process->start(testProgram(), {u"--"_s + QLatin1StringView(what), name});
         return process;
-    }
-
-    [[nodiscard]] static Answer finish(QProcess& process)
-    {
-        if (!process.waitForFinished(LongestTime) || process.exitStatus() != QProcess::NormalExit) {
-            process.kill();
-            process.waitForFinished();
-            return {-1, "no end, or a violent one: " + process.readAllStandardError()};
-        }
-        return {process.exitCode(), process.readAllStandardError()};
     }
 
     [[nodiscard]] Answer request(const char* what, const QString& name, const Prepare& prepare = {}) const
     {
-        return finish(*start(what, name, prepare));
+        return finish(*start(what, name, prepare), LongestTime);
     }
 
     [[nodiscard]] QString directoryPath() const { return m_files->path(u"config/Orvanel"_s); }
@@ -274,7 +252,6 @@ private:
         return names.removeDuplicates() == 0 ? QSet(names.begin(), names.end()) : QSet<QString>{u"twice"_s};
     }
 
-    QString m_program;
     std::unique_ptr<TemporaryFiles> m_files;
 };
 

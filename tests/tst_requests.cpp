@@ -1,26 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "testfiles.h"
+#include "testprogram.h"
 
 #include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 
 #include <memory>
 #include <vector>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-struct Answer {
-    int code = -1;
-    QByteArray out;
-    QByteArray error;
-};
-
-} // namespace
 
 /// The program as a process of its own, with a store of its own and without a display.
 class RequestsTest : public QObject {
@@ -29,8 +19,7 @@ class RequestsTest : public QObject {
 private Q_SLOTS:
     void initTestCase()
     {
-        m_program = qEnvironmentVariable("QUENDA_PROGRAM");
-        QVERIFY2(QFileInfo(m_program).isExecutable(), "QUENDA_PROGRAM has to name the program");
+        QVERIFY2(QFileInfo(testProgram()).isExecutable(), "QUENDA_PROGRAM has to name the program");
     }
 
     void init()
@@ -292,22 +281,15 @@ private:
         process->setProcessEnvironment(environment);
         process->setWorkingDirectory(m_files->path({}));
         if (arguments[0] == u"sh") {
-            process->start(u"/bin/sh"_s, {u"-c"_s, arguments[1], m_program});
+            process->start(u"/bin/sh"_s, {u"-c"_s, arguments[1], testProgram()});
         } else {
-            process->start(m_program, arguments);
+            process->start(testProgram(), arguments);
         }
         return process;
     }
 
     [[nodiscard]] Answer run(const QStringList& arguments) const { return finish(*start(arguments)); }
     [[nodiscard]] Answer runShell(const QString& script) const { return run({u"sh"_s, script}); }
-    [[nodiscard]] static Answer finish(QProcess& process)
-    {
-        if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit) {
-            return {};
-        }
-        return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-    }
 
     [[nodiscard]] QString stored() const
     {
@@ -316,7 +298,6 @@ private:
         return m_files->shortened(lines.section(u"contentsInstalled="_s, 1).section(u'\n', 0, 0));
     }
 
-    QString m_program;
     std::unique_ptr<TemporaryFiles> m_files;
 };
 

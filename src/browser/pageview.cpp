@@ -15,7 +15,6 @@
 #include <QFileInfo>
 #include <QMenu>
 #include <QMimeData>
-#include <QPainter>
 #include <QScrollBar>
 #include <QTextFrame>
 #include <QUrl>
@@ -25,16 +24,13 @@
 
 namespace {
 
-constexpr int HintMargin = 32;      // pixels
 constexpr int PageMargin = 10;      // pixels
 constexpr int ReadingMargin = 20;   // pixels
 constexpr int ReadingMeasure = 100; // characters of average width in a line
 
 } // namespace
 
-PageView::PageView(QWidget* parent)
-    : QTextBrowser(parent), m_style{QStringLiteral("monospace")}, m_fontFamily(font().family()),
-      m_defaultFontSize(getFontSize())
+PageView::PageView(QWidget* parent) : StyledView(parent)
 {
     setOpenLinks(false);
     setAccessibleName(tr("Page"));
@@ -51,12 +47,6 @@ PageView::PageView(QWidget* parent)
 void PageView::linkHighlighted(const QString& href)
 {
     Q_EMIT linkHovered(href.isEmpty() ? QString() : linkTarget(href));
-}
-
-void PageView::setHint(const QString& hint)
-{
-    m_hint = hint;
-    viewport()->update();
 }
 
 /// The target of a link as the page wrote it; empty for none.
@@ -153,7 +143,7 @@ void PageView::applyText()
 void PageView::repairFrom(int position)
 {
     if (!m_page.prepared.isReading) {
-        repairContrast(*document(), position, palette(), m_style.shownLinkColor(palette()));
+        repairContrast(*document(), position, palette(), style().shownLinkColor(palette()));
     }
 }
 
@@ -268,31 +258,6 @@ void PageView::setPlace(int place)
     });
 }
 
-void PageView::setFontFamily(const QString& family)
-{
-    m_fontFamily = family;
-    QFont changed = font();
-    changed.setFamily(family);
-    applyFont(changed);
-}
-
-int PageView::getFontSize() const
-{
-    return font().pointSize() == -1 ? font().pixelSize() : font().pointSize();
-}
-
-void PageView::setFontSize(int size)
-{
-    // Code has no size of its own, so it follows without a reload.
-    QFont changed = font();
-    if (changed.pointSize() == -1) {
-        changed.setPixelSize(size);
-    } else {
-        changed.setPointSize(size);
-    }
-    applyFont(changed);
-}
-
 void PageView::applyFont(const QFont& changed)
 {
     const int top = place();
@@ -300,47 +265,9 @@ void PageView::applyFont(const QFont& changed)
     setPlace(top);
 }
 
-void PageView::zoomBy(int step)
-{
-    setFontSize(std::max(1, getFontSize() + step));
-}
-
-void PageView::resetZoom()
-{
-    setFontSize(m_defaultFontSize);
-}
-
-void PageView::setFontFixedFamily(const QString& family)
-{
-    m_style.fixedFamily = family;
-    restyle();
-}
-
-QColor PageView::getLinkColor() const
-{
-    return palette().color(QPalette::Active, QPalette::Link);
-}
-
-void PageView::setLinkColor(const QColor& color)
-{
-    m_style.hasOwnLinkColor = color != QApplication::palette(this).color(QPalette::Active, QPalette::Link);
-    QPalette changed = palette();
-    for (const auto group : {QPalette::Disabled, QPalette::Active, QPalette::Inactive}) {
-        changed.setBrush(group, QPalette::Link, color);
-    }
-    setPalette(changed);
-    restyle();
-}
-
-void PageView::setLinkUnderline(bool underline)
-{
-    m_style.linkUnderline = underline;
-    restyle();
-}
-
 QString PageView::pageSheet(const QPalette& colors) const
 {
-    return m_page.prepared.isReading ? m_style.readingSheet(colors) : m_style.sheet(colors);
+    return m_page.prepared.isReading ? style().readingSheet(colors) : style().sheet(colors);
 }
 
 /// A style sheet takes effect when a text is set; the page shown is set again at its place.
@@ -359,7 +286,7 @@ bool PageView::event(QEvent* event)
     if (event->type() == QEvent::MouseMove) {
         Q_EMIT linkHovered({});
     }
-    return QTextBrowser::event(event);
+    return StyledView::event(event);
 }
 
 bool PageView::viewportEvent(QEvent* event)
@@ -367,12 +294,12 @@ bool PageView::viewportEvent(QEvent* event)
     if (event->type() == QEvent::Leave) {
         Q_EMIT linkHovered({});
     }
-    return QTextBrowser::viewportEvent(event);
+    return StyledView::viewportEvent(event);
 }
 
 void PageView::showEvent(QShowEvent* event)
 {
-    QTextBrowser::showEvent(event);
+    StyledView::showEvent(event);
     if (const int place = std::exchange(m_pendingPlace, 0); place > 0) {
         setPlace(place);
     }
@@ -380,7 +307,7 @@ void PageView::showEvent(QShowEvent* event)
 
 void PageView::changeEvent(QEvent* event)
 {
-    QTextBrowser::changeEvent(event);
+    StyledView::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) {
         m_appliedSheet.clear();
         restyle();
@@ -390,7 +317,7 @@ void PageView::changeEvent(QEvent* event)
 void PageView::resizeEvent(QResizeEvent* event)
 {
     fitMargins();
-    QTextBrowser::resizeEvent(event);
+    StyledView::resizeEvent(event);
 }
 
 /// The file of a picture that is shown smaller than it is and is no link; empty when there is none.
@@ -402,7 +329,7 @@ QString PageView::reducedPictureAt(const QPoint& point) const
 
 void PageView::mouseMoveEvent(QMouseEvent* event)
 {
-    QTextBrowser::mouseMoveEvent(event);
+    StyledView::mouseMoveEvent(event);
     const bool isOverPicture = !reducedPictureAt(event->pos()).isEmpty();
     if (isOverPicture != m_isOverPicture) {
         m_isOverPicture = isOverPicture;
@@ -415,18 +342,9 @@ void PageView::mouseReleaseEvent(QMouseEvent* event)
     const QString picture = event->button() == Qt::LeftButton && !textCursor().hasSelection()
                                 ? reducedPictureAt(event->pos())
                                 : QString();
-    QTextBrowser::mouseReleaseEvent(event);
+    StyledView::mouseReleaseEvent(event);
     if (!picture.isEmpty()) {
         Q_EMIT pictureActivated(picture);
-    }
-}
-
-void PageView::wheelEvent(QWheelEvent* event)
-{
-    if (event->modifiers() != Qt::ControlModifier) {
-        QTextBrowser::wheelEvent(event);
-    } else if (hasPage() && event->angleDelta().y() != 0) {
-        zoomBy(event->angleDelta().y() > 0 ? 1 : -1);
     }
 }
 
@@ -459,20 +377,13 @@ void PageView::keyPressEvent(QKeyEvent* event)
     if (event->key() == Qt::Key_End || event->matches(QKeySequence::SelectAll)) {
         completePage();
     }
-    QTextBrowser::keyPressEvent(event);
+    StyledView::keyPressEvent(event);
 }
 
 void PageView::paintEvent(QPaintEvent* event)
 {
-    QTextBrowser::paintEvent(event);
+    StyledView::paintEvent(event);
     m_filler.goOn();
-    if (hasPage() || m_hint.isEmpty()) {
-        return;
-    }
-    QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(viewport()->rect().adjusted(HintMargin, HintMargin, -HintMargin, -HintMargin),
-                     Qt::AlignCenter | Qt::TextWordWrap, m_hint);
 }
 
 /// Plain text only: the rich form would carry the coded link targets.

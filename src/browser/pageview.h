@@ -2,12 +2,11 @@
 #pragma once
 
 #include "browser/pagefiller.h"
-#include "browser/pagestyle.h"
+#include "browser/styledview.h"
 #include "pages/pagefile.h"
 #include "pages/preparedpage.h"
 
 #include <QDateTime>
-#include <QTextBrowser>
 
 /// A page on the screen.
 struct ShownPage {
@@ -21,16 +20,14 @@ struct ShownPage {
 
 /// Shows the text of one page and follows the display settings. Knows nothing of help sets; what a link means
 /// is for others to decide.
-class PageView : public QTextBrowser {
+class PageView : public StyledView {
     Q_OBJECT
 
 public:
     explicit PageView(QWidget* parent);
 
     [[nodiscard]] const ShownPage& page() const { return m_page; }
-    [[nodiscard]] bool hasPage() const { return !m_page.source.text.isEmpty(); }
-    /// The text painted while no page is shown.
-    void setHint(const QString& hint);
+    [[nodiscard]] bool hasPage() const override { return !m_page.source.text.isEmpty(); }
 
     /// Whether pages that take long to show are shown as a whole at once.
     void setShowsWholePages(bool isOn) { m_showsWholePages = isOn; }
@@ -51,29 +48,9 @@ public:
     [[nodiscard]] bool isReadingView() const { return m_presentation == Presentation::Reading; }
     void setReadingView(bool isOn);
 
-    [[nodiscard]] QString getFontFamily() const { return m_fontFamily; }
-    void setFontFamily(const QString& family);
-    /// In points, or in pixels when the font is sized in pixels.
-    [[nodiscard]] int getFontSize() const;
-    void setFontSize(int size);
-    /// Family of preformatted text and code.
-    [[nodiscard]] QString getFontFixedFamily() const { return m_style.fixedFamily; }
-    void setFontFixedFamily(const QString& family);
-    [[nodiscard]] QColor getLinkColor() const;
-    void setLinkColor(const QColor& color);
-    /// Whether the link colour is another one than the desktop's.
-    [[nodiscard]] bool hasOwnLinkColor() const { return m_style.hasOwnLinkColor; }
-    [[nodiscard]] bool getLinkUnderline() const { return m_style.linkUnderline; }
-    void setLinkUnderline(bool underline);
     /// The rules for the page shown that the display settings make; `colors` are those of what it is shown
     /// on.
     [[nodiscard]] QString pageSheet(const QPalette& colors) const;
-
-    /// One step of the font size, up or down; code follows in proportion.
-    void zoomIn() { zoomBy(1); }
-    void zoomOut() { zoomBy(-1); }
-    /// Back to the toolkit's own font size.
-    void resetZoom();
 
 Q_SIGNALS:
     /// The user activated a link; `href` as the page wrote it.
@@ -103,6 +80,8 @@ protected:
     /// What a link, as written in the page shown, leads to, for the user to read.
     [[nodiscard]] virtual QString linkTarget(const QString& href) const = 0;
 
+    void restyle() override;
+    void applyFont(const QFont& changed) override;
     bool event(QEvent* event) override;
     bool viewportEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
@@ -110,7 +89,6 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
-    void wheelEvent(QWheelEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
@@ -126,21 +104,14 @@ private:
     void prepare();
     void applyText();
     void repairFrom(int position);
-    void restyle();
     void fitMargins();
     [[nodiscard]] QString hrefOf(const QUrl& link) const;
     [[nodiscard]] QString reducedPictureAt(const QPoint& point) const;
-    void zoomBy(int step);
-    void applyFont(const QFont& changed);
 
     ShownPage m_page;
     Presentation m_presentation = Presentation::Reading;
-    PageStyle m_style;
     QString m_appliedSheet;
-    QString m_fontFamily;
-    int m_defaultFontSize;
     int m_pendingPlace = 0; ///< to go to when the view is shown
-    QString m_hint;
     bool m_isOverPicture = false;
     bool m_showsWholePages = false;
     PageFiller m_filler{*document()};

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "browser/pagestyle.h"
+
+#include <QTextBrowser>
+
+/// A page view's display settings: fonts, zoom, link colours, and what it says while it has no page.
+class StyledView : public QTextBrowser {
+    Q_OBJECT
+
+public:
+    explicit StyledView(QWidget* parent);
+
+    [[nodiscard]] virtual bool hasPage() const = 0;
+    /// The text painted while no page is shown.
+    void setHint(const QString& hint);
+
+    [[nodiscard]] QString getFontFamily() const { return m_fontFamily; }
+    void setFontFamily(const QString& family);
+    /// In points, or in pixels when the font is sized in pixels.
+    [[nodiscard]] int getFontSize() const;
+    void setFontSize(int size);
+    /// Family of preformatted text and code.
+    [[nodiscard]] QString getFontFixedFamily() const { return m_style.fixedFamily; }
+    void setFontFixedFamily(const QString& family);
+    [[nodiscard]] QColor getLinkColor() const;
+    void setLinkColor(const QColor& color);
+    /// Whether the link colour is another one than the desktop's.
+    [[nodiscard]] bool hasOwnLinkColor() const { return m_style.hasOwnLinkColor; }
+    [[nodiscard]] bool getLinkUnderline() const { return m_style.linkUnderline; }
+    void setLinkUnderline(bool underline);
+
+    /// One step of the font size, up or down; code follows in proportion.
+    void zoomIn() { zoomBy(1); }
+    void zoomOut() { zoomBy(-1); }
+    /// Back to the toolkit's own font size.
+    void resetZoom();
+
+protected:
+    [[nodiscard]] const PageStyle& style() const { return m_style; }
+    /// The settings that a style sheet carries are others now.
+    virtual void restyle() = 0;
+    /// Lays the text out in another font.
+    virtual void applyFont(const QFont& changed) = 0;
+
+    void wheelEvent(QWheelEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void zoomBy(int step);
+
+    PageStyle m_style;
+    QString m_fontFamily;
+    int m_defaultFontSize;
+    QString m_hint;
+};

@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -39,7 +40,8 @@ void addEntries(IndexEntries& entries, QStringView text, const HelpIndexSource& 
 /// At least as many as the text has lines.
 size_t lineBound(QStringView text)
 {
-    return size_t(text.count(u'\n') + text.count(u'\r')) + 1;
+    return size_t(std::count_if(text.begin(), text.end(), [](QChar c) { return c == u'\n' || c == u'\r'; })) +
+           1;
 }
 
 } // namespace
@@ -84,7 +86,7 @@ HelpSet::HelpSet(const QString& fileName, ContentsOutline outline)
         m_root.directory = m_firstPage->directory;
         m_root.pageName = m_firstPage->pageName;
     }
-    m_outline.entries = {};
+    m_outline.entries = std::vector<OutlineEntry>();
 }
 
 QString HelpSet::ownTitle() const

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "library/keywordindex.h"
 
+#include "library/prefetch.h"
+
 #include <QSet>
 
 #include <algorithm>
@@ -21,14 +23,16 @@ void KeywordIndex::setRows(KeywordRows rows, const std::vector<std::span<HelpInd
             member->group = number;
         }
     }
-    for (const auto& row : m_rows.rows) {
-        row.indexItem->listBoxItem = &row;
-        if (row.indexItem->group >= 0) {
-            for (auto* member : m_rows.group(row.indexItem->group)) {
-                member->listBoxItem = &row;
+    forEachAhead(
+        m_rows.rows, [](const HelpIndexListBoxItem& row) { return row.indexItem; },
+        [this](size_t /*i*/, const HelpIndexListBoxItem& row) {
+            row.indexItem->listBoxItem = &row;
+            if (row.indexItem->group >= 0) {
+                for (auto* member : m_rows.group(row.indexItem->group)) {
+                    member->listBoxItem = &row;
+                }
             }
-        }
-    }
+        });
     Q_EMIT rebuilt();
 }
 

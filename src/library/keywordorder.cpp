@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "library/keywordorder.h"
 
+#include "library/prefetch.h"
+
 #include <algorithm>
 #include <span>
 #include <utility>
@@ -9,14 +11,45 @@ namespace {
 
 constexpr qsizetype Units = 4; ///< code units in one number
 constexpr int UnitBits = 16;
+constexpr qsizetype Bytes = 8; ///< code units in one number, if they are small
+constexpr int ByteBits = 8;
+constexpr quint64 LargestByte = 0xFF;
 
-/// Four code units of a text as a number, and the position of the text.
+/// The beginning of a text as a number, and the position of the text.
 struct Key {
-    quint64 units;
+    quint64 start;
     quint32 position;
 };
 
-/// Sorts by numbers of four code units, then each run of equal ones by the next four.
+/// The first four code units as a number that compares as they do; shorter texts are filled up with zeros.
+quint64 leadingUnits(QStringView text)
+{
+    quint64 units = 0;
+    for (qsizetype i = 0; i < Units; ++i) {
+        units = units << UnitBits | (i < text.size() ? text[i].unicode() : 0U);
+    }
+    return units;
+}
+
+/// The same with eight, up to the first that does not fit; the rest is filled up with the largest byte.
+quint64 leadingBytes(QStringView text)
+{
+    quint64 bytes = 0;
+    bool isLarge = false;
+    for (qsizetype i = 0; i < Bytes; ++i) {
+        const quint64 unit = i < text.size() ? text[i].unicode() : 0U;
+        isLarge = isLarge || unit >= LargestByte;
+        bytes = bytes << ByteBits | (isLarge ? LargestByte : unit);
+    }
+    return bytes;
+}
+
+bool hasLargeUnit(quint64 leadingBytes)
+{
+    return (leadingBytes & LargestByte) == LargestByte;
+}
+
+/// Sorts by the beginnings, then each run of equal ones by what follows.
 class Order {
 public:
     Order(const std::vector<QStringView>& texts, const std::stop_token& stop) : m_texts(texts), m_stop(stop)
@@ -30,25 +63,39 @@ public:
             sortDirectly(keys, offset);
             return;
         }
-        for (auto& key : keys) {
-            key.units = leadingUnits(m_texts[key.position].mid(offset));
-        }
-        sortByUnits(keys);
-        for (size_t first = 0; first < keys.size() && !m_stop.stop_requested();) {
-            size_t end = first + 1;
-            while (end < keys.size() && keys[end].units == keys[first].units) {
-                ++end;
+        sortByStart(keys, offset, leadingBytes, [this, offset](std::span<Key> run) {
+            if (hasLargeUnit(run.front().start)) {
+                sortByStart(run, offset, leadingUnits,
+                            [this, offset](std::span<Key> equal) { sortRun(equal, offset + Units); });
+            } else {
+                sortRun(run, offset + Bytes);
             }
-            if (end - first > 1) {
-                sortRun(keys.subspan(first, end - first), offset + Units);
-            }
-            first = end;
-        }
+        });
     }
 
 private:
     static constexpr size_t fewKeys = 24;
     static constexpr qsizetype deepOffset = 64;
+
+    /// Calls `sortEqual` for each run of texts with an equal start.
+    template <typename StartOf, typename SortEqual>
+    void sortByStart(std::span<Key> keys, qsizetype offset, StartOf startOf, SortEqual sortEqual) const
+    {
+        forEachAhead(
+            keys, [&](const Key& key) { return m_texts[key.position].mid(offset).utf16(); },
+            [&](size_t /*i*/, Key& key) { key.start = startOf(m_texts[key.position].mid(offset)); });
+        sortByNumber(keys);
+        for (size_t first = 0; first < keys.size() && !m_stop.stop_requested();) {
+            size_t end = first + 1;
+            while (end < keys.size() && keys[end].start == keys[first].start) {
+                ++end;
+            }
+            if (end - first > 1) {
+                sortEqual(keys.subspan(first, end - first));
+            }
+            first = end;
+        }
+    }
 
     /// Sorts texts that are equal up to `offset`, but for zeros at the end.
     void sortRun(std::span<Key> keys, qsizetype offset)
@@ -60,14 +107,14 @@ private:
             return;
         }
         for (auto& key : keys) {
-            key.units = quint64(m_texts[key.position].size()) << positionBits | key.position;
+            key.start = quint64(m_texts[key.position].size()) << positionBits | key.position;
         }
-        sortByUnits(keys);
+        sortByNumber(keys);
     }
 
-    static void sortByUnits(std::span<Key> keys)
+    static void sortByNumber(std::span<Key> keys)
     {
-        std::sort(keys.begin(), keys.end(), [](const Key& a, const Key& b) { return a.units < b.units; });
+        std::sort(keys.begin(), keys.end(), [](const Key& a, const Key& b) { return a.start < b.start; });
     }
 
     void sortDirectly(std::span<Key> keys, qsizetype offset) const
@@ -86,15 +133,6 @@ private:
 };
 
 } // namespace
-
-quint64 leadingUnits(QStringView text)
-{
-    quint64 units = 0;
-    for (qsizetype i = 0; i < Units; ++i) {
-        units = units << UnitBits | (i < text.size() ? text[i].unicode() : 0U);
-    }
-    return units;
-}
 
 std::vector<quint32> orderOf(const std::vector<QStringView>& texts, const std::stop_token& stop)
 {

@@ -10,6 +10,3 @@
 /// stop has been asked for, the order is arbitrary.
 [[nodiscard]] std::vector<quint32> orderOf(const std::vector<QStringView>& texts,
                                            const std::stop_token& stop);
-
-/// The first four code units as a number that compares as they do; shorter texts are filled up with zeros.
-[[nodiscard]] quint64 leadingUnits(QStringView text);

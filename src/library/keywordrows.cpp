@@ -3,6 +3,7 @@
 
 #include "library/keywordorder.h"
 #include "library/positiontable.h"
+#include "library/prefetch.h"
 
 #include <QHash>
 
@@ -18,6 +19,13 @@ constexpr quint32 None = PositionTable::None;
 quint32 mixed(quint32 a, quint32 b, quint32 c = 0)
 {
     return quint32(qHashMulti(0, a, b, c));
+}
+
+/// Gives the memory back, which an assignment of {} does not.
+template <typename Value>
+void release(std::vector<Value>& values)
+{
+    std::vector<Value>().swap(values);
 }
 
 /// Makes the rows of one list of entries, which are known by their positions in load order.
@@ -37,6 +45,7 @@ public:
         if (!m_stop.stop_requested()) {
             collectMembers();
             makeRows();
+            makeLookUpMarks();
         }
         return std::move(m_result);
     }
@@ -57,15 +66,21 @@ private:
     {
         m_result.lowerTexts.reserve(m_items.size());
         m_classes.reserve(m_items.size());
-        PositionTable table(m_items.size());
+        std::vector<quint32> hashes;
+        hashes.reserve(m_items.size());
         for (const auto* item : m_items) {
-            const auto position = quint32(m_classes.size());
             const QStringView lower = m_result.texts.lower(item->keyword);
             m_result.lowerTexts.push_back(lower);
-            m_classes.push_back(table.findOrInsert(quint32(qHash(lower)), position, [&](quint32 other) {
-                return m_result.lowerTexts[other] == lower;
-            }));
+            hashes.push_back(quint32(qHash(lower)));
         }
+        PositionTable table(m_items.size());
+        forEachAhead(
+            hashes, [&table](quint32 hash) { return table.addressOf(hash); },
+            [&](size_t i, quint32 hash) {
+                m_classes.push_back(table.findOrInsert(hash, quint32(i), [&](quint32 other) {
+                    return m_result.lowerTexts[other] == m_result.lowerTexts[i];
+                }));
+            });
     }
 
     /// Titles that are equal in lower case have the same number.
@@ -148,8 +163,8 @@ private:
                 m_result.members[next[size_t(m_groups[i])]++] = m_items[i];
             }
         }
-        m_groups = {};
-        m_classes = {};
+        release(m_groups);
+        release(m_classes);
     }
 
     void makeRows()
@@ -163,10 +178,9 @@ private:
                 nextSub[position] = std::exchange(first, position);
             }
         }
-        m_firsts = {};
+        release(m_firsts);
         m_result.rows.reserve(m_representatives.size());
         m_result.positions.reserve(m_representatives.size());
-        m_result.lookUpMarks.reserve(m_representatives.size());
         for (const quint32 position : m_representatives) {
             if (m_parents[position] != None) {
                 continue;
@@ -178,11 +192,23 @@ private:
         }
     }
 
+    void makeLookUpMarks()
+    {
+        release(m_items);
+        release(m_parents);
+        release(m_representatives);
+        m_result.lookUpMarks.resize(m_result.rows.size());
+        forEachAhead(
+            m_result.positions, [this](quint32 position) { return m_result.lowerTexts[position].utf16(); },
+            [this](size_t row, quint32 position) {
+                m_result.lookUpMarks[row] = lookUpMark(m_result.lowerTexts[position]);
+            });
+    }
+
     void append(quint32 position, bool isSubKeyword)
     {
         m_result.rows.push_back({m_items[position], isSubKeyword});
         m_result.positions.push_back(position);
-        m_result.lookUpMarks.push_back(lookUpMark(m_result.lowerTexts[position]));
     }
 
     const std::stop_token& m_stop;

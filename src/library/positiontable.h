@@ -32,6 +32,9 @@ public:
         return slot.position;
     }
 
+    /// Where the search for a hash begins.
+    [[nodiscard]] const void* addressOf(quint32 hash) const { return &m_slots[hash & (m_slots.size() - 1)]; }
+
 private:
     struct Slot {
         quint32 hash = 0;

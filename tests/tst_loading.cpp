@@ -107,6 +107,21 @@ private Q_SLOTS:
         QCOMPARE(library.topRows()[0]->text, expected.topRows()[0]->text);
     }
 
+    void heldIndex()
+    {
+        const TemporaryFiles files(set('a', ManyKeywords));
+        HelpLibrary library;
+        library.setIndexHeld(true);
+        library.readContents(
+            files.path(u"a.cnt"_s), [] { return nullptr; }, [](const auto& /*loaded*/) {});
+        library.adoptWithin(std::chrono::minutes(5), [] { return false; });
+        QCOMPARE(library.roots().size(), 1U);
+        QVERIFY(library.isBusy() && library.helpSet(*library.roots()[0]).indexItems().empty());
+        library.setIndexHeld(false);
+        QTRY_VERIFY(!library.isBusy());
+        QVERIFY(!library.keywordIndex().rows().empty());
+    }
+
     void removalWhileBusy()
     {
         const TemporaryFiles files(set('a', ManyKeywords) + '\n' + set('b', ManyKeywords));

@@ -10,7 +10,9 @@
 #include <QFileInfo>
 #include <QFontMetrics>
 #include <QImageReader>
+#include <QTimer>
 
+#include <chrono>
 #include <thread>
 
 #include <fontconfig/fontconfig.h>
@@ -46,6 +48,34 @@ void loadFonts()
     [[maybe_unused]] const int height = QFontMetrics(QApplication::font()).height();
 }
 
+/// Lets keyword indexes wait until the window has been painted.
+class IndexAfterPage : public QObject {
+public:
+    IndexAfterPage(HelpLibrary& library, QWidget& window) : m_library(library)
+    {
+        m_library.setIndexHeld(true);
+        window.installEventFilter(this);
+        // A window that nobody sees is not painted.
+        QTimer::singleShot(Patience, this, [this] { release(); });
+    }
+
+    bool eventFilter(QObject* window, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint) {
+            window->removeEventFilter(this);
+            QTimer::singleShot(0, this, [this] { release(); });
+        }
+        return false;
+    }
+
+private:
+    static constexpr auto Patience = std::chrono::milliseconds(500);
+
+    void release() { m_library.setIndexHeld(false); }
+
+    HelpLibrary& m_library;
+};
+
 } // namespace
 
 int runViewer(int argc, char* argv[])
@@ -65,6 +95,7 @@ int runViewer(int argc, char* argv[])
     picturePlugins.join();
     QGuiApplication::setDesktopFileName(QStringLiteral("quenda"));
     HelpMainWindow window(library);
+    IndexAfterPage indexAfterPage(library, window);
     if (isDefault) {
         window.loadDefault();
     } else {

@@ -27,6 +27,15 @@ void BackgroundTasks::add(Task task)
     }
 }
 
+void BackgroundTasks::setHeld(bool isHeld)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isHeld = isHeld;
+    }
+    m_changed.notify_all();
+}
+
 void BackgroundTasks::work(const std::stop_token& quit)
 {
     if (m_priority == Priority::Low) {
@@ -34,7 +43,7 @@ void BackgroundTasks::work(const std::stop_token& quit)
         ::setpriority(PRIO_PROCESS, id_t(::gettid()), lowPriority);
     }
     std::unique_lock lock(m_mutex);
-    while (m_changed.wait(lock, quit, [this] { return !m_waiting.empty(); })) {
+    while (m_changed.wait(lock, quit, [this] { return !m_waiting.empty() && !m_isHeld; })) {
         const Task task = std::move(m_waiting.front());
         m_waiting.pop_front();
         m_stop = {};
@@ -76,7 +85,7 @@ void BackgroundTasks::adoptWithin(std::chrono::milliseconds time, const std::fun
             continue;
         }
         std::unique_lock lock(m_mutex);
-        const bool mayCome = m_isRunning || !m_waiting.empty();
+        const bool mayCome = m_isRunning || (!m_waiting.empty() && !m_isHeld);
         if (!mayCome || !m_changed.wait_until(lock, end, [this] { return !m_made.empty(); })) {
             return;
         }

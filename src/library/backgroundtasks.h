@@ -37,6 +37,8 @@ public:
         });
     }
 
+    /// While held, no task begins.
+    void setHeld(bool isHeld);
     /// Adopts what is ready, and what gets ready within the time, until `isEnough()` or nothing is left to
     /// do.
     void adoptWithin(std::chrono::milliseconds time, const std::function<bool()>& isEnough);
@@ -60,5 +62,6 @@ private:
     std::deque<Adoption> m_made;
     std::stop_source m_stop; ///< of the running task
     bool m_isRunning = false;
+    bool m_isHeld = false;
     std::jthread m_thread; ///< last, so that it ends first
 };

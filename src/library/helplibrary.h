@@ -54,6 +54,9 @@ public:
     /// Does what loadContents() does, but reads in the background and calls `loaded` from the event loop. The
     /// index files follow; when nothing is left to read, the keyword rows are rebuilt.
     void readContents(const QString& fileName, const CurrentRow& current, const ContentsLoaded& loaded);
+    /// While held, contents files are read, but not their index files: a window that is not there yet needs
+    /// the processor itself.
+    void setIndexHeld(bool isHeld) { m_indexReading.setHeld(isHeld); }
     /// Lets what readContents() has been asked for happen now, as far as it is done within the time.
     void adoptWithin(std::chrono::milliseconds time, const std::function<bool()>& isEnough);
     /// Gives up what is still to be read; the keyword rows are rebuilt.

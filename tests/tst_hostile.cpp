@@ -90,6 +90,9 @@ private Q_SLOTS:
             2, 1);
         add("includes itself by a link", with(file("x = b.cnt\np = a.html"), odd("a.cnt", "b.cnt")), 2, 1);
         add("diamond of 2^30", makeDiamond, 1, 3);
+        add("many missing includes",
+            file(lines(Many, [](int i) -> QByteArray { return "a = b" + QByteArray::number(i) + ".cnt"; })),
+            10'001, 10'001);
         add("includes a pipe", with(file("x = b.cnt\np = a.html"), odd("pipe", "b.cnt")), 2, 1);
         add("includes a device", file("x = /dev/zero.cnt\ny = ../../../../../dev/zero\nz"), 3, 1);
 

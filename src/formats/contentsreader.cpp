@@ -51,11 +51,6 @@ bool hasOnlyOneTopEntry(const QString& text)
     return count == 1;
 }
 
-QString canonicalPath(const QString& path)
-{
-    return QFileInfo(fileSystemName(path)).canonicalFilePath();
-}
-
 } // namespace
 
 bool onlyOneTopContent(const QString& fileName)
@@ -68,19 +63,21 @@ ContentsOutline ContentsReader::read(const QString& fileName, std::stop_token st
 {
     m_outline = {};
     m_openFiles.clear();
+    m_identities.clear();
     m_texts.clear();
     m_noted.clear();
     m_stop = std::move(stop);
+    m_includes = 0;
     m_full = false;
 
     Source source;
     source.path = absoluteFilePath(fileName);
     source.dir = extractRightDir(source.path);
     source.file = addFile(source);
+    m_openFiles.append(identity(source.path));
     const auto text = readText(source.path);
     if (text.ok()) {
         m_outline.readable = true;
-        m_openFiles.append(canonicalPath(source.path));
         m_outline.texts.push_back(text.value());
         m_outline.entries.reserve(size_t(std::min<qsizetype>(text.value().count(u'\n') + 1, MaximumEntries)));
         readFile(source, text.value());
@@ -229,34 +226,45 @@ void ContentsReader::include(const Source& source, int row)
     included.including = row;
     included.path = isAbsoluteName(name) ? name : source.dir + name;
     included.dir = isAbsoluteName(name) ? source.dir : extractRightDir(included.path);
-    const QString canonical = canonicalPath(included.path);
     const auto refuse = [&](const QString& reason) {
         note(source, Problem::Severity::Warning,
              tr("The contents file \"%1\" is not included: %2").arg(name, reason));
     };
-    if (const QString reason = refusal(canonical); !reason.isEmpty()) {
-        return refuse(reason);
-    }
-    if (m_outline.files.size() > size_t(MaximumIncludes)) {
+    if (++m_includes > MaximumIncludes) {
         return stop(
             source,
             tr("More than %1 contents files are included; the rest is not read").arg(MaximumIncludes));
     }
-    const auto text = includedText(included.path, canonical);
+    const QString file = identity(included.path);
+    if (const QString reason = refusal(file); !reason.isEmpty()) {
+        return refuse(reason);
+    }
+    const auto text = includedText(included.path, file);
     if (!text.ok()) {
         return refuse(describe(text.error()));
     }
     included.file = addFile(included);
     m_outline.texts.push_back(text.value());
-    m_openFiles.append(canonical);
+    m_openFiles.append(file);
     readFile(included, text.value());
     m_openFiles.removeLast();
 }
 
-/// Why the file must not be included here; empty when it may be.
-QString ContentsReader::refusal(const QString& canonical) const
+/// What tells files apart. The same for a path all the time, even when the file comes and goes meanwhile.
+QString ContentsReader::identity(const QString& path)
 {
-    if (!canonical.isEmpty() && m_openFiles.contains(canonical)) {
+    QString& known = m_identities[path];
+    if (known.isNull()) {
+        const QString canonical = QFileInfo(fileSystemName(path)).canonicalFilePath();
+        known = canonical.isEmpty() ? path : canonical;
+    }
+    return known;
+}
+
+/// Why the file must not be included here; empty when it may be.
+QString ContentsReader::refusal(const QString& file) const
+{
+    if (m_openFiles.contains(file)) {
         return tr("it includes itself");
     }
     return m_openFiles.size() > MaximumNesting
@@ -265,14 +273,14 @@ QString ContentsReader::refusal(const QString& canonical) const
 }
 
 /// Files that are included again and again are read once.
-Result<QString, FileError> ContentsReader::includedText(const QString& path, const QString& canonical)
+Result<QString, FileError> ContentsReader::includedText(const QString& path, const QString& file)
 {
-    if (const auto known = m_texts.constFind(canonical); known != m_texts.cend()) {
+    if (const auto known = m_texts.constFind(file); known != m_texts.cend()) {
         return *known;
     }
     auto text = readText(path);
     if (text.ok()) {
-        m_texts.insert(canonical, text.value());
+        m_texts.insert(file, text.value());
     }
     return text;
 }

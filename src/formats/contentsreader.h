@@ -19,7 +19,7 @@ class ContentsReader {
 public:
     static constexpr int MaximumNesting = 64;
     static constexpr int MaximumEntries = 2'000'000;
-    static constexpr int MaximumIncludes = 10'000; ///< of any files
+    static constexpr int MaximumIncludes = 10'000; ///< of any files, even of missing ones
 
     /// Never fails: what cannot be read is missing from the outline and listed among its problems. Once a
     /// stop has been asked for, the outline ends anywhere.
@@ -35,9 +35,10 @@ private:
     bool readEntry(Source& source, QStringView line, QStringView trimmed, const QString& text);
     [[nodiscard]] static OutlineEntry makeEntry(const Source& source, QStringView trimmed);
     void include(const Source& source, int row);
-    [[nodiscard]] QString refusal(const QString& canonical) const;
+    [[nodiscard]] QString identity(const QString& path);
+    [[nodiscard]] QString refusal(const QString& file) const;
     void stop(const Source& source, const QString& reason);
-    [[nodiscard]] Result<QString, FileError> includedText(const QString& path, const QString& canonical);
+    [[nodiscard]] Result<QString, FileError> includedText(const QString& path, const QString& file);
 
     [[nodiscard]] bool isMergeable(const Source& source, const OutlineEntry& entry,
                                    const QString& text) const;
@@ -48,10 +49,12 @@ private:
     void note(const Source& source, Problem::Severity severity, const QString& message);
 
     ContentsOutline m_outline;
-    QHash<QString, QString> m_texts; ///< of included files, by canonical path
-    QStringList m_openFiles;         ///< canonical paths of the files being read, outermost first
-    QSet<QString> m_noted;           ///< problems; files may be included many times
+    QHash<QString, QString> m_identities; ///< by path
+    QHash<QString, QString> m_texts;      ///< of included files, by identity
+    QStringList m_openFiles;              ///< identities of the files being read, outermost first
+    QSet<QString> m_noted;                ///< problems; files may be included many times
     std::stop_token m_stop;
+    int m_includes = 0;
     bool m_full = false;
 };
 

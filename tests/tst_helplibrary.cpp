@@ -72,17 +72,17 @@ private Q_SLOTS:
         const auto loaded = library.loadContents(files.first(), nullptr);
         QVERIFY(loaded.readable && loaded.malformedFiles.isEmpty());
         const auto& root = *loaded.root;
-        QCOMPARE(files.shortened(root.fileName + u' ' + root.title + u' ' + root.page()),
+        QCOMPARE(files.shortened(root.fileName + u' ' + root.title() + u' ' + root.page()),
                  u"D/a.cnt B D/x.html"_s);
-        QCOMPARE(files.shortened(*loaded.firstPage->namedIn), u"D/b.cnt"_s);
+        QCOMPARE(files.shortened(loaded.firstPage->source->fileName), u"D/b.cnt"_s);
         const auto* z = findRow(library.topRows(), u"z"_s);
         QCOMPARE(z->parent, library.topRows()[1]);
-        QVERIFY(z->contentsItem->listViewItem == z && z->contentsItem->root == &root);
-        QVERIFY(z->contentsItem->title == u"A" && z->parent->contentsItem->title.isNull());
+        QVERIFY(z->contentsItem->listViewItem == z && z->contentsItem->root() == &root);
+        QVERIFY(z->contentsItem->title() == u"A" && z->parent->contentsItem->title().isNull());
         QCOMPARE(z->contentsItem->namedInLine, 4);
 
         const auto missing = library.loadContents(files.path(u"missing.cnt"_s), nullptr);
-        QVERIFY(!missing.readable && missing.firstPage == nullptr && missing.root->title.isNull());
+        QVERIFY(!missing.readable && missing.firstPage == nullptr && missing.root->title().isNull());
     }
 
     void placement_data()
@@ -164,8 +164,8 @@ private Q_SLOTS:
         QTEST(row == nullptr ? u"(none)"_s : row->text.toString(), "row");
         QCOMPARE(row != nullptr && row->contentsItem == record, isEntry);
         QCOMPARE(library.findPage(files.path(name)), isEntry ? record : nullptr);
-        QCOMPARE(record->title, row == nullptr ? QString() : u"A"_s);
-        QCOMPARE(record->root, row == nullptr ? nullptr : root);
+        QCOMPARE(record->title(), row == nullptr ? QString() : u"A"_s);
+        QCOMPARE(record->root(), row == nullptr ? nullptr : root);
         QVERIFY(isEntry || record->page() == files.path(name));
     }
 
@@ -182,7 +182,7 @@ private Q_SLOTS:
         library.buildIndex();
         const auto& rows = library.keywordIndex().rows();
         auto* record = library.getPage(*rows[0].indexItem);
-        QVERIFY(record->keyword == rows[0].indexItem && record->title == u"A");
+        QVERIFY(record->keyword == rows[0].indexItem && record->title() == u"A");
         QCOMPARE(library.getPage(*rows[0].indexItem), record);
         QVERIFY(library.getPage(*rows[1].indexItem) != record);
         library.removeContents(root);
@@ -198,13 +198,13 @@ private Q_SLOTS:
         library.buildIndex();
         QCOMPARE(topRows(library), u"a a"_s);
         // The first one in load order, respectively in tree order.
-        QCOMPARE(library.getContentsByFileName(files.first())->root, first);
+        QCOMPARE(library.getContentsByFileName(files.first())->root(), first);
         QVERIFY(library.getContentsByFileName(files.path(u"./a.cnt"_s)) == nullptr);
-        QCOMPARE(library.findPage(files.path(u"b.html"_s))->root, second);
+        QCOMPARE(library.findPage(files.path(u"b.html"_s))->root(), second);
         library.removeContents(second);
         QCOMPARE(topRows(library), u"a"_s);
         QCOMPARE(library.roots(), std::vector{first});
-        QCOMPARE(library.getPage(files.path(u"b.html"_s))->root, first);
+        QCOMPARE(library.getPage(files.path(u"b.html"_s))->root(), first);
         const auto& rows = library.keywordIndex().rows();
         QCOMPARE(rows.size(), 2U);
         QCOMPARE(rows[0].indexItem->source->contentsItem, first);

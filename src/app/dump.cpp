@@ -78,7 +78,7 @@ private:
             const auto* first = m_library.helpSet(*root).firstPage();
             m_json.beginObject();
             member("file", root->fileName);
-            member("title", root->title);
+            member("title", root->title());
             member("firstPage", first == nullptr ? QString() : first->page());
             m_json.end();
         }
@@ -90,7 +90,7 @@ private:
         m_json.beginObject();
         member("title", nonNull(row.text.toString()));
         member("page", nonNull(row.contentsItem->page()));
-        member("helpset", row.contentsItem->title);
+        member("helpset", row.contentsItem->title());
         m_json.key("children");
         m_json.beginArray();
     }

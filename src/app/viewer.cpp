@@ -25,11 +25,13 @@ bool isShowRequest(int argc, char* argv[])
 }
 
 /// Large files are read while the toolkit starts; for others a thread is not worth its start.
-void readAhead(HelpLibrary& library, const QString& fileName)
+void readAhead(HelpLibrary& library, const QStringList& fileNames)
 {
     constexpr qint64 largeFile = 1 << 17; // bytes
-    if (const QFileInfo info(fileName); info.isFile() && info.size() >= largeFile) {
-        library.readAhead(fileName);
+    for (const auto& fileName : fileNames) {
+        if (const QFileInfo info(fileName); info.isFile() && info.size() >= largeFile) {
+            library.readAhead(fileName);
+        }
     }
 }
 
@@ -80,16 +82,21 @@ private:
 
 int runViewer(int argc, char* argv[])
 {
-    // Takes about as long as the toolkit's connection to the display, which needs no fonts yet.
-    std::thread fontConfiguration(FcInit);
     // Decided before the toolkit takes its own options out of the list.
     const bool isDefault = argc == 1 || isShowRequest(argc, argv);
-    HelpLibrary library;
+    QStringList fileNames;
     for (int i = 1; i < argc && !isDefault; ++i) {
-        readAhead(library, absoluteFileNameArgument(argv[i]));
+        fileNames.append(absoluteFileNameArgument(argv[i]));
     }
+    HelpLibrary library;
+    // Takes about as long as the toolkit's connection to the display, which needs no fonts yet. Three threads
+    // on two processors would hold up each other.
+    std::thread preparation([&] {
+        FcInit();
+        readAhead(library, fileNames);
+    });
     const QApplication application(argc, argv);
-    fontConfiguration.join();
+    preparation.join();
     std::thread picturePlugins(loadPicturePlugins);
     loadFonts();
     picturePlugins.join();

@@ -56,7 +56,7 @@ void HelpBrowser::setSource(const QString& url, HelpContentsItem* item)
 void HelpBrowser::setSource(const HelpIndexItem& keyword)
 {
     auto* record = keyword.hasPage() ? nullptr : m_library.getPage(keyword);
-    open(keyword.link(), record, {&keyword.source->fileName, keyword.namedInLine});
+    open(keyword.link(), record, {keyword.source->fileName, keyword.namedInLine});
 }
 
 void HelpBrowser::open(const QString& url, HelpContentsItem* item, const NamedBy& namedBy)
@@ -70,14 +70,10 @@ void HelpBrowser::open(const QString& url, HelpContentsItem* item, const NamedBy
         return;
     }
     if (item == nullptr) {
-        item = m_library.getPage(url);
-        if (item->namedIn == nullptr && namedBy.line > 0) {
-            item->namedIn = namedBy.file;
-            item->namedInLine = namedBy.line;
-        }
+        item = m_library.getPage(url, namedBy.line > 0 ? namedBy.file : QString(), namedBy.line);
     }
-    if (!item->title.isNull()) {
-        Q_EMIT captionChanged(item->title);
+    if (!item->title().isNull()) {
+        Q_EMIT captionChanged(item->title());
     }
     record(item, leftPlace);
     announce();
@@ -257,9 +253,9 @@ bool HelpBrowser::passOn(const HelpContentsItem* item, const NamedBy& namedBy)
 void HelpBrowser::displayError(PageError error, const QString& url, const HelpContentsItem* item,
                                const NamedBy& namedBy)
 {
-    const bool isKnown = item != nullptr && item->namedIn != nullptr;
-    const NamedBy origin = isKnown ? NamedBy{item->namedIn, item->namedInLine} : namedBy;
-    displayBuiltin(makeErrorPage(url, describe(error), item == nullptr ? QString() : item->title, origin),
+    const bool isKnown = item != nullptr && !item->source->fileName.isNull();
+    const NamedBy origin = isKnown ? NamedBy{item->source->fileName, item->namedInLine} : namedBy;
+    displayBuiltin(makeErrorPage(url, describe(error), item == nullptr ? QString() : item->title(), origin),
                    {});
 }
 
@@ -276,7 +272,7 @@ void HelpBrowser::followLink(const QString& href)
     const auto* link = recordLink(href);
     if (link == nullptr) {
         const QString from = page().file;
-        open(linkTarget(href), nullptr, {from.isEmpty() ? nullptr : &from, 0});
+        open(linkTarget(href), nullptr, {from.isEmpty() ? QString() : from, 0});
         return;
     }
     // Copied, because showing a page replaces the table that it stands in.

@@ -22,19 +22,21 @@ void addFact(BuiltinPage& page, const QString& name, const QString& value)
 void addOrigin(BuiltinPage& page, const QString& helpSet, const NamedBy& namedBy)
 {
     addFact(page, text(QT_TRANSLATE_NOOP("RecordPage", "Help set:")), helpSet);
-    if (namedBy.file != nullptr && namedBy.line == 0) {
-        addFact(page, text(QT_TRANSLATE_NOOP("RecordPage", "Linked from:")), *namedBy.file);
-    } else if (namedBy.file != nullptr) {
+    if (namedBy.file.isNull()) {
+        return;
+    }
+    if (namedBy.line == 0) {
+        addFact(page, text(QT_TRANSLATE_NOOP("RecordPage", "Linked from:")), namedBy.file);
+    } else {
         addFact(page, text(QT_TRANSLATE_NOOP("RecordPage", "Named in:")),
-                text(QT_TRANSLATE_NOOP("RecordPage", "%1, line %2")).arg(*namedBy.file).arg(namedBy.line));
+                text(QT_TRANSLATE_NOOP("RecordPage", "%1, line %2")).arg(namedBy.file).arg(namedBy.line));
     }
 }
 
 QString includeProblem(const HelpLibrary& library, const HelpContentsItem& record)
 {
     for (const auto& problem : library.problems()) {
-        if (problem.line == record.namedInLine && record.namedIn != nullptr &&
-            problem.file == *record.namedIn) {
+        if (problem.line == record.namedInLine && problem.file == record.source->fileName) {
             return problem.message;
         }
     }
@@ -59,7 +61,7 @@ RecordPage makeBookPage(const HelpLibrary& library, const HelpContentsItem& reco
         record.target == EntryTarget::Contents
             ? includeProblem(library, record)
             : text(QT_TRANSLATE_NOOP("RecordPage", "The contents name no page for this entry."));
-    addOrigin(result.page, record.title, {record.namedIn, record.namedInLine});
+    addOrigin(result.page, record.title(), {record.source->fileName, record.namedInLine});
     return result;
 }
 
@@ -79,7 +81,7 @@ RecordPage makeKeywordPage(const HelpLibrary& library, const HelpContentsItem& r
     if (result.targets.empty()) {
         result.page.text = text(
             QT_TRANSLATE_NOOP("RecordPage", "The index names no page and no sub-keywords for this keyword."));
-        addOrigin(result.page, record.title, {record.namedIn, record.namedInLine});
+        addOrigin(result.page, record.title(), {record.source->fileName, record.namedInLine});
     }
     return result;
 }

@@ -23,7 +23,7 @@ struct RecordPage {
 /// The line of a contents or index file that names a page, or a page with a link to it, which has no line;
 /// `file` is null when unknown.
 struct NamedBy {
-    const QString* file = nullptr;
+    QString file;
     int line = 0;
 };
 

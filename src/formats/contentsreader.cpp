@@ -35,7 +35,8 @@ int indentation(QStringView line)
 
 bool isDirective(QStringView trimmed)
 {
-    return trimmed.startsWith(TitleDirective) || trimmed.startsWith(IndexDirective);
+    return trimmed.startsWith(u':') &&
+           (trimmed.startsWith(TitleDirective) || trimmed.startsWith(IndexDirective));
 }
 
 bool hasOnlyOneTopEntry(const QString& text)
@@ -79,7 +80,10 @@ ContentsOutline ContentsReader::read(const QString& fileName, std::stop_token st
     if (text.ok()) {
         m_outline.readable = true;
         m_outline.texts.push_back(text.value());
-        m_outline.entries.reserve(size_t(std::min<qsizetype>(text.value().count(u'\n') + 1, MaximumEntries)));
+        // Shorter lines than this are rare, and room that is not used takes no memory.
+        constexpr qsizetype shortLine = 16;
+        m_outline.entries.reserve(
+            size_t(std::min<qsizetype>(text.value().size() / shortLine + 1, MaximumEntries)));
         readFile(source, text.value());
         if (source.title >= 0) {
             m_outline.ownTitle = m_outline.titles[size_t(source.title)];
@@ -107,17 +111,20 @@ void ContentsReader::readFile(Source& source, const QString& text)
         if (lines.isCut()) {
             note(source, Problem::Severity::Warning, tr("The line is too long"));
         }
-        if (trimmed.startsWith(TitleDirective)) {
-            if (const auto value = directiveValue(trimmed, TitleDirective)) {
-                readTitle(source, *value);
-            }
-        } else if (trimmed.startsWith(IndexDirective)) {
-            if (const auto value = directiveValue(trimmed, IndexDirective)) {
-                readIndexReference(source, *value);
-            }
+        if (isDirective(trimmed)) {
+            readDirective(source, trimmed);
         } else if (!trimmed.isEmpty() && !readEntry(source, lines.line(), trimmed, text)) {
             return;
         }
+    }
+}
+
+void ContentsReader::readDirective(Source& source, QStringView trimmed)
+{
+    if (const auto title = directiveValue(trimmed, TitleDirective)) {
+        readTitle(source, *title);
+    } else if (const auto index = directiveValue(trimmed, IndexDirective)) {
+        readIndexReference(source, *index);
     }
 }
 

@@ -30,6 +30,7 @@ private:
 
     int addFile(const Source& source);
     void readFile(Source& source, const QString& text);
+    void readDirective(Source& source, QStringView trimmed);
     void readTitle(Source& source, QStringView value);
     void readIndexReference(Source& source, QStringView value);
     bool readEntry(Source& source, QStringView line, QStringView trimmed, const QString& text);

@@ -6,7 +6,7 @@
 #include <QCoreApplication>
 #include <QFile>
 
-#include <array>
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <optional>
@@ -15,7 +15,8 @@
 
 namespace {
 
-constexpr qint64 MaximumSize = qint64(1) << 30;
+constexpr qint64 MaximumSize = qint64(1) << 30; // bytes
+constexpr qint64 Growth = 1 << 16; // bytes, of a file that turns out longer than it was said to be
 
 class FileDescriptor {
 public:
@@ -55,22 +56,23 @@ std::optional<FileError> refusal(const struct stat& status)
 
 Result<QByteArray, FileError> readAll(int fd, qint64 expected)
 {
-    QByteArray bytes;
-    bytes.reserve(expected + 1);
-    std::array<char, 65536> block{};
+    QByteArray bytes(expected + 1, Qt::Uninitialized);
+    qint64 size = 0;
     for (;;) {
-        const auto count = ::read(fd, block.data(), block.size());
+        const auto count = ::read(fd, bytes.data() + size, size_t(bytes.size() - size));
         if (count == 0) {
+            bytes.truncate(size);
             return bytes;
         }
         if (count < 0 && errno != EINTR) {
             return FileError::Unreadable;
         }
-        if (count > 0) {
-            bytes.append(block.data(), count);
-        }
-        if (bytes.size() > MaximumSize) {
+        size += std::max<qint64>(count, 0);
+        if (size > MaximumSize) {
             return FileError::TooLarge;
+        }
+        if (size == bytes.size()) {
+            bytes.resize(std::min(2 * size, MaximumSize) + Growth);
         }
     }
 }

@@ -14,7 +14,7 @@
 /// A contents file that is being read, or has been read and is not asked for yet.
 struct HelpLibrary::Reading {
     QString fileName;
-    std::unique_ptr<HelpSet> ready; ///< the contents, before they are adopted
+    std::shared_ptr<HelpSet> ready; ///< the contents, before they are adopted
     HelpSet* set = nullptr;         ///< the same afterwards, unless it has been removed
     CurrentRow current;
     ContentsLoaded loaded; ///< null until the file is asked for
@@ -29,12 +29,12 @@ HelpLibrary::~HelpLibrary() = default;
 HelpLibrary::Loaded HelpLibrary::loadContents(const QString& fileName,
                                               const HelpContentsListViewItem* current)
 {
-    auto set = std::make_unique<HelpSet>(fileName, ContentsReader().read(fileName));
+    const auto set = std::make_shared<HelpSet>(fileName, ContentsReader().read(fileName));
     set->adoptIndex(readIndexEntries(set->indexTask()));
-    return adoptContents(std::move(set), current);
+    return adoptContents(set, current);
 }
 
-HelpLibrary::Loaded HelpLibrary::adoptContents(std::unique_ptr<HelpSet> set,
+HelpLibrary::Loaded HelpLibrary::adoptContents(const std::shared_ptr<HelpSet>& set,
                                                const HelpContentsListViewItem* current)
 {
     const auto rows = set->topRows();
@@ -45,7 +45,7 @@ HelpLibrary::Loaded HelpLibrary::adoptContents(std::unique_ptr<HelpSet> set,
         numberTopRows(first);
     }
     Loaded loaded{&set->root(), set->firstPage(), set->ownTitle(), set->malformedFiles(), set->isReadable()};
-    m_helpSets.push_back(std::move(set));
+    m_helpSets.push_back(set);
     if (!rows.empty()) {
         Q_EMIT topRowsInserted();
     }
@@ -58,9 +58,9 @@ size_t HelpLibrary::insertPosition(const HelpContentsListViewItem* current) cons
     if (current == nullptr) {
         return 0;
     }
-    const auto* root = current->contentsItem->root;
+    const auto* root = current->contentsItem->root();
     const auto last = std::find_if(m_topRows.crbegin(), m_topRows.crend(),
-                                   [root](const auto* row) { return row->contentsItem->root == root; });
+                                   [root](const auto* row) { return row->contentsItem->root() == root; });
     return size_t(m_topRows.crend() - last);
 }
 
@@ -143,9 +143,9 @@ void HelpLibrary::readAhead(const QString& fileName)
     reading->fileName = fileName;
     m_reading.run(
         [fileName](const std::stop_token& stop) {
-            return std::make_unique<HelpSet>(fileName, ContentsReader().read(fileName, stop));
+            return std::make_shared<HelpSet>(fileName, ContentsReader().read(fileName, stop));
         },
-        [this, reading](std::unique_ptr<HelpSet>&& set) {
+        [this, reading](std::shared_ptr<HelpSet>&& set) {
             reading->ready = std::move(set);
             proceed(reading);
         });
@@ -175,24 +175,27 @@ void HelpLibrary::proceed(const std::shared_ptr<Reading>& reading)
     }
     if (reading->ready != nullptr) {
         readIndex(reading);
-        reading->loaded(adoptContents(std::move(reading->ready), reading->current()));
+        reading->loaded(adoptContents(std::exchange(reading->ready, {}), reading->current()));
     }
 }
 
 void HelpLibrary::readIndex(const std::shared_ptr<Reading>& reading)
 {
     reading->set = reading->ready.get();
-    m_indexReading.run([task = reading->set->indexTask()](
-                           const std::stop_token& stop) { return readIndexEntries(task, stop); },
-                       [this, reading](IndexEntries&& entries) {
-                           if (reading->set != nullptr) {
-                               reading->set->adoptIndex(std::move(entries));
-                           }
-                           std::erase(m_readings, reading);
-                           if (!isReading()) {
-                               renewIndex();
-                           }
-                       });
+    m_indexReading.run(
+        [set = reading->ready, task = reading->set->indexTask()](const std::stop_token& stop) {
+            set->indexPages();
+            return readIndexEntries(task, stop);
+        },
+        [this, reading](IndexEntries&& entries) {
+            if (reading->set != nullptr) {
+                reading->set->adoptIndex(std::move(entries));
+            }
+            std::erase(m_readings, reading);
+            if (!isReading()) {
+                renewIndex();
+            }
+        });
 }
 
 bool HelpLibrary::isReading() const
@@ -266,7 +269,7 @@ HelpContentsItem* HelpLibrary::findPage(const QString& fileName) const
         // Help sets stand in load order, the answer is the first one in tree order.
         if (record != nullptr &&
             (result == nullptr ||
-             set->topRows().front()->position < helpSet(*result->root).topRows().front()->position)) {
+             set->topRows().front()->position < helpSet(*result->root()).topRows().front()->position)) {
             result = record;
         }
     }
@@ -292,36 +295,40 @@ const HelpContentsListViewItem* HelpLibrary::findRow(const QString& fileName) co
     return record == nullptr ? nullptr : record->listViewItem;
 }
 
-HelpContentsItem* HelpLibrary::getPage(const QString& fileName)
+HelpContentsItem& HelpLibrary::addPageRecord(const HelpContentsSource& source)
+{
+    auto& record = m_pageRecords.emplace_back(PageRecord{{}, source});
+    record.item.source = &record.own;
+    return record.item;
+}
+
+HelpContentsItem* HelpLibrary::getPage(const QString& fileName, const QString& namedIn, int namedInLine)
 {
     if (auto* record = findPage(fileName)) {
         return record;
     }
-    auto& record = m_pageRecords.emplace_back();
-    record.directory = fileName;
-    if (const auto* whole = findWholePage(fileName).record) {
-        record.listViewItem = whole->listViewItem;
-        record.title = whole->title;
-        record.root = whole->root;
-        record.namedIn = whole->namedIn;
-        record.namedInLine = whole->namedInLine;
+    const auto* whole = findWholePage(fileName).record;
+    if (whole == nullptr) {
+        auto& record = addPageRecord({namedIn, fileName, {}, nullptr});
+        record.namedInLine = namedInLine;
+        return &record;
     }
+    auto& record = addPageRecord({whole->source->fileName, fileName, whole->title(), whole->root()});
+    record.listViewItem = whole->listViewItem;
+    record.namedInLine = whole->namedInLine;
     return &record;
 }
 
 HelpContentsItem* HelpLibrary::getPage(const HelpIndexItem& keyword)
 {
     const auto known = std::find_if(m_pageRecords.begin(), m_pageRecords.end(),
-                                    [&](const auto& record) { return record.keyword == &keyword; });
+                                    [&](const auto& record) { return record.item.keyword == &keyword; });
     if (known != m_pageRecords.end()) {
-        return &*known;
+        return &known->item;
     }
-    auto& record = m_pageRecords.emplace_back();
-    record.directory = keyword.link();
-    record.title = keyword.title();
+    auto& record = addPageRecord({keyword.source->fileName, keyword.link(), keyword.title(), nullptr});
     record.target = EntryTarget::Nothing;
     record.keyword = &keyword;
-    record.namedIn = &keyword.source->fileName;
     record.namedInLine = keyword.namedInLine;
     return &record;
 }

@@ -82,8 +82,10 @@ public:
     /// The row that shows the page, or the page without its anchor; null when there is none.
     [[nodiscard]] const HelpContentsListViewItem* findRow(const QString& fileName) const;
     /// Record of the row that shows the page; else a new page record, which takes row, title and root of the
-    /// row that shows the page without its anchor.
-    [[nodiscard]] HelpContentsItem* getPage(const QString& fileName);
+    /// row that shows the page without its anchor. `namedIn` is the file, with its line, that names a page of
+    /// which the contents know nothing.
+    [[nodiscard]] HelpContentsItem* getPage(const QString& fileName, const QString& namedIn = {},
+                                            int namedInLine = 0);
     /// The page record that stands for a keyword without a page.
     [[nodiscard]] HelpContentsItem* getPage(const HelpIndexItem& keyword);
     /// First record of the help set that was loaded under exactly this name; null when there is none.
@@ -117,22 +119,28 @@ private:
         QString anchor;
     };
 
-    [[nodiscard]] WholePage findWholePage(const QString& fileName) const;
+    struct PageRecord {
+        HelpContentsItem item;
+        HelpContentsSource own;
+    };
     struct Reading;
+
+    [[nodiscard]] WholePage findWholePage(const QString& fileName) const;
+    [[nodiscard]] HelpContentsItem& addPageRecord(const HelpContentsSource& source);
 
     void proceed(const std::shared_ptr<Reading>& reading);
     void readIndex(const std::shared_ptr<Reading>& reading);
     [[nodiscard]] bool isReading() const;
-    Loaded adoptContents(std::unique_ptr<HelpSet> set, const HelpContentsListViewItem* current);
+    Loaded adoptContents(const std::shared_ptr<HelpSet>& set, const HelpContentsListViewItem* current);
     /// The rows are made at once when there are few, else in the background; until then there are none.
     void renewIndex();
     [[nodiscard]] std::vector<std::span<HelpIndexItem>> indexItems() const;
     [[nodiscard]] size_t insertPosition(const HelpContentsListViewItem* current) const;
     void numberTopRows(size_t first);
 
-    std::vector<std::unique_ptr<HelpSet>> m_helpSets; ///< in load order
+    std::vector<std::shared_ptr<HelpSet>> m_helpSets; ///< in load order; shared with running tasks
     std::vector<HelpContentsListViewItem*> m_topRows;
-    std::deque<HelpContentsItem> m_pageRecords;
+    std::deque<PageRecord> m_pageRecords;
     KeywordIndex m_keywordIndex;
     std::vector<std::shared_ptr<Reading>> m_readings;
     BackgroundTasks m_reading{BackgroundTasks::Priority::Normal}; ///< of contents files

@@ -8,14 +8,10 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 namespace {
-
-std::vector<HelpContentsItem> recordsFor(const ContentsOutline& outline)
-{
-    return std::vector<HelpContentsItem>(outline.entries.size());
-}
 
 void addEntries(IndexEntries& entries, QStringView text, const HelpIndexSource& source,
                 const std::stop_token& stop)
@@ -73,17 +69,15 @@ IndexEntries readIndexEntries(const IndexTask& task, const std::stop_token& stop
     return entries;
 }
 
-HelpSet::HelpSet(const QString& fileName, ContentsOutline outline)
-    : m_outline(std::move(outline)), m_records(recordsFor(m_outline)), m_pages(m_records)
+HelpSet::HelpSet(const QString& fileName, ContentsOutline outline) : m_outline(std::move(outline))
 {
     m_root.fileName = fileName;
-    m_root.title = m_outline.title;
+    m_root.own.title = m_outline.title;
     adoptEntries();
     adoptRows();
-    indexPages();
     if (m_outline.firstPage >= 0) {
         m_firstPage = &m_records[size_t(m_outline.firstPage)];
-        m_root.directory = m_firstPage->directory;
+        m_root.own.directory = m_firstPage->source->directory;
         m_root.pageName = m_firstPage->pageName;
     }
     m_outline.entries = std::vector<OutlineEntry>();
@@ -96,19 +90,30 @@ QString HelpSet::ownTitle() const
 
 void HelpSet::adoptEntries()
 {
-    for (size_t i = 0; i < m_records.size(); ++i) {
-        const auto& entry = m_outline.entries[i];
-        auto& record = m_records[i];
-        if (entry.target != EntryTarget::Contents) {
-            record.directory = m_outline.directories[size_t(entry.file)];
+    std::map<std::pair<int, int>, const HelpContentsSource*> sources; // by file and title
+    std::pair key(-1, -1);
+    const HelpContentsSource* source = nullptr;
+    m_records.reserve(m_outline.entries.size());
+    for (const auto& entry : m_outline.entries) {
+        if (const std::pair entryKey(entry.file, entry.helpSet); source == nullptr || key != entryKey) {
+            key = entryKey;
+            auto& known = sources[key];
+            known = known == nullptr ? &addSource(entry) : known;
+            source = known;
         }
+        auto& record = m_records.emplace_back();
+        record.source = source;
         record.pageName = entry.page;
-        record.title = entry.helpSet < 0 ? QString() : m_outline.titles[size_t(entry.helpSet)];
-        record.root = &m_root;
         record.target = entry.target;
-        record.namedIn = &m_outline.files[size_t(entry.file)];
         record.namedInLine = entry.line;
     }
+}
+
+const HelpContentsSource& HelpSet::addSource(const OutlineEntry& entry)
+{
+    return m_sources.emplace_back(
+        HelpContentsSource{m_outline.files[size_t(entry.file)], m_outline.directories[size_t(entry.file)],
+                           entry.helpSet < 0 ? QString() : m_outline.titles[size_t(entry.helpSet)], &m_root});
 }
 
 void HelpSet::adoptRows()
@@ -142,9 +147,21 @@ void HelpSet::adoptIndex(IndexEntries entries)
     m_outline.problems.insert(m_outline.problems.end(), m_index.problems.begin(), m_index.problems.end());
 }
 
-// Post-order over the tree without recursion: outlines may be thousands of levels deep.
+HelpContentsItem* HelpSet::findPage(const QString& path)
+{
+    indexPages();
+    return m_pages->find(path);
+}
+
 void HelpSet::indexPages()
 {
+    std::call_once(m_pagesEntered, [this] { enterPages(); });
+}
+
+// Post-order over the tree without recursion: outlines may be thousands of levels deep.
+void HelpSet::enterPages()
+{
+    m_pages.emplace(m_records);
     std::vector<std::pair<HelpContentsListViewItem*, size_t>> path;
     for (auto* top : m_topRows) {
         path.assign(1, {top, 0});
@@ -155,7 +172,7 @@ void HelpSet::indexPages()
                 continue;
             }
             if (row->contentsItem->target == EntryTarget::Page) {
-                m_pages.insert(*row->contentsItem);
+                m_pages->insert(*row->contentsItem);
             }
             path.pop_back();
         }

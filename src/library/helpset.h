@@ -7,7 +7,10 @@
 #include "library/helpindexitem.h"
 #include "library/pagetable.h"
 
+#include <deque>
 #include <memory>
+#include <mutex>
+#include <optional>
 #include <span>
 #include <stop_token>
 #include <vector>
@@ -60,20 +63,25 @@ public:
     [[nodiscard]] bool isReadable() const { return m_outline.readable; }
 
     /// Record of the row that shows exactly this page (absolute path); rows below a row come before it.
-    [[nodiscard]] HelpContentsItem* findPage(const QString& path) const { return m_pages.find(path); }
+    [[nodiscard]] HelpContentsItem* findPage(const QString& path);
+    /// Prepares findPage(), which else does so at its first call. In any thread.
+    void indexPages();
 
 private:
     void adoptEntries();
+    const HelpContentsSource& addSource(const OutlineEntry& entry);
     void adoptRows();
-    void indexPages();
+    void enterPages();
 
     ContentsOutline m_outline; ///< without its entries, which became records and rows
     HelpContentsRoot m_root;
     HelpContentsItem* m_firstPage = nullptr;
+    std::deque<HelpContentsSource> m_sources;
     std::vector<HelpContentsItem> m_records;
     std::vector<HelpContentsListViewItem> m_rows;
     std::vector<HelpContentsListViewItem*> m_siblings; ///< children of each row, one behind the other
     std::span<HelpContentsListViewItem*> m_topRows;
     IndexEntries m_index;
-    PageTable m_pages;
+    std::once_flag m_pagesEntered;
+    std::optional<PageTable> m_pages;
 };

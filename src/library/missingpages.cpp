@@ -62,7 +62,7 @@ std::vector<Problem> findMissingPages(const HelpLibrary& library)
         const auto& set = library.helpSet(*root);
         for (const auto& record : set.records()) {
             if (record.target == EntryTarget::Page) {
-                missing.check(record.page(), *record.namedIn, record.namedInLine);
+                missing.check(record.page(), record.source->fileName, record.namedInLine);
             }
         }
         for (const auto& item : set.indexItems()) {

@@ -41,7 +41,7 @@ QString pathOf(const HelpContentsItem& record)
 
 quint32 hashOf(const HelpContentsItem& record)
 {
-    return isClean(record.pageName) ? TextHash().add(record.directory).add(record.pageName).value()
+    return isClean(record.pageName) ? TextHash().add(record.source->directory).add(record.pageName).value()
                                     : TextHash().add(pathOf(record)).value();
 }
 
@@ -51,7 +51,8 @@ void PageTable::insert(const HelpContentsItem& record)
 {
     m_table.findOrInsert(hashOf(record), quint32(&record - m_records.data()), [&](quint32 other) {
         const auto& entered = m_records[other];
-        return (entered.pageName == record.pageName && entered.directory == record.directory) ||
+        return (entered.pageName == record.pageName &&
+                entered.source->directory == record.source->directory) ||
                pathOf(entered) == pathOf(record);
     });
 }

@@ -23,7 +23,7 @@ void addRows(SearchSource& source, std::span<HelpContentsListViewItem* const> to
         const auto& row = *rows[next++];
         const auto& record = *row.contentsItem;
         const bool hasPage = record.target == EntryTarget::Page;
-        source.addTopic(hasPage ? QStringView(record.directory) : QStringView(),
+        source.addTopic(hasPage ? QStringView(record.source->directory) : QStringView(),
                         hasPage ? record.pageName : QStringView(), row.text, int(levels.size()) - 1);
         levels.push_back({row.children, 0});
     }
@@ -37,7 +37,8 @@ SearchSource makeSearchSource(const HelpSet& set)
     qsizetype text = 0; // nearly all of it
     for (const auto& record : set.records()) {
         const auto* row = record.listViewItem;
-        text += record.directory.size() + record.pageName.size() + (row == nullptr ? 0 : row->text.size());
+        text += record.source->directory.size() + record.pageName.size() +
+                (row == nullptr ? 0 : row->text.size());
     }
     for (const auto& item : set.indexItems()) {
         text += item.source->directory.size() + item.pageName.size() + item.keyword.size();

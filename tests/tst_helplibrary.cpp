@@ -208,7 +208,7 @@ private Q_SLOTS:
         const auto& rows = library.keywordIndex().rows();
         QCOMPARE(rows.size(), 2U);
         QCOMPARE(rows[0].indexItem->source->contentsItem, first);
-        QCOMPARE(rows[1].indexItem->parent, rows[0].indexItem);
+        QCOMPARE(rows[1].indexItem->parent(), rows[0].indexItem);
     }
 
     void pageTitle_data()

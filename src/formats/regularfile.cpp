@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
-#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -17,23 +16,6 @@ namespace {
 
 constexpr qint64 MaximumSize = qint64(1) << 30; // bytes
 constexpr qint64 Growth = 1 << 16; // bytes, of a file that turns out longer than it was said to be
-
-class FileDescriptor {
-public:
-    explicit FileDescriptor(int fd) : m_fd(fd) {}
-    ~FileDescriptor()
-    {
-        if (m_fd >= 0) {
-            ::close(m_fd);
-        }
-    }
-    Q_DISABLE_COPY_MOVE(FileDescriptor)
-
-    [[nodiscard]] int get() const { return m_fd; }
-
-private:
-    int m_fd;
-};
 
 FileError fromErrno(int error)
 {
@@ -52,29 +34,6 @@ std::optional<FileError> refusal(const struct stat& status)
         return FileError::TooLarge;
     }
     return std::nullopt;
-}
-
-Result<QByteArray, FileError> readAll(int fd, qint64 expected)
-{
-    QByteArray bytes(expected + 1, Qt::Uninitialized);
-    qint64 size = 0;
-    for (;;) {
-        const auto count = ::read(fd, bytes.data() + size, size_t(bytes.size() - size));
-        if (count == 0) {
-            bytes.truncate(size);
-            return bytes;
-        }
-        if (count < 0 && errno != EINTR) {
-            return FileError::Unreadable;
-        }
-        size += std::max<qint64>(count, 0);
-        if (size > MaximumSize) {
-            return FileError::TooLarge;
-        }
-        if (size == bytes.size()) {
-            bytes.resize(std::min(2 * size, MaximumSize) + Growth);
-        }
-    }
 }
 
 } // namespace
@@ -99,7 +58,18 @@ QString describe(FileError error)
     return {};
 }
 
-Result<QByteArray, FileError> readRegularFile(const QString& path)
+RegularFile::RegularFile(const QString& path) : m_error(open(path))
+{
+}
+
+RegularFile::~RegularFile()
+{
+    if (m_descriptor >= 0) {
+        ::close(m_descriptor);
+    }
+}
+
+std::optional<FileError> RegularFile::open(const QString& path)
 {
     const QByteArray name = QFile::encodeName(fileSystemName(path));
     struct stat status = {};
@@ -111,16 +81,50 @@ Result<QByteArray, FileError> readRegularFile(const QString& path)
         return name.isEmpty() ? FileError::NotFound : fromErrno(errno);
     }
     if (const auto refused = refusal(status)) {
-        return *refused;
+        return refused;
     }
-    const FileDescriptor file(::open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    if (file.get() < 0 || ::fstat(file.get(), &status) != 0) {
+    m_descriptor = ::open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (m_descriptor < 0 || ::fstat(m_descriptor, &status) != 0) {
         return fromErrno(errno);
     }
-    if (const auto refused = refusal(status)) {
-        return *refused;
+    const auto refused = refusal(status);
+    m_size = refused ? 0 : status.st_size;
+    return refused;
+}
+
+qint64 RegularFile::read(std::span<char> buffer)
+{
+    while (!m_error) {
+        const auto count = ::read(m_descriptor, buffer.data(), buffer.size());
+        if (count < 0 && errno != EINTR) {
+            m_error = FileError::Unreadable;
+        } else if (count >= 0) {
+            m_position += count;
+            m_error = m_position > MaximumSize ? std::optional(FileError::TooLarge) : std::nullopt;
+            return m_error ? 0 : count;
+        }
     }
-    return readAll(file.get(), status.st_size);
+    return 0;
+}
+
+Result<QByteArray, FileError> readRegularFile(const QString& path)
+{
+    RegularFile file(path);
+    QByteArray bytes(file.size() + 1, Qt::Uninitialized);
+    qint64 size = 0;
+    while (const auto count =
+               file.read(std::span(bytes.data(), size_t(bytes.size())).subspan(size_t(size)))) {
+        size += count;
+        // The file may have grown.
+        if (size == bytes.size()) {
+            bytes.resize(size + std::min(size, MaximumSize) + Growth);
+        }
+    }
+    if (file.error()) {
+        return *file.error();
+    }
+    bytes.truncate(size);
+    return bytes;
 }
 
 bool isRegularFile(const QString& path)

@@ -6,6 +6,9 @@
 #include <QByteArray>
 #include <QString>
 
+#include <optional>
+#include <span>
+
 /// Why a file could not be read.
 enum class FileError {
     NotFound,
@@ -19,8 +22,32 @@ enum class FileError {
 /// A sentence part for people, such as "no such file".
 [[nodiscard]] QString describe(FileError error);
 
-/// The bytes of a regular file (links are followed) of at most 1 GiB. Directories, pipes, sockets and devices
-/// are refused without being opened.
+/// A regular file (links are followed) of at most 1 GiB, read once from its start. Directories, pipes,
+/// sockets and devices are refused without being opened.
+class RegularFile {
+public:
+    explicit RegularFile(const QString& path);
+    ~RegularFile();
+    Q_DISABLE_COPY_MOVE(RegularFile)
+
+    /// Why it cannot be read; none while all goes well.
+    [[nodiscard]] std::optional<FileError> error() const { return m_error; }
+    /// In bytes, when it was opened.
+    [[nodiscard]] qint64 size() const { return m_size; }
+    /// Fills the beginning of the buffer with the next bytes; returns their number, 0 at the end and on
+    /// errors.
+    [[nodiscard]] qint64 read(std::span<char> buffer);
+
+private:
+    [[nodiscard]] std::optional<FileError> open(const QString& path);
+
+    int m_descriptor = -1;
+    std::optional<FileError> m_error;
+    qint64 m_size = 0;
+    qint64 m_position = 0;
+};
+
+/// All bytes of a regular file.
 [[nodiscard]] Result<QByteArray, FileError> readRegularFile(const QString& path);
 
 /// Whether `path` leads to a regular file.

@@ -31,9 +31,15 @@ struct HelpIndexItem {
     QStringView keyword;  ///< in the text of the index file, as is `pageName`
     QStringView pageName; ///< empty when the entry names no page
     const HelpIndexSource* source = nullptr;
-    HelpIndexItem* parent = nullptr; ///< of a sub-keyword
-    int group = -1;                  ///< number of the group of like entries; -1 for none
+    int parentDistance = 0; ///< to the keyword of a sub-keyword, which stands before it; 0 for none
+    int group = -1;         ///< number of the group of like entries; -1 for none
     int namedInLine = 0;
+
+    /// The keyword of a sub-keyword; else null.
+    [[nodiscard]] const HelpIndexItem* parent() const
+    {
+        return parentDistance == 0 ? nullptr : this - parentDistance;
+    }
 
     [[nodiscard]] bool hasPage() const { return !pageName.isEmpty(); }
     /// Page that the entry opens: an absolute path, "#anchor" included; without a page the bare directory.

@@ -182,20 +182,24 @@ void HelpLibrary::proceed(const std::shared_ptr<Reading>& reading)
 void HelpLibrary::readIndex(const std::shared_ptr<Reading>& reading)
 {
     reading->set = reading->ready.get();
+    m_indexReading.run([task = reading->set->indexTask()](
+                           const std::stop_token& stop) { return readIndexEntries(task, stop); },
+                       [this, reading](IndexEntries&& entries) {
+                           if (reading->set != nullptr) {
+                               reading->set->adoptIndex(std::move(entries));
+                           }
+                           std::erase(m_readings, reading);
+                           if (!isReading()) {
+                               renewIndex();
+                           }
+                       });
+    // Whoever looks for a page before waits, or does this.
     m_indexReading.run(
-        [set = reading->ready, task = reading->set->indexTask()](const std::stop_token& stop) {
+        [set = reading->ready](const std::stop_token& /*stop*/) {
             set->indexPages();
-            return readIndexEntries(task, stop);
+            return set;
         },
-        [this, reading](IndexEntries&& entries) {
-            if (reading->set != nullptr) {
-                reading->set->adoptIndex(std::move(entries));
-            }
-            std::erase(m_readings, reading);
-            if (!isReading()) {
-                renewIndex();
-            }
-        });
+        [](const std::shared_ptr<HelpSet>& /*set*/) {});
 }
 
 bool HelpLibrary::isReading() const

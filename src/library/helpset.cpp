@@ -16,7 +16,7 @@ namespace {
 void addEntries(IndexEntries& entries, QStringView text, const HelpIndexSource& source,
                 const std::stop_token& stop)
 {
-    const size_t first = entries.items.size();
+    const auto first = int(entries.items.size());
     IndexReader reader(text);
     while (!stop.stop_requested() && reader.next()) {
         const auto& line = reader.line();
@@ -24,7 +24,7 @@ void addEntries(IndexEntries& entries, QStringView text, const HelpIndexSource& 
         item.keyword = line.keyword;
         item.pageName = line.page;
         item.source = &source;
-        item.parent = line.parent < 0 ? nullptr : &entries.items[first + size_t(line.parent)];
+        item.parentDistance = line.parent < 0 ? 0 : int(entries.items.size()) - 1 - (first + line.parent);
         item.namedInLine = line.line;
         if (line.isCut) {
             entries.problems.push_back({source.fileName, line.line, Problem::Severity::Warning,
@@ -61,7 +61,6 @@ IndexEntries readIndexEntries(const IndexTask& task, const std::stop_token& stop
                      .arg(reference.fileName, describe(text.error()))});
         }
     }
-    // The entries point at each other.
     entries.items.reserve(lines);
     for (size_t i = 0; i < entries.texts.size(); ++i) {
         addEntries(entries, entries.texts[i], *entries.sources[i], stop);

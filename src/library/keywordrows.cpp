@@ -8,6 +8,7 @@
 #include <QHash>
 
 #include <algorithm>
+#include <future>
 #include <numeric>
 #include <tuple>
 #include <utility>
@@ -16,10 +17,30 @@ namespace {
 
 constexpr quint32 None = PositionTable::None;
 
-quint32 mixed(quint32 a, quint32 b, quint32 c = 0)
+quint32 mixed(quint32 a, quint32 b, quint32 c)
 {
     return quint32(qHashMulti(0, a, b, c));
 }
+
+/// Titles that are equal in lower case have the same number.
+class TitleClasses {
+public:
+    quint32 of(const HelpIndexSource& source)
+    {
+        if (m_last != &source) {
+            const QString lower = source.title.toLower();
+            m_lastNumber = m_numbers.value(lower, quint32(m_numbers.size()));
+            m_numbers.insert(lower, m_lastNumber);
+            m_last = &source;
+        }
+        return m_lastNumber;
+    }
+
+private:
+    QHash<QString, quint32> m_numbers;
+    const HelpIndexSource* m_last = nullptr; ///< neighbours mostly share one
+    quint32 m_lastNumber = 0;
+};
 
 /// Gives the memory back, which an assignment of {} does not.
 template <typename Value>
@@ -31,33 +52,44 @@ void release(std::vector<Value>& values)
 /// Makes the rows of one list of entries, which are known by their positions in load order.
 class RowMaker {
 public:
-    RowMaker(const std::vector<std::span<HelpIndexItem>>& items, const std::stop_token& stop) : m_stop(stop)
+    RowMaker(const std::vector<std::span<HelpIndexItem>>& spans, const std::stop_token& stop)
+        : m_spans(spans), m_stop(stop)
     {
-        for (const auto& span : items) {
-            flatten(span);
+        for (const auto& span : spans) {
+            m_count += span.size();
         }
     }
 
     KeywordRows make()
     {
+        constexpr size_t worthAThread = 20'000;
+        auto order = std::async(m_count < worthAThread ? std::launch::deferred : std::launch::async,
+                                [this] { return sortedPositions(); });
+        flatten();
         classify();
-        group();
+        classifySubKeywords();
+        group(order.get());
         if (!m_stop.stop_requested()) {
             collectMembers();
             makeRows();
-            makeLookUpMarks();
+            collectLookUpMarks();
         }
         return std::move(m_result);
     }
 
 private:
-    void flatten(std::span<HelpIndexItem> span)
+    void flatten()
     {
-        const auto first = quint32(m_items.size());
-        for (auto& item : span) {
-            m_items.push_back(&item);
-            m_parents.push_back(item.parent == nullptr ? None : first + quint32(item.parent - span.data()));
-            m_subKeywordCount += item.parent == nullptr ? 0 : 1;
+        m_items.reserve(m_count);
+        m_parents.reserve(m_count);
+        for (const auto& span : m_spans) {
+            for (auto& item : span) {
+                const bool isSubKeyword = item.parent() != nullptr;
+                m_parents.push_back(isSubKeyword ? quint32(m_items.size()) - quint32(item.parentDistance)
+                                                 : None);
+                m_items.push_back(&item);
+                m_subKeywordCount += isSubKeyword ? 1 : 0;
+            }
         }
     }
 
@@ -65,12 +97,14 @@ private:
     void classify()
     {
         m_result.lowerTexts.reserve(m_items.size());
+        m_marks.reserve(m_items.size());
         m_classes.reserve(m_items.size());
         std::vector<quint32> hashes;
         hashes.reserve(m_items.size());
         for (const auto* item : m_items) {
             const QStringView lower = m_result.texts.lower(item->keyword);
             m_result.lowerTexts.push_back(lower);
+            m_marks.push_back(lookUpMark(lower));
             hashes.push_back(quint32(qHash(lower)));
         }
         PositionTable table(m_items.size());
@@ -83,33 +117,40 @@ private:
             });
     }
 
-    /// Titles that are equal in lower case have the same number.
-    quint32 titleClass(const HelpIndexSource& source)
+    /// Sub-keywords have the same class when their keywords and those that they stand under have, and the
+    /// titles of their help sets are equal in lower case.
+    void classifySubKeywords()
     {
-        const auto known = m_titleClasses.constFind(&source);
-        if (known != m_titleClasses.cend()) {
-            return *known;
+        m_subClasses.resize(m_items.size());
+        TitleClasses titles;
+        PositionTable table(m_subKeywordCount);
+        const auto keyOf = [&](quint32 position) {
+            const quint32 parent = m_parents[position];
+            return std::tuple(m_classes[position], m_classes[parent], titles.of(*m_items[parent]->source));
+        };
+        for (quint32 i = 0; i < m_items.size(); ++i) {
+            if (m_parents[i] != None) {
+                const auto key = keyOf(i);
+                m_subClasses[i] = table.findOrInsert(std::apply(mixed, key), i,
+                                                     [&](quint32 other) { return keyOf(other) == key; });
+            }
         }
-        const QString lower = source.title.toLower();
-        const quint32 number = m_titles.value(lower, quint32(m_titles.size()));
-        m_titles.insert(lower, number);
-        m_titleClasses.insert(&source, number);
-        return number;
     }
 
     /// Finds the first like entry of each, in sort order, and numbers the groups of those that have others.
-    void group()
+    void group(const std::vector<quint32>& order)
     {
-        const auto order = sortedPositions();
         m_firsts.assign(m_items.size(), None);
         m_groups.assign(m_items.size(), -1);
         m_representatives.reserve(m_items.size());
-        std::vector<quint32> firstOfClass(m_items.size(), None);
-        PositionTable subKeywords(m_subKeywordCount);
+        std::vector<quint32> firstKeywords(m_items.size(), None); // of each class
+        std::vector<quint32> firstSubKeywords(m_items.size(), None);
         for (const quint32 position : order) {
-            const quint32 first = m_parents[position] == None
-                                      ? firstKeyword(firstOfClass[m_classes[position]], position)
-                                      : firstSubKeyword(subKeywords, position);
+            quint32& first = m_parents[position] == None ? firstKeywords[m_classes[position]]
+                                                         : firstSubKeywords[m_subClasses[position]];
+            if (first == None) {
+                first = position;
+            }
             m_firsts[position] = first;
             if (first == position) {
                 m_representatives.push_back(position);
@@ -124,26 +165,13 @@ private:
 
     [[nodiscard]] std::vector<quint32> sortedPositions() const
     {
-        std::vector<QStringView> keywords(m_items.size());
-        std::transform(m_items.begin(), m_items.end(), keywords.begin(),
-                       [](auto* item) { return item->keyword; });
+        std::vector<QStringView> keywords;
+        keywords.reserve(m_count);
+        for (const auto& span : m_spans) {
+            std::transform(span.begin(), span.end(), std::back_inserter(keywords),
+                           [](const HelpIndexItem& item) { return item.keyword; });
+        }
         return orderOf(keywords, m_stop);
-    }
-
-    static quint32 firstKeyword(quint32& first, quint32 position)
-    {
-        return first == None ? first = position : first;
-    }
-
-    quint32 firstSubKeyword(PositionTable& table, quint32 position)
-    {
-        const auto keyOf = [this](quint32 of) {
-            const quint32 parent = m_parents[of];
-            return std::tuple(m_classes[of], m_classes[parent], titleClass(*m_items[parent]->source));
-        };
-        const auto key = keyOf(position);
-        return table.findOrInsert(mixed(std::get<0>(key), std::get<1>(key), std::get<2>(key)), position,
-                                  [&](quint32 other) { return keyOf(other) == key; });
     }
 
     void collectMembers()
@@ -165,6 +193,7 @@ private:
         }
         release(m_groups);
         release(m_classes);
+        release(m_subClasses);
     }
 
     void makeRows()
@@ -192,17 +221,12 @@ private:
         }
     }
 
-    void makeLookUpMarks()
+    void collectLookUpMarks()
     {
-        release(m_items);
-        release(m_parents);
-        release(m_representatives);
-        m_result.lookUpMarks.resize(m_result.rows.size());
-        forEachAhead(
-            m_result.positions, [this](quint32 position) { return m_result.lowerTexts[position].utf16(); },
-            [this](size_t row, quint32 position) {
-                m_result.lookUpMarks[row] = lookUpMark(m_result.lowerTexts[position]);
-            });
+        m_result.lookUpMarks.reserve(m_result.positions.size());
+        for (const quint32 position : m_result.positions) {
+            m_result.lookUpMarks.push_back(m_marks[position]);
+        }
     }
 
     void append(quint32 position, bool isSubKeyword)
@@ -211,18 +235,20 @@ private:
         m_result.positions.push_back(position);
     }
 
+    const std::vector<std::span<HelpIndexItem>>& m_spans;
     const std::stop_token& m_stop;
+    size_t m_count = 0; ///< of all entries
     KeywordRows m_result;
     std::vector<HelpIndexItem*> m_items;
     std::vector<quint32> m_parents;
     size_t m_subKeywordCount = 0;
-    std::vector<quint32> m_classes; ///< known by the first entry of each
+    std::vector<quint64> m_marks;      ///< lookUpMark() of each entry
+    std::vector<quint32> m_classes;    ///< known by the first entry of each
+    std::vector<quint32> m_subClasses; ///< the same; only of sub-keywords
     std::vector<quint32> m_firsts;
     std::vector<int> m_groups;
     int m_groupCount = 0;
     std::vector<quint32> m_representatives; ///< entries that have a row of their own, in sort order
-    QHash<const HelpIndexSource*, quint32> m_titleClasses;
-    QHash<QString, quint32> m_titles;
 };
 
 } // namespace

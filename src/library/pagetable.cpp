@@ -5,22 +5,6 @@
 
 namespace {
 
-/// Of a text that is given in pieces (FNV-1a).
-class TextHash {
-public:
-    TextHash& add(QStringView text)
-    {
-        for (const QChar c : text) {
-            m_value = (m_value ^ c.unicode()) * 0x100000001B3U;
-        }
-        return *this;
-    }
-    [[nodiscard]] quint32 value() const { return quint32(m_value ^ (m_value >> 32U)); }
-
-private:
-    quint64 m_value = 0xCBF29CE484222325U;
-};
-
 /// Whether a directory's absolute path followed by the name is an absolute path as it stands.
 bool isClean(QStringView pageName)
 {
@@ -39,13 +23,19 @@ QString pathOf(const HelpContentsItem& record)
     return absoluteFilePath(record.page());
 }
 
-quint32 hashOf(const HelpContentsItem& record)
-{
-    return isClean(record.pageName) ? TextHash().add(record.source->directory).add(record.pageName).value()
-                                    : TextHash().add(pathOf(record)).value();
-}
-
 } // namespace
+
+quint32 PageTable::hashOf(const HelpContentsItem& record)
+{
+    if (!isClean(record.pageName)) {
+        return TextHash().add(pathOf(record)).value();
+    }
+    if (m_source != record.source) {
+        m_source = record.source;
+        m_directoryHash = TextHash().add(m_source->directory);
+    }
+    return TextHash(m_directoryHash).add(record.pageName).value();
+}
 
 void PageTable::insert(const HelpContentsItem& record)
 {

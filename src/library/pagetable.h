@@ -6,6 +6,22 @@
 
 #include <vector>
 
+/// Of a text that is given in pieces (FNV-1a).
+class TextHash {
+public:
+    TextHash& add(QStringView text)
+    {
+        for (const QChar c : text) {
+            m_value = (m_value ^ c.unicode()) * 0x100000001B3U;
+        }
+        return *this;
+    }
+    [[nodiscard]] quint32 value() const { return quint32(m_value ^ (m_value >> 32U)); }
+
+private:
+    quint64 m_value = 0xCBF29CE484222325U;
+};
+
 /// Finds the records of a help set by the absolute path of their page. The records must outlive it.
 class PageTable {
 public:
@@ -20,6 +36,10 @@ public:
     [[nodiscard]] HelpContentsItem* find(const QString& path) const;
 
 private:
+    [[nodiscard]] quint32 hashOf(const HelpContentsItem& record);
+
     std::vector<HelpContentsItem>& m_records;
     PositionTable m_table;
+    const HelpContentsSource* m_source = nullptr; ///< of the last record; neighbours mostly share one
+    TextHash m_directoryHash;                     ///< of its directory
 };

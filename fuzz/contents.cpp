@@ -43,7 +43,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const QString top = scratch.path(QStringLiteral("a.cnt"));
     static_cast<void>(getTitle(top));
     static_cast<void>(onlyOneTopContent(top));
-    const HelpSet set(top, ContentsReader().read(top));
+    HelpSet set(top, ContentsReader().read(top));
     require(set.isReadable());
     require(countRows(set.topRows()) == set.records().size());
     for (const auto& record : set.records()) {

@@ -75,6 +75,16 @@ inline QByteArray lines(int count, QByteArray (*line)(int))
     return text;
 }
 
+/// A keyword that differs from the others in case only.
+inline QByteArray caseVariant(int number)
+{
+    QByteArray word(16, 'a');
+    for (int bit = 0; bit < 16; ++bit) {
+        word[bit] = (number >> bit & 1) != 0 ? 'A' : 'a';
+    }
+    return word + " = " + QByteArray::number(number) + ".html";
+}
+
 /// A picture that grows when its entities are put in, and asks for a device.
 inline QByteArray svgBomb()
 {

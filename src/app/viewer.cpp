@@ -16,6 +16,7 @@
 #include <thread>
 
 #include <fontconfig/fontconfig.h>
+#include <malloc.h>
 
 namespace {
 
@@ -33,6 +34,18 @@ void readAhead(HelpLibrary& library, const QStringList& fileNames)
             library.readAhead(fileName);
         }
     }
+}
+
+/// Large blocks go back to the system when they are freed, instead of staying between others. By itself the C
+/// library keeps blocks of a size once one of that size has been freed.
+void returnFreedMemory()
+{
+#ifdef __GLIBC__
+    constexpr int largeBlock = 1 << 20; // bytes
+    constexpr int largeTop = 4 << 20;   // bytes
+    ::mallopt(M_MMAP_THRESHOLD, largeBlock);
+    ::mallopt(M_TRIM_THRESHOLD, largeTop);
+#endif
 }
 
 /// Loads the toolkit's plugins for pictures, which it does when it reads the first one.
@@ -82,6 +95,7 @@ private:
 
 int runViewer(int argc, char* argv[])
 {
+    returnFreedMemory();
     // Decided before the toolkit takes its own options out of the list.
     const bool isDefault = argc == 1 || isShowRequest(argc, argv);
     QStringList fileNames;

@@ -80,10 +80,7 @@ ContentsOutline ContentsReader::read(const QString& fileName, std::stop_token st
     if (text.ok()) {
         m_outline.readable = true;
         m_outline.texts.push_back(text.value());
-        // Shorter lines than this are rare, and room that is not used takes no memory.
-        constexpr qsizetype shortLine = 16;
-        m_outline.entries.reserve(
-            size_t(std::min<qsizetype>(text.value().size() / shortLine + 1, MaximumEntries)));
+        m_outline.entries.reserve(std::min(lineBound(text.value()), size_t(MaximumEntries)));
         readFile(source, text.value());
         if (source.title >= 0) {
             m_outline.ownTitle = m_outline.titles[size_t(source.title)];

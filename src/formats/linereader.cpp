@@ -3,6 +3,12 @@
 
 #include <algorithm>
 
+size_t lineBound(QStringView text)
+{
+    return size_t(std::count_if(text.begin(), text.end(), [](QChar c) { return c == u'\n' || c == u'\r'; })) +
+           1;
+}
+
 bool LineReader::next()
 {
     if (m_position >= m_text.size()) {

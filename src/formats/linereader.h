@@ -3,6 +3,9 @@
 
 #include <QStringView>
 
+/// At least as many as the text has lines.
+[[nodiscard]] size_t lineBound(QStringView text);
+
 /// Walks the lines of a text that outlives it. A line ends with LF, CRLF or a lone CR; the ends are not part
 /// of it. Of a line that is too long for anything that people read, there is only the beginning.
 class LineReader {

@@ -2,6 +2,7 @@
 #include "library/helpset.h"
 
 #include "formats/indexreader.h"
+#include "formats/linereader.h"
 #include "formats/paths.h"
 #include "formats/textfile.h"
 
@@ -31,13 +32,6 @@ void addEntries(IndexEntries& entries, QStringView text, const HelpIndexSource& 
                                         QCoreApplication::translate("HelpSet", "The line is too long")});
         }
     }
-}
-
-/// At least as many as the text has lines.
-size_t lineBound(QStringView text)
-{
-    return size_t(std::count_if(text.begin(), text.end(), [](QChar c) { return c == u'\n' || c == u'\r'; })) +
-           1;
 }
 
 } // namespace
@@ -80,6 +74,10 @@ HelpSet::HelpSet(const QString& fileName, ContentsOutline outline) : m_outline(s
         m_root.pageName = m_firstPage->pageName;
     }
     m_outline.entries = std::vector<OutlineEntry>();
+    constexpr size_t many = 200'000; // take 50 ms, which must not fall on a click
+    if (m_records.size() > many) {
+        indexPages();
+    }
 }
 
 QString HelpSet::ownTitle() const

@@ -99,21 +99,19 @@ private:
         m_result.lowerTexts.reserve(m_items.size());
         m_marks.reserve(m_items.size());
         m_classes.reserve(m_items.size());
-        std::vector<quint32> hashes;
-        hashes.reserve(m_items.size());
         for (const auto* item : m_items) {
             const QStringView lower = m_result.texts.lower(item->keyword);
             m_result.lowerTexts.push_back(lower);
             m_marks.push_back(lookUpMark(lower));
-            hashes.push_back(quint32(qHash(lower)));
+            m_classes.push_back(quint32(qHash(lower)));
         }
         PositionTable table(m_items.size());
         forEachAhead(
-            hashes, [&table](quint32 hash) { return table.addressOf(hash); },
-            [&](size_t i, quint32 hash) {
-                m_classes.push_back(table.findOrInsert(hash, quint32(i), [&](quint32 other) {
+            m_classes, [&table](quint32 hash) { return table.addressOf(hash); },
+            [&](size_t i, quint32& hashThenClass) {
+                hashThenClass = table.findOrInsert(hashThenClass, quint32(i), [&](quint32 other) {
                     return m_result.lowerTexts[other] == m_result.lowerTexts[i];
-                }));
+                });
             });
     }
 

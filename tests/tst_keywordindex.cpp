@@ -8,6 +8,7 @@
 #include "testfiles.h"
 
 #include <QRandomGenerator>
+#include <QStringEncoder>
 
 #include <algorithm>
 #include <array>
@@ -91,6 +92,36 @@ private Q_SLOTS:
                      (line.page.isEmpty() ? u" (none)"_s : u""_s);
         }
         QTEST(found.join(u';'), "expected");
+    }
+
+    void longTexts_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("expected");
+        const QString euros(100'000, u'€');
+        const QByteArray utf8 = euros.toUtf8();
+        const QByteArray cut = utf8.chopped(1);
+        const QByteArray ascii(200'000, 'a');
+        QTest::newRow("characters across blocks") << utf8 << euros;
+        QTest::newRow("shifted by one") << "a" + utf8 << u'a' + euros;
+        QTest::newRow("byte-order mark") << "\xef\xbb\xbf" + utf8 << euros;
+        QTest::newRow("last character cut") << cut << QString::fromLatin1(cut);
+        QTest::newRow("not UTF-8 at the end") << ascii + '\xe4' << QString::fromLatin1(ascii) + u'ä';
+        QTest::newRow("UTF-16") << QByteArray(QStringEncoder(QStringEncoder::Utf16LE,
+                                                             QStringEncoder::Flag::WriteBom)(euros))
+                                << euros;
+    }
+
+    /// Texts are decoded block by block.
+    void longTexts()
+    {
+        QFETCH(const QByteArray, bytes);
+        TemporaryFiles files;
+        const QString name = files.write(u"a.idx"_s, bytes);
+        QCOMPARE(readRegularFile(name).value(), bytes);
+        const auto text = readText(name);
+        QVERIFY(text.ok());
+        QTEST(text.value(), "expected");
     }
 
     void order_data()

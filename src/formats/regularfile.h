@@ -42,9 +42,9 @@ private:
     [[nodiscard]] std::optional<FileError> open(const QString& path);
 
     int m_descriptor = -1;
-    std::optional<FileError> m_error;
     qint64 m_size = 0;
     qint64 m_position = 0;
+    std::optional<FileError> m_error; ///< last, as opening sets the others
 };
 
 /// All bytes of a regular file.

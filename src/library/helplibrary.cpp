@@ -174,12 +174,12 @@ void HelpLibrary::proceed(const std::shared_ptr<Reading>& reading)
         return;
     }
     if (reading->ready != nullptr) {
-        readIndex(reading);
+        readRest(reading);
         reading->loaded(adoptContents(std::exchange(reading->ready, {}), reading->current()));
     }
 }
 
-void HelpLibrary::readIndex(const std::shared_ptr<Reading>& reading)
+void HelpLibrary::readRest(const std::shared_ptr<Reading>& reading)
 {
     reading->set = reading->ready.get();
     m_indexReading.run([task = reading->set->indexTask()](

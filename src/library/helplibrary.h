@@ -129,7 +129,8 @@ private:
     [[nodiscard]] HelpContentsItem& addPageRecord(const HelpContentsSource& source);
 
     void proceed(const std::shared_ptr<Reading>& reading);
-    void readIndex(const std::shared_ptr<Reading>& reading);
+    /// What is not needed for the first page.
+    void readRest(const std::shared_ptr<Reading>& reading);
     [[nodiscard]] bool isReading() const;
     Loaded adoptContents(const std::shared_ptr<HelpSet>& set, const HelpContentsListViewItem* current);
     /// The rows are made at once when there are few, else in the background; until then there are none.

@@ -4,7 +4,7 @@
 #include "pages/htmltree.h"
 #include "pages/links.h"
 #include "pages/pagedecoding.h"
-#include "pages/preparedpage.h"
+#include "pages/pagepreparation.h"
 
 namespace {
 

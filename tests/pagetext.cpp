@@ -3,7 +3,7 @@
 #include "browser/pagefiller.h"
 #include "browser/pageresource.h"
 #include "pages/pagefile.h"
-#include "pages/preparedpage.h"
+#include "pages/pagepreparation.h"
 
 #include <QGuiApplication>
 #include <QJsonDocument>

@@ -5,8 +5,8 @@
 #include "fulltext/searchservice.h"
 #include "library/helplibrary.h"
 #include "library/helpset.h"
+#include "pages/pagepreparation.h"
 #include "pages/plainpage.h"
-#include "pages/preparedpage.h"
 #include "search/searchsources.h"
 
 #include "testfiles.h"

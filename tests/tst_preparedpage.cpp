@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "pages/preparedpage.h"
+#include "pages/linkcode.h"
+#include "pages/pagepreparation.h"
 #include "testfiles.h"
 
 #include <QRegularExpression>

@@ -3,6 +3,7 @@
 #include "browser/pagestyle.h"
 #include "browser/selectedtext.h"
 #include "library/helplibrary.h"
+#include "pages/linkcode.h"
 #include "testfiles.h"
 
 #include <QAbstractTextDocumentLayout>

@@ -7,6 +7,7 @@
 #include "index/helpindexlistbox.h"
 #include "library/helplibrary.h"
 #include "mainwindow/helpmainwindow.h"
+#include "pages/linkcode.h"
 #include "pages/preparedpage.h"
 
 #include <QAction>

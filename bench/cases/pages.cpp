@@ -3,7 +3,7 @@
 // for the page as it is written.
 #include "browser/helpbrowser.h"
 #include "library/helplibrary.h"
-#include "pages/preparedpage.h"
+#include "pages/pagepreparation.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QFile>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "browser/pageanchors.h"
 
-#include "pages/preparedpage.h"
+#include "pages/linkcode.h"
 
 #include <QTextBlock>
 #include <QTextDocument>

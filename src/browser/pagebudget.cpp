@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "browser/pagebudget.h"
+#include "pages/linkcode.h"
 
 #include <QCoreApplication>
 

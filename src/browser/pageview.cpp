@@ -7,6 +7,8 @@
 #include "browser/pageresource.h"
 #include "browser/selectedtext.h"
 #include "browser/textcontrast.h"
+#include "pages/linkcode.h"
+#include "pages/pagepreparation.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QApplication>

@@ -3,6 +3,7 @@
 
 #include "browser/pagefiller.h"
 #include "browser/styledview.h"
+#include "pages/pagecontext.h"
 #include "pages/pagefile.h"
 #include "pages/preparedpage.h"
 

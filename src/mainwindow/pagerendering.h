@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "pages/preparedpage.h"
+#include "pages/pagecontext.h"
 
 #include <QString>
 

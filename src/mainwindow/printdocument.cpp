@@ -2,6 +2,7 @@
 #include "mainwindow/printdocument.h"
 
 #include "browser/pageresource.h"
+#include "pages/linkcode.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QFontMetricsF>

@@ -4,6 +4,7 @@
 #include "pages/elementroles.h"
 #include "pages/elementtext.h"
 #include "pages/htmltree.h"
+#include "pages/linkcode.h"
 #include "pages/links.h"
 #include "pages/markup.h"
 
@@ -13,8 +14,6 @@
 #include <utility>
 
 namespace {
-
-constexpr std::string_view HeadingAnchor = "~heading-";
 
 QString toQString(std::string_view text)
 {
@@ -27,23 +26,6 @@ std::string toStdString(const QString& text)
 }
 
 } // namespace
-
-QString linkCode(size_t number)
-{
-    return QStringLiteral("link:") + QString::number(number);
-}
-
-bool isHeadingAnchor(const QString& name)
-{
-    return name.startsWith(QLatin1StringView(HeadingAnchor.data(), qsizetype(HeadingAnchor.size())));
-}
-
-int linkNumber(const QString& code)
-{
-    bool ok = false;
-    const int number = code.startsWith(u"link:") ? QStringView(code).sliced(5).toInt(&ok) : -1;
-    return ok ? number : -1;
-}
 
 void PageWriter::write(const HtmlNode& element)
 {

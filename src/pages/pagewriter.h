@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "pages/pagecontext.h"
 #include "pages/pageoutput.h"
 #include "pages/preparedpage.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "pages/preparedpage.h"
+#include "pages/pagepreparation.h"
 
 #include "pages/faithfulwriter.h"
 #include "pages/htmltree.h"

@@ -33,6 +33,14 @@ public:
         m_timer.start(5);
     }
 
+    /// Until no box is open any more.
+    static void wait()
+    {
+        while (QApplication::activeModalWidget() != nullptr) {
+            QTest::qWait(1);
+        }
+    }
+
     QStringList said;
 
 private:
@@ -81,6 +89,7 @@ class TestFindDialog : public QObject {
             const auto before = browser->textCursor();
             const auto boxes = answers.said.size();
             byButton ? button(QStringLiteral("Find"))->click() : dialog->findNext(forward);
+            Answers::wait();
             if (answers.said.size() > boxes) {
                 return answers.said.constLast() == u"Not found: Start search from begin ?"
                            ? QStringLiteral("asked")
@@ -187,7 +196,9 @@ void TestFindDialog::failureKeepsSelection()
     viewer.dialog->findNext(true);
     viewer.dialog->setFindText(QStringLiteral("zebra"));
     viewer.dialog->findNext(true);
+    Answers::wait();
     viewer.dialog->findNext(true);
+    Answers::wait();
     QCOMPARE(answers.said.size(), 2);
     QCOMPARE(viewer.browser->textCursor().selectedText(), u"cat");
 }
@@ -197,7 +208,9 @@ void TestFindDialog::foreignTextIsPlain()
     Viewer viewer(OneMatch, QStringLiteral("<b>%1</b>"));
     Answers answers(QMessageBox::Yes);
     viewer.dialog->findNext(true);
+    Answers::wait();
     viewer.dialog->findNext(true);
+    Answers::wait();
     QCOMPARE(answers.said.constLast(), u"Not found: '<b>%1</b>' not found.");
 }
 
@@ -237,6 +250,7 @@ void TestFindDialog::marksAgreeWithFind()
             int found = 0;
             for (; answers.said.isEmpty(); ++found) {
                 viewer.dialog->findNext(true);
+                Answers::wait();
             }
             QCOMPARE(viewer.countText(), QStringLiteral("%1 of %1").arg(found - 1));
         }
@@ -249,6 +263,7 @@ void TestFindDialog::closing_data()
     QTest::newRow("Close") << 0;
     QTest::newRow("Escape") << 1;
     QTest::newRow("window") << 2;
+    QTest::newRow("window, asking") << 3;
 }
 
 void TestFindDialog::closing()
@@ -259,6 +274,12 @@ void TestFindDialog::closing()
     QSignalSpy closed(dialog, qOverload<>(&HelpFindDialog::done));
     connect(dialog, qOverload<>(&HelpFindDialog::done), dialog, &QObject::deleteLater);
     dialog->show();
+    if (way > 2) {
+        // What ends the dialog may come while a message of its own waits for an answer.
+        dialog->setFindText(QStringLiteral("zebra"));
+        dialog->findNext(true);
+        QVERIFY(QApplication::activeModalWidget() != nullptr);
+    }
     if (way == 0) {
         viewer.button(QStringLiteral("Close"))->click();
     } else if (way == 1) {
@@ -268,6 +289,7 @@ void TestFindDialog::closing()
     }
     QCOMPARE(closed.size(), 1);
     QTRY_VERIFY(dialog.isNull());
+    QCOMPARE(QApplication::activeModalWidget(), nullptr);
 }
 
 void TestFindDialog::keepsSearch()

@@ -55,18 +55,16 @@ void TestSettingsDialog::colorDialog()
     for (const bool accepted : {false, true}) {
         HelpSettings dialog(&m_parent);
         dialog.setLinkColor(Qt::red);
-        QTimer::singleShot(50, &dialog, [accepted] {
-            auto* colors = qobject_cast<QColorDialog*>(QApplication::activeModalWidget());
-            QVERIFY(colors != nullptr);
-            QCOMPARE(colors->currentColor(), QColor(Qt::red));
-            colors->setCurrentColor(Qt::green);
-            accepted ? static_cast<QDialog*>(colors)->accept() : colors->reject();
-        });
         for (auto* button : dialog.findChildren<QPushButton*>()) {
             if (button->text().isEmpty()) {
                 button->click();
             }
         }
+        auto* colors = qobject_cast<QColorDialog*>(QApplication::activeModalWidget());
+        QVERIFY(colors != nullptr);
+        QCOMPARE(colors->currentColor(), QColor(Qt::red));
+        colors->setCurrentColor(Qt::green);
+        accepted ? static_cast<QDialog*>(colors)->accept() : colors->reject();
         QCOMPARE(dialog.getLinkColor(), QColor(accepted ? Qt::green : Qt::red));
     }
 }

@@ -116,15 +116,13 @@ struct Fixture {
     std::unique_ptr<HelpMainWindow> window;
 };
 
-/// Runs `act` on the modal dialog that is opened next.
-template <typename Dialog, typename Act>
-void onDialog(Act act)
+/// The modal dialog that is open, as soon as there is one.
+template <typename Dialog>
+Dialog* openDialog()
 {
-    QTimer::singleShot(0, qApp, [act] {
-        auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-        QVERIFY(dialog != nullptr);
-        act(dialog);
-    });
+    [[maybe_unused]] const bool isOpen = QTest::qWaitFor(
+        [] { return qobject_cast<Dialog*>(QApplication::activeModalWidget()) != nullptr; });
+    return qobject_cast<Dialog*>(QApplication::activeModalWidget());
 }
 
 } // namespace
@@ -338,26 +336,30 @@ void TestWindow::foundTopics()
     f.window->findChild<QTabWidget*>()->setCurrentIndex(1);
     f.lookFor()->setText(QStringLiteral("shared"));
     QStringList rows;
-    onDialog<HelpIndexFound>([&](HelpIndexFound* dialog) {
-        auto* list = dialog->findChild<QTreeWidget*>();
-        for (int i = 0; i < list->topLevelItemCount(); ++i) {
-            const auto* row = list->topLevelItem(i);
-            rows.append(QStringList{row->text(0), row->text(1), row->text(2)}.join(u'|'));
-        }
-        dialog->reject();
-    });
     QTest::keyClick(f.lookFor(), Qt::Key_Return);
+    auto* dialog = openDialog<HelpIndexFound>();
+    QVERIFY(dialog != nullptr);
+    auto* list = dialog->findChild<QTreeWidget*>();
+    for (int i = 0; i < list->topLevelItemCount(); ++i) {
+        const auto* row = list->topLevelItem(i);
+        rows.append(QStringList{row->text(0), row->text(1), row->text(2)}.join(u'|'));
+    }
+    dialog->reject();
     QCOMPARE(rows, (QStringList{QStringLiteral("Shared|A & B|Leaf"), QStringLiteral("Shared|Beta|Other")}));
     QCOMPARE(f.page(), QStringLiteral("start"));
-    onDialog<HelpIndexFound>([](HelpIndexFound* dialog) {
-        QTest::keyClick(dialog->findChild<QTreeWidget*>(), Qt::Key_Down);
-        QTest::keyClick(dialog->findChild<QTreeWidget*>(), Qt::Key_Return);
-    });
     QTest::keyClick(f.lookFor(), Qt::Key_Return);
+    list = openDialog<HelpIndexFound>()->findChild<QTreeWidget*>();
+    QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyClick(list, Qt::Key_Return);
     QCOMPARE(f.page(), QStringLiteral("other"));
-    onDialog<HelpIndexFound>([](HelpIndexFound* dialog) { dialog->accept(); });
     QTest::keyClick(f.lookFor(), Qt::Key_Return);
+    openDialog<HelpIndexFound>()->accept();
     QCOMPARE(f.page(), QStringLiteral("leaf"));
+    // The topics of a help set go with it.
+    QTest::keyClick(f.lookFor(), Qt::Key_Return);
+    const QPointer<HelpIndexFound> open = openDialog<HelpIndexFound>();
+    f.menu("removeMenu")->actions().at(0)->trigger();
+    QTRY_VERIFY(open.isNull());
 }
 
 void TestWindow::installedMenu()
@@ -463,13 +465,11 @@ void TestWindow::addContents()
     Fixture f;
     f.open();
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    QTimer::singleShot(0, f.window.get(), [&] {
-        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-        QCOMPARE(dialog->nameFilters().constFirst(), QStringLiteral("Contents File (*.cnt)"));
-        dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(f.path("b.cnt"));
-        static_cast<QDialog*>(dialog)->accept();
-    });
     f.trigger("fileAddContentsAction");
+    auto* dialog = openDialog<QFileDialog>();
+    QCOMPARE(dialog->nameFilters().constFirst(), QStringLiteral("Contents File (*.cnt)"));
+    dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(f.path("b.cnt"));
+    static_cast<QDialog*>(dialog)->accept();
     QCOMPARE(f.page(), QStringLiteral("other"));
     QVERIFY(InstalledContents::loadInstalledFromSettings().isEmpty());
 }

@@ -3,13 +3,14 @@
 
 #include "browser/externalbrowser.h"
 #include "browser/imagewindow.h"
+#include "browser/messages.h"
 #include "browser/picturefile.h"
 #include "library/helplibrary.h"
 #include "pages/links.h"
 
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QScopedValueRollback>
+#include <QTimer>
 
 #include <utility>
 
@@ -32,6 +33,15 @@ HelpBrowser::HelpBrowser(HelpLibrary& library, QWidget* parent) : PageView(paren
 {
     connect(this, &PageView::linkActivated, this, &HelpBrowser::followLink);
     connect(this, &PageView::pictureActivated, this, [this](const QString& file) { setSource(file); });
+}
+
+HelpBrowser::~HelpBrowser()
+{
+    // They have no parent.
+    for (auto* picture : std::exchange(m_pictures, {})) {
+        picture->disconnect(this);
+        delete picture;
+    }
 }
 
 void HelpBrowser::setSource(const QString& url)
@@ -115,17 +125,14 @@ void HelpBrowser::announce()
 bool HelpBrowser::isUrlShow(const QString& url)
 {
     if (isPicture(url)) {
-        ImageWindow window(url);
-        window.setWindowIcon(this->window()->windowIcon());
-        window.exec();
+        showPicture(url);
         return true;
     }
     // A local file is never handed to another program, whatever its name.
     if (isRemoteName(url) && !QFileInfo::exists(url)) {
         if (!openInExternalBrowser(url)) {
-            QMessageBox::information(this, tr("Load help file error"),
-                                     tr("On-line Help can display local file only."), QMessageBox::Ok,
-                                     QMessageBox::NoButton);
+            openMessage(QMessageBox::Information, tr("Load help file error"),
+                        tr("On-line Help can display local file only."), this);
         }
         return true;
     }
@@ -135,6 +142,25 @@ bool HelpBrowser::isUrlShow(const QString& url)
     clearPage();
     Q_EMIT sourceEmpty(true);
     return true;
+}
+
+/// Each picture has one window, which comes after the viewer's own.
+void HelpBrowser::showPicture(const QString& file)
+{
+    QTimer::singleShot(0, this, [this, file] {
+        for (auto* picture : std::as_const(m_pictures)) {
+            if (picture->fileName() == file) {
+                picture->raise();
+                picture->activateWindow();
+                return;
+            }
+        }
+        auto* picture = new ImageWindow(file);
+        m_pictures.append(picture);
+        connect(picture, &QObject::destroyed, this, [this, picture] { m_pictures.removeOne(picture); });
+        picture->setWindowIcon(window()->windowIcon());
+        picture->show();
+    });
 }
 
 void HelpBrowser::backward()

@@ -7,6 +7,7 @@
 #include <vector>
 
 class HelpLibrary;
+class ImageWindow;
 struct HelpContentsItem;
 struct HelpIndexItem;
 
@@ -17,6 +18,7 @@ class HelpBrowser : public PageView {
 
 public:
     HelpBrowser(HelpLibrary& library, QWidget* parent);
+    ~HelpBrowser() override;
 
     /// Record of the page shown; null when none.
     [[nodiscard]] HelpContentsItem* getCurrentLink() const { return m_currentLink; }
@@ -72,6 +74,7 @@ private:
     void displayError(PageError error, const QString& url, const HelpContentsItem* item,
                       const NamedBy& namedBy);
     void displayBuiltin(const BuiltinPage& page, std::vector<RecordLink> targets);
+    void showPicture(const QString& file);
     void followLink(const QString& href);
     [[nodiscard]] const RecordLink* recordLink(const QString& href) const;
 
@@ -82,5 +85,6 @@ private:
     std::vector<Visit> m_backLinks;    ///< the most recent one is the last
     std::vector<Visit> m_forwardLinks; ///< the next page is the last
     HelpContentsItem* m_currentLink = nullptr;
+    QList<ImageWindow*> m_pictures;         ///< open windows
     HelpContentsItem* m_homeLink = nullptr; ///< first page shown since the history was last forgotten
 };

@@ -2,6 +2,7 @@
 #include "browser/helpfinddialog.h"
 
 #include "browser/helpbrowser.h"
+#include "browser/messages.h"
 #include "browser/pagematches.h"
 
 #include <QCheckBox>
@@ -9,7 +10,6 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
 
@@ -173,11 +173,14 @@ void HelpFindDialog::done(int result)
 /// One search: on from the current position; after a failure from the other end, if the user allowed that.
 void HelpFindDialog::step(bool forward)
 {
+    if (m_message != nullptr) {
+        return;
+    }
     m_browser->completePage();
     if (!m_lastSearchFailed) {
         m_lastSearchFailed = !findOn(forward);
         if (m_lastSearchFailed) {
-            m_restartAllowed = askRestart();
+            askRestart();
         }
     } else if (m_restartAllowed) {
         m_lastSearchFailed = !findFromOtherEnd(forward);
@@ -205,12 +208,12 @@ bool HelpFindDialog::findFromOtherEnd(bool forward)
     return true;
 }
 
-bool HelpFindDialog::askRestart()
+void HelpFindDialog::askRestart()
 {
-    const auto answer =
-        QMessageBox::information(messageParent(), tr("Not found"), tr("Start search from begin ?"),
-                                 QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
-    return answer == QMessageBox::Yes;
+    m_message = openMessage(QMessageBox::Information, tr("Not found"), tr("Start search from begin ?"),
+                            messageParent(), QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+    connect(m_message, &QDialog::finished, this,
+            [this](int answer) { m_restartAllowed = answer == QMessageBox::Yes; });
 }
 
 void HelpFindDialog::reportMissing()
@@ -219,10 +222,8 @@ void HelpFindDialog::reportMissing()
     if (text.size() > LongestTextShown) {
         text = text.first(LongestTextShown) + u'…';
     }
-    QMessageBox box(QMessageBox::Information, tr("Not found"), tr("'%1' not found.").arg(text),
-                    QMessageBox::Ok, messageParent());
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
+    m_message = openMessage(QMessageBox::Information, tr("Not found"), tr("'%1' not found.").arg(text),
+                            messageParent());
 }
 
 QWidget* HelpFindDialog::messageParent()

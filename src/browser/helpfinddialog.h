@@ -2,11 +2,13 @@
 #pragma once
 
 #include <QDialog>
+#include <QPointer>
 #include <QTextDocument>
 #include <QTimer>
 
 class HelpBrowser;
 class PageMatches;
+class QMessageBox;
 class QCheckBox;
 class QGridLayout;
 class QGroupBox;
@@ -66,7 +68,7 @@ private:
     void step(bool forward);
     bool findOn(bool forward);
     bool findFromOtherEnd(bool forward);
-    [[nodiscard]] bool askRestart();
+    void askRestart();
     void reportMissing();
     [[nodiscard]] QWidget* messageParent();
     [[nodiscard]] QString soughtText() const;
@@ -91,5 +93,6 @@ private:
     QPushButton* m_findButton;
     QPushButton* m_closeButton;
     PageMatches* m_matches;
+    QPointer<QMessageBox> m_message; ///< that waits for an answer
     QTimer m_refreshTimer;
 };

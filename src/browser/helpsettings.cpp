@@ -152,8 +152,8 @@ bool HelpSettings::getLinkUnderline() const
 
 void HelpSettings::slotLinkColorClicked()
 {
-    const QColor color = QColorDialog::getColor(getLinkColor());
-    if (color.isValid()) {
-        setLinkColor(color);
-    }
+    auto* colors = new QColorDialog(getLinkColor(), this);
+    colors->setAttribute(Qt::WA_DeleteOnClose);
+    connect(colors, &QColorDialog::colorSelected, this, &HelpSettings::setLinkColor);
+    colors->open();
 }

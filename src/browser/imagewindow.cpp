@@ -15,8 +15,9 @@ constexpr QSize LargestInitialSize(400, 300);
 } // namespace
 
 ImageWindow::ImageWindow(const QString& fileName)
-    : QDialog(nullptr, Qt::Dialog | Qt::WindowMaximizeButtonHint)
+    : QDialog(nullptr, Qt::Dialog | Qt::WindowMaximizeButtonHint), m_fileName(fileName)
 {
+    setAttribute(Qt::WA_DeleteOnClose);
     setModal(true);
     setWindowTitle(QString(fileName).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
 

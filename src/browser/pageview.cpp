@@ -353,25 +353,28 @@ void PageView::mouseReleaseEvent(QMouseEvent* event)
 void PageView::contextMenuEvent(QContextMenuEvent* event)
 {
     const QString href = hrefOf(QUrl(anchorAt(event->pos())));
-    QMenu menu(this);
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    // What it offers is about this page.
+    connect(this, &PageView::pageChanged, menu, &QWidget::close);
     if (!href.isEmpty()) {
-        menu.addAction(tr("&Open Link"), this, [this, href] { activateLink(href); });
-        menu.addAction(tr("Copy &Link Location"), this,
-                       [this, href] { QApplication::clipboard()->setText(linkTarget(href)); });
-        menu.addSeparator();
+        menu->addAction(tr("&Open Link"), this, [this, href] { activateLink(href); });
+        menu->addAction(tr("Copy &Link Location"), this,
+                        [this, href] { QApplication::clipboard()->setText(linkTarget(href)); });
+        menu->addSeparator();
     }
     if (const QString picture = reducedPictureAt(event->pos()); !picture.isEmpty()) {
-        menu.addAction(tr("Show &Picture"), this, [this, picture] { Q_EMIT pictureActivated(picture); });
-        menu.addSeparator();
+        menu->addAction(tr("Show &Picture"), this, [this, picture] { Q_EMIT pictureActivated(picture); });
+        menu->addSeparator();
     }
-    auto* copyAction = menu.addAction(tr("&Copy"), this, &QTextBrowser::copy);
+    auto* copyAction = menu->addAction(tr("&Copy"), this, &QTextBrowser::copy);
     copyAction->setEnabled(textCursor().hasSelection());
-    auto* selectAllAction = menu.addAction(tr("Select &All"), this, [this] {
+    auto* selectAllAction = menu->addAction(tr("Select &All"), this, [this] {
         completePage();
         selectAll();
     });
     selectAllAction->setEnabled(hasPage());
-    menu.exec(event->globalPos());
+    menu->popup(event->globalPos());
 }
 
 void PageView::keyPressEvent(QKeyEvent* event)

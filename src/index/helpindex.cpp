@@ -96,10 +96,10 @@ void HelpIndex::indexEnterPressed(int row)
         Q_EMIT pageRequested(item);
         return;
     }
-    HelpIndexFound dialog(m_library, item->group, this);
-    if (dialog.exec() == QDialog::Accepted) {
-        Q_EMIT pageRequested(dialog.getIndex());
-    }
+    auto* dialog = new HelpIndexFound(m_library, item->group, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QDialog::accepted, this, [this, dialog] { Q_EMIT pageRequested(dialog->getIndex()); });
+    dialog->open();
 }
 
 /// The keys that move the current row work while the field has the keyboard.

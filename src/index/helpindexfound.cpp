@@ -32,6 +32,8 @@ HelpIndexFound::HelpIndexFound(const HelpLibrary& library, int group, QWidget* p
     connect(m_cancelButton, &QPushButton::clicked, this, &QDialog::reject);
     connect(m_showButton, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_topicList, &QTreeWidget::itemDoubleClicked, this, &QDialog::accept);
+    // Its rows stand for entries of help sets.
+    connect(&library, &HelpLibrary::helpSetAboutToBeRemoved, this, &QDialog::reject);
     m_topicList->setFocus();
 }
 

@@ -2,13 +2,12 @@
 #include "mainwindow/fulltextsearch.h"
 
 #include "browser/helpbrowser.h"
+#include "browser/messages.h"
 #include "library/helplibrary.h"
 #include "library/helpset.h"
 #include "mainwindow/backgroundprogress.h"
 #include "search/searchpane.h"
 #include "search/searchsources.h"
-
-#include <QMessageBox>
 
 #include <algorithm>
 
@@ -159,9 +158,5 @@ void FullTextSearch::showProblems()
         lines.resize(MaximumProblems);
         lines.append(tr("… and %1 more.").arg(more));
     }
-    auto* box = new QMessageBox(QMessageBox::Information, tr("Pages that cannot be searched"),
-                                lines.join(u'\n'), QMessageBox::Ok, &m_pane);
-    box->setTextFormat(Qt::PlainText);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->open();
+    openMessage(QMessageBox::Information, tr("Pages that cannot be searched"), lines.join(u'\n'), &m_pane);
 }

@@ -319,11 +319,12 @@ void HelpMainWindow::sourceEmpty(bool value)
 
 void HelpMainWindow::fileAddContents()
 {
-    const QString fileName =
-        QFileDialog::getOpenFileName(this, {}, {}, tr("Contents File (*.cnt);;All Files (*.*)"));
-    if (!fileName.isEmpty()) {
-        insertContents(QFileInfo(fileName).canonicalFilePath());
-    }
+    auto* dialog = new QFileDialog(this, {}, {}, tr("Contents File (*.cnt);;All Files (*.*)"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    connect(dialog, &QFileDialog::fileSelected, this,
+            [this](const QString& fileName) { insertContents(QFileInfo(fileName).canonicalFilePath()); });
+    dialog->open();
 }
 
 void HelpMainWindow::fileRemoveContents(int index)
@@ -442,17 +443,19 @@ void HelpMainWindow::viewGoToolbarChanged(bool visible)
 
 void HelpMainWindow::viewSettings()
 {
-    HelpSettings dialog(this);
-    dialog.setFontFamily(m_browser->getFontFamily());
-    dialog.setFontFixedFamily(m_browser->getFontFixedFamily());
-    dialog.setLinkUnderline(m_browser->getLinkUnderline());
-    dialog.setLinkColor(m_browser->getLinkColor());
-    if (dialog.exec() == QDialog::Accepted) {
-        m_browser->setFontFamily(dialog.getFontFamily());
-        m_browser->setFontFixedFamily(dialog.getFontFixedFamily());
-        m_browser->setLinkUnderline(dialog.getLinkUnderline());
-        m_browser->setLinkColor(dialog.getLinkColor());
-    }
+    auto* dialog = new HelpSettings(this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setFontFamily(m_browser->getFontFamily());
+    dialog->setFontFixedFamily(m_browser->getFontFixedFamily());
+    dialog->setLinkUnderline(m_browser->getLinkUnderline());
+    dialog->setLinkColor(m_browser->getLinkColor());
+    connect(dialog, &QDialog::accepted, m_browser, [this, dialog] {
+        m_browser->setFontFamily(dialog->getFontFamily());
+        m_browser->setFontFixedFamily(dialog->getFontFixedFamily());
+        m_browser->setLinkUnderline(dialog->getLinkUnderline());
+        m_browser->setLinkColor(dialog->getLinkColor());
+    });
+    dialog->open();
 }
 
 void HelpMainWindow::goBack()
@@ -534,10 +537,14 @@ void HelpMainWindow::helpManual()
 
 void HelpMainWindow::helpAbout()
 {
-    QMessageBox::about(this, tr("About Quenda"),
-                       tr("<h3>Quenda %1</h3><p>An off-line help viewer for the Linux desktop.</p>"
-                          "<p>Free software under the MIT licence.<br>Built with Qt %2.</p>")
-                           .arg(QCoreApplication::applicationVersion(), QLatin1StringView(qVersion())));
+    const QString text = tr("<h3>Quenda %1</h3><p>An off-line help viewer for the Linux desktop.</p>"
+                            "<p>Free software under the MIT licence.<br>Built with Qt %2.</p>")
+                             .arg(QCoreApplication::applicationVersion(), QLatin1StringView(qVersion()));
+    auto* box = new QMessageBox(QMessageBox::NoIcon, tr("About Quenda"), text, QMessageBox::Ok, this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    const int size = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, box);
+    box->setIconPixmap(windowIcon().pixmap(size));
+    box->open();
 }
 
 bool HelpMainWindow::event(QEvent* event)

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/malformedfiles.h"
 
+#include "browser/messages.h"
+
 #include <QCoreApplication>
-#include <QMessageBox>
+#include <QTimer>
+#include <QWidget>
 
 #include <algorithm>
 
@@ -25,10 +28,8 @@ void reportMalformedFiles(const QStringList& files, QWidget* parent)
         lines.append(QCoreApplication::translate("MalformedFiles", "… and %1 more.")
                          .arg(files.size() - MaximumListed));
     }
-    auto* box = new QMessageBox(QMessageBox::Critical,
-                                QCoreApplication::translate("MalformedFiles", "Load contents error"),
-                                lines.join(u'\n'), QMessageBox::Ok, parent);
-    box->setTextFormat(Qt::PlainText);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    QMetaObject::invokeMethod(box, &QDialog::open, Qt::QueuedConnection);
+    const QString title = QCoreApplication::translate("MalformedFiles", "Load contents error");
+    QTimer::singleShot(0, parent, [parent, title, text = lines.join(u'\n')] {
+        openMessage(QMessageBox::Critical, title, text, parent);
+    });
 }

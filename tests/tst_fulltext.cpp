@@ -261,6 +261,22 @@ private Q_SLOTS:
                                      u"Own title in Book><b>Inner of <i>A"_s, u"c in Book of <i>A"_s}));
     }
 
+    /// A keyword or a row that leads to a place in a page takes the reader there.
+    void places()
+    {
+        Searched searched("== a.cnt\n:index = a.idx\nPage = d#/a.html\nRidge fold = d#/a.html#folds/ridge\n"
+                          "== a.idx\nvalley crease = d#/a.html#b/c#d\n== d#/a.html\n<p>some words");
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        for (const auto& [query, place] : {std::pair(u"ridge fold"_s, u"d#/a.html#folds/ridge"_s),
+                                           std::pair(u"valley crease"_s, u"d#/a.html#b/c#d"_s),
+                                           std::pair(u"some words"_s, u"d#/a.html"_s)}) {
+            const auto hits = searched.search(query).hits;
+            QCOMPARE(hits.size(), 1U);
+            QVERIFY2(hits[0].page.endsWith(u'/' + place), qPrintable(hits[0].page));
+            QVERIFY(hits[0].snippet.contains(u"some words"));
+        }
+    }
+
     void nearest_data()
     {
         addTexts("query", "nearest");

@@ -85,6 +85,7 @@ private Q_SLOTS:
         addRow("query", "b.html?v=1#x", "D/s/b.html#x");
         addRow("a file with a question mark", "q.html?v=1#x", "D/s/q.html?v=1#x");
         addRow("place in the page", " #x", "D/s/page.html#x");
+        addRow("file of this machine", "file://localhost/x%23.html#y", "/x#.html#y");
         addRow("the page", "", "D/s/page.html");
         addRow("a file that looks like a scheme", "std::list.html#x", "D/s/std::list.html#x");
         addRow("mail", "mailto:a@b.c?subject=x%20y", "mailto:a@b.c?subject=x%20y");
@@ -106,6 +107,17 @@ private Q_SLOTS:
             "== s/page.html\n== s/p%20q.html\n== s/p q.html.x\n== s/q.html?v=1\n== s/q.html\n"
             "== s/std::list.html\n== s/b.html\n");
         QCOMPARE(files.shortened(::resolveLink(files.first(), href)), expected);
+    }
+
+    void filesOfReferences()
+    {
+        const QString page = u"/C#/v#1/page.html"_s;
+        QCOMPARE(::resolveFile(page, u"i.png"_s), u"/C#/v#1/i.png"_s);
+        QCOMPARE(::resolveFile(page, u"../i%23.png#x/y"_s), u"/C#/i#.png"_s);
+        QCOMPARE(::resolveFile(page, u"#x"_s), page);
+        for (const auto& href : {u""_s, u"http://x/i.png"_s, u"data:image/png;base64,AA"_s}) {
+            QCOMPARE(::resolveFile(page, href), QString());
+        }
     }
 
     void kinds_data()

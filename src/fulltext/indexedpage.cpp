@@ -96,7 +96,7 @@ void PageReader::readNames(const SourcePage& page, IndexedPage& result)
     const auto add = [&](const SearchSource::Entry& entry, bool isTopic) {
         const auto name = m_source.page(entry);
         const auto text = m_source.title(entry);
-        const qsizetype anchor = anchorBegin(name);
+        const qsizetype anchor = anchorBegin(name, page.file);
         const bool isTitle = isTopic && anchor == name.size();
         addColumn(text.toUtf8().toStdString(), isTitle ? title : keywords);
         result.titleWords += isTitle ? m_words.positions() : 0;

@@ -27,6 +27,7 @@ struct SearchRequest {
 /// A page that was found. All texts are plain text, whatever characters they have.
 struct SearchHit {
     QString page;  ///< absolute path, with the anchor when a keyword or title leads to a place in the page
+    QString file;  ///< the same without the anchor
     QString title; ///< as the contents call the page, else the page itself; never empty
     QString contentsFile;         ///< absolute path, as it was given
     QString helpSet;              ///< title of the help set

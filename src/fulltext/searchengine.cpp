@@ -40,7 +40,7 @@ int topicOf(const SearchSource& source, const SourcePage& page)
 {
     const auto whole = std::find_if(page.topics.begin(), page.topics.end(), [&](int topic) {
         const auto name = source.page(source.topics()[size_t(topic)]);
-        return anchorBegin(name) == name.size();
+        return anchorBegin(name, page.file) == name.size();
     });
     return whole != page.topics.end() ? *whole : page.topics.empty() ? -1 : page.topics.front();
 }
@@ -283,8 +283,9 @@ SearchHit SearchEngine::describe(const Hit& hit, const SearchIndex::Page& page)
     if (topic >= 0) {
         const auto& entry = source.topics()[size_t(topic)];
         const auto name = source.page(entry);
-        const bool isWhole = anchorBegin(name) == name.size();
-        result.page = name.first(anchorBegin(name)).toString();
+        const qsizetype anchor = anchorBegin(name, page.file);
+        const bool isWhole = anchor == name.size();
+        result.page = name.first(anchor).toString();
         result.path = pathOf(source, topic);
         if (isWhole || result.title.isEmpty()) {
             result.title = lineOf(source.title(entry).toString());
@@ -293,6 +294,7 @@ SearchHit SearchEngine::describe(const Hit& hit, const SearchIndex::Page& page)
     if (result.title.isEmpty()) {
         result.title = result.page.sliced(result.page.lastIndexOf(u'/') + 1);
     }
+    result.file = result.page;
     result.page += QString::fromStdString(hit.anchor);
     return result;
 }
@@ -312,8 +314,7 @@ bool SearchEngine::addSnippets(const SearchQuery& query, SearchAnswer& answer,
             isLate = true;
             early();
         }
-        const QString file = hit.page.first(anchorBegin(hit.page));
-        auto snippet = makeSnippet(textOf(file), hit.isEnglish ? english : plain);
+        auto snippet = makeSnippet(textOf(hit.file), hit.isEnglish ? english : plain);
         hit.snippet = std::move(snippet.text);
         hit.marks = std::move(snippet.marks);
     }

@@ -28,10 +28,16 @@ std::optional<FileState> stateOf(const QString& file)
 
 } // namespace
 
-qsizetype anchorBegin(QStringView name)
+qsizetype anchorBegin(QStringView name, QStringView file)
 {
-    const qsizetype hash = name.indexOf(u'#', name.lastIndexOf(u'/') + 1);
-    return hash < 0 ? name.size() : hash;
+    if (name.startsWith(file)) {
+        const bool hasAnchor = name.size() > file.size() && name.at(file.size()) == u'#';
+        if (hasAnchor || name.size() == file.size()) {
+            return file.size();
+        }
+    }
+    const auto location = locatePage(name.toString());
+    return location.anchor.isEmpty() ? name.size() : name.size() - location.anchor.size() - 1;
 }
 
 SourcePages::SourcePages(const SearchSource& source, const std::stop_token& stop)
@@ -58,7 +64,8 @@ const SourcePage* SourcePages::find(const QString& file) const
 /// Without its anchor the name is nearly always that of a file.
 int SourcePages::pageOf(QStringView name)
 {
-    const QString guess = name.first(anchorBegin(name)).toString();
+    const qsizetype hash = name.indexOf(u'#', name.lastIndexOf(u'/') + 1);
+    const QString guess = name.first(hash < 0 ? name.size() : hash).toString();
     const auto known = m_positions.constFind(guess);
     if (known != m_positions.cend() && *known >= 0) {
         return *known;

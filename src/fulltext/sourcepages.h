@@ -36,5 +36,6 @@ private:
     QHash<QString, int> m_positions; ///< of names without their anchors; -1 when there is no such file
 };
 
-/// Where the anchor of a page's name begins; its size when it has none.
-[[nodiscard]] qsizetype anchorBegin(QStringView name);
+/// Where the anchor, with its "#", begins in the name of a page of this file; the name's size when it has
+/// none.
+[[nodiscard]] qsizetype anchorBegin(QStringView name, QStringView file);

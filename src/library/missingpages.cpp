@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "library/missingpages.h"
 
+#include "formats/pagelocation.h"
 #include "formats/paths.h"
 #include "formats/regularfile.h"
 #include "library/helplibrary.h"
@@ -27,13 +28,7 @@ public:
 private:
     bool exists(const QString& page)
     {
-        // From the right: files and directories may have a "#" in their names, too.
-        for (qsizetype hash = page.lastIndexOf(u'#'); hash > 0; hash = page.lastIndexOf(u'#', hash - 1)) {
-            if (isPage(page.first(hash))) {
-                return true;
-            }
-        }
-        return isPage(page);
+        return splitPageName(page, [this](const QString& file) { return isPage(file); }).has_value();
     }
 
     /// A directory with an index.html counts, as the viewer shows that file.

@@ -43,6 +43,41 @@ QString existingFile(const QString& dir, QStringView path)
     return query < 0 ? preferred : absoluteIn(dir, decoded(path.first(query)));
 }
 
+struct Target {
+    QString file;   ///< absolute path, or what the link says when it leads to none
+    QString anchor; ///< with "#"; null for none
+};
+
+Target resolve(const QString& pageFile, const QString& href)
+{
+    const QString dir = extractRightDir(pageFile);
+    const QStringView trimmed = QStringView(href).trimmed();
+    if (hasRemotePrefix(trimmed)) {
+        return {href, {}};
+    }
+    if (trimmed.startsWith(u"//")) {
+        return {QStringLiteral("https:") + trimmed, {}};
+    }
+    if (trimmed.startsWith(u"file:", Qt::CaseInsensitive)) {
+        const QUrl url(trimmed.toString());
+        const bool isHere = url.host().isEmpty() || url.host() == u"localhost";
+        return {isHere ? absoluteIn(dir, url.path(QUrl::FullyDecoded)) : href,
+                isHere && url.hasFragment() ? u'#' + url.fragment(QUrl::FullyDecoded) : QString()};
+    }
+    const qsizetype hash = trimmed.indexOf(u'#');
+    const QStringView path = hash < 0 ? trimmed : trimmed.first(hash);
+    const QString anchor = hash < 0 ? QString() : decoded(trimmed.sliced(hash));
+    if (path.isEmpty()) {
+        return {pageFile, anchor};
+    }
+    const QString file = existingFile(dir, path);
+    // A file may look like a scheme ("std::list.html"); one that exists wins.
+    if (!foreignScheme(href).isEmpty() && !isRegularFile(file)) {
+        return {href, {}};
+    }
+    return {file, anchor};
+}
+
 } // namespace
 
 bool isRemoteName(const QString& name)
@@ -64,29 +99,12 @@ QString foreignScheme(const QString& name)
 
 QString resolveLink(const QString& pageFile, const QString& href)
 {
-    const QString dir = extractRightDir(pageFile);
-    const QStringView trimmed = QStringView(href).trimmed();
-    if (hasRemotePrefix(trimmed)) {
-        return href;
-    }
-    if (trimmed.startsWith(u"//")) {
-        return QStringLiteral("https:") + trimmed;
-    }
-    if (trimmed.startsWith(u"file:", Qt::CaseInsensitive)) {
-        const QUrl url(trimmed.toString());
-        const QString anchor = url.hasFragment() ? u'#' + url.fragment(QUrl::FullyDecoded) : QString();
-        return url.host().isEmpty() ? absoluteIn(dir, url.path(QUrl::FullyDecoded)) + anchor : href;
-    }
-    const qsizetype hash = trimmed.indexOf(u'#');
-    const QStringView path = hash < 0 ? trimmed : trimmed.first(hash);
-    const QString anchor = hash < 0 ? QString() : decoded(trimmed.sliced(hash));
-    if (path.isEmpty()) {
-        return pageFile + anchor;
-    }
-    const QString file = existingFile(dir, path);
-    // A file may look like a scheme ("std::list.html"); one that exists wins.
-    if (!foreignScheme(href).isEmpty() && !isRegularFile(file)) {
-        return href;
-    }
-    return file + anchor;
+    const auto target = resolve(pageFile, href);
+    return target.file + target.anchor;
+}
+
+QString resolveFile(const QString& pageFile, const QString& href)
+{
+    const QString file = href.isEmpty() ? QString() : resolve(pageFile, href).file;
+    return file.startsWith(u'/') ? file : QString();
 }

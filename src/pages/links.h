@@ -14,3 +14,7 @@
 /// path with percent escapes decoded, "#anchor" included. Links with a scheme other than "file" come back as
 /// they are.
 [[nodiscard]] QString resolveLink(const QString& pageFile, const QString& href);
+
+/// The local file that a reference of a page means, such as the source of a picture: its absolute path
+/// without the anchor; empty when it means none.
+[[nodiscard]] QString resolveFile(const QString& pageFile, const QString& href);

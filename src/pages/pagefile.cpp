@@ -65,12 +65,10 @@ PageLocation locatePage(const QString& name)
     if (isRegularFile(name) || !name.contains(u'#')) {
         return {withIndexPage(name), {}};
     }
-    // From the right: directories may have a "#" in their names, too.
-    for (qsizetype hash = name.lastIndexOf(u'#'); hash > 0; hash = name.lastIndexOf(u'#', hash - 1)) {
-        const QString file = withIndexPage(name.first(hash));
-        if (isRegularFile(file)) {
-            return {file, name.sliced(hash + 1)};
-        }
+    const auto found =
+        splitPageName(name, [](const QString& file) { return isRegularFile(withIndexPage(file)); });
+    if (found) {
+        return {withIndexPage(found->file), found->anchor};
     }
     const qsizetype hash = anchorPosition(name);
     return hash < 0 ? PageLocation{withIndexPage(name), {}}

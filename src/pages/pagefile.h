@@ -1,15 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "formats/pagelocation.h"
 #include "formats/result.h"
 
 #include <QString>
-
-/// Where a page name leads: the file to open and the place in it.
-struct PageLocation {
-    QString file;
-    QString anchor; ///< without "#"; empty for the top of the page
-};
 
 /// Splits a page name at its "#", unless a file has that very name. A directory with an index.html means that
 /// file.

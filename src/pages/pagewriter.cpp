@@ -113,8 +113,7 @@ void PageWriter::keepAnchors(const HtmlNode& element)
 
 QString PageWriter::localFile(std::string_view name) const
 {
-    const QString target = name.empty() ? QString() : resolveLink(m_page.base, toQString(name));
-    return target.startsWith(u'/') ? target.section(u'#', 0, 0) : QString();
+    return resolveFile(m_page.base, toQString(name));
 }
 
 int PageWriter::widthOf(const HtmlNode& picture) const

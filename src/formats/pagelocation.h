@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+/// Where the name of a page leads: a file and a place in it. Names are "FILE" or "FILE#ANCHOR", and files,
+/// folders and anchors may have "#" in their names themselves; anchors "/", too.
+struct PageLocation {
+    QString file;
+    QString anchor; ///< without "#"; empty for the top of the page
+};
+
+/// Splits a name where `isFile` accepts what stands before the anchor: all of the name, else the longest
+/// part of it; none when it accepts no part.
+template <typename IsFile>
+[[nodiscard]] std::optional<PageLocation> splitPageName(const QString& name, IsFile isFile)
+{
+    if (isFile(name)) {
+        return PageLocation{name, {}};
+    }
+    for (qsizetype hash = name.lastIndexOf(u'#'); hash > 0; hash = name.lastIndexOf(u'#', hash - 1)) {
+        if (isFile(name.first(hash))) {
+            return PageLocation{name.first(hash), name.sliced(hash + 1)};
+        }
+    }
+    return std::nullopt;
+}

@@ -110,6 +110,11 @@ private Q_SLOTS:
         QVERIFY(QFile::remove(list[0]) && QFile::remove(list[3]));
         QVERIFY(dropVanishedContents().isEmpty());
         QCOMPARE(storedLine(files), u""_s);
+        // A link to itself leads nowhere, but neither can it be told that nothing is there.
+        QVERIFY(QFile::link(list[0], list[0]));
+        saveInstalledToSettings({list[3], list[0]});
+        QCOMPARE(dropVanishedContents(), QStringList{list[0]});
+        QCOMPARE(storedLine(files), u"D/a.cnt"_s);
     }
 
 private:

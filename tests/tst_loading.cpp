@@ -185,6 +185,29 @@ private Q_SLOTS:
         QVERIFY(f.library.findRow(f.files.path(u"p/page7.html"_s)) != nullptr);
     }
 
+    /// An answer is due to what was asked for last, and to who has no page at all.
+    void whatWasAskedForIsShown()
+    {
+        Fixture f(set('a', 10) + '\n' + set('b', 10) + '\n' + hugeSet());
+        f.load("b.cnt");
+        f.load("huge.cnt");
+        f.browser().setSource(f.files.path(u"a.html"_s));
+        QVERIFY(f.library.isBusy());
+        f.window.showInstalled(f.files.path(u"b.cnt"_s));
+        QTRY_VERIFY_WITH_TIMEOUT(!f.library.isBusy(), 60'000);
+        QCOMPARE(f.page(), u"page b"_s);
+        f.load("huge.cnt");
+        QVERIFY(f.library.isBusy());
+        auto* removal = f.window.findChild<QMenu*>(u"removeMenu"_s);
+        while (!removal->actions().isEmpty()) {
+            removal->actions().at(0)->trigger();
+        }
+        QVERIFY(!f.browser().hasPage() && f.library.isBusy());
+        QTRY_VERIFY_WITH_TIMEOUT(!f.library.isBusy(), 60'000);
+        QCOMPARE(f.page(), u"page a"_s);
+        QVERIFY(f.window.findChild<QAction*>(u"editFindAction"_s)->isEnabled());
+    }
+
     void openFilesAreKeptWhenClosedTooEarly()
     {
         const TemporaryFiles files(hugeSet());

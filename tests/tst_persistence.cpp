@@ -4,9 +4,12 @@
 #include "mainwindow/helpmainwindow.h"
 #include "testfiles.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QDockWidget>
 #include <QSettings>
 #include <QTest>
+#include <QToolBar>
 
 namespace {
 
@@ -78,8 +81,11 @@ private Q_SLOTS:
     void garbage();
     void damagedGeometry_data();
     void damagedGeometry();
+    void largerThanTheScreen();
+    void panesComeBack();
     void lastPageComesBack();
     void nothingOpen();
+    void openFilesThatCannotBeOpened();
 };
 
 void TestPersistence::init()
@@ -178,7 +184,7 @@ void TestPersistence::garbage_data()
         for (const auto* key :
              {"fontName", "fontSize", "fontFixedName", "readingView", "linkUnderline", "linkColor",
               "linkColorChosen", "geometry\\x", "geometry\\y", "geometry\\w", "geometry\\h", "dockGeometry",
-              "contents", "contentsInstalled", "session\\page", "session\\scroll"}) {
+              "panes", "panesWidth", "contents", "contentsInstalled", "session\\page", "session\\scroll"}) {
             lines += QByteArray(key) + '=' + value + '\n';
         }
         QTest::addRow("%s in every key", name) << lines;
@@ -228,6 +234,42 @@ void TestPersistence::damagedGeometry()
     QVERIFY(screen.intersects(run.window.geometry()));
 }
 
+/// A window from a larger screen takes all of a smaller one.
+void TestPersistence::largerThanTheScreen()
+{
+    writeStore("geometry\\w=5000\ngeometry\\h=300\n");
+    const Run run;
+    const QSize screen = run.window.screen()->availableGeometry().size();
+    QVERIFY(run.window.width() <= screen.width() && run.window.width() > screen.width() - 20);
+    QCOMPARE(run.window.height(), 300);
+}
+
+void TestPersistence::panesComeBack()
+{
+    const auto dock = [](Run& run) { return run.window.findChild<QDockWidget*>(); };
+    const auto toolBar = [](Run& run) { return run.window.findChild<QToolBar*>(); };
+    {
+        Run run;
+        run.window.resize(800, 500);
+        run.window.resizeDocks({dock(run)}, {333}, Qt::Horizontal);
+        QTRY_COMPARE(dock(run)->width(), 333);
+        run.window.findChild<QAction*>(QStringLiteral("viewGoToolbarAction"))->trigger();
+    }
+    {
+        Run run;
+        QTRY_COMPARE(dock(run)->width(), 333);
+        QVERIFY(dock(run)->isVisible() && !toolBar(run)->isVisible());
+        QVERIFY(!run.window.findChild<QAction*>(QStringLiteral("viewGoToolbarAction"))->isChecked());
+        run.window.findChild<QAction*>(QStringLiteral("viewContentsAction"))->trigger();
+    }
+    Run run;
+    QVERIFY(!dock(run)->isVisible() && !toolBar(run)->isVisible());
+    run.window.findChild<QAction*>(QStringLiteral("goSyncAction"))->setEnabled(true);
+    run.window.findChild<QAction*>(QStringLiteral("goSyncAction"))->trigger();
+    QVERIFY(dock(run)->isVisible());
+    QTRY_COMPARE(dock(run)->width(), 333);
+}
+
 void TestPersistence::lastPageComesBack()
 {
     TemporaryFiles files(
@@ -246,6 +288,8 @@ void TestPersistence::lastPageComesBack()
         Run run;
         QVERIFY(run.browser().toPlainText().startsWith(QStringLiteral("Long")));
         QTRY_COMPARE(run.browser().place(), place);
+        run.window.findChild<QAction*>(QStringLiteral("goSyncAction"))->trigger();
+        QCOMPARE(run.browser().place(), place);
     }
     files.write(QStringLiteral("a.cnt"), ":title=A\nFirst=first.html\n");
     const Run run;
@@ -258,6 +302,40 @@ void TestPersistence::nothingOpen()
         const Run run;
     }
     QVERIFY(readStore().contains("contents="));
+}
+
+/// Names of which none could be opened change nothing, and what is out of reach is tried again.
+void TestPersistence::openFilesThatCannotBeOpened()
+{
+    const TemporaryFiles files("== a.cnt\nA=a.html\n== a.html\n<p>a</p>");
+    const QString loop = files.path(QStringLiteral("loop.cnt"));
+    QVERIFY(QFile::link(loop, loop));
+    const QStringList open{files.first(), loop};
+    QSettings().setValue(QStringLiteral("HelpMainWindow/contents"), open);
+    const auto stored = [] {
+        return QSettings().value(QStringLiteral("HelpMainWindow/contents")).toStringList();
+    };
+    {
+        HelpLibrary library;
+        HelpMainWindow window(library);
+        const QString missing = files.path(QStringLiteral("no.cnt"));
+        QCOMPARE(window.insertContents(missing),
+                 u'\'' + missing + QStringLiteral("' cannot be opened: no such file."));
+        window.show();
+        auto* view = window.findChild<HelpBrowser*>();
+        const QImage told = view->grab().toImage();
+        HelpMainWindow other(library);
+        other.resize(window.size());
+        other.show();
+        QVERIFY(told != other.findChild<HelpBrowser*>()->grab().toImage());
+        other.setPersistent(false);
+    }
+    QCOMPARE(stored(), open);
+    {
+        Run run;
+        QCOMPARE(run.library.roots().size(), size_t(1));
+    }
+    QCOMPARE(stored(), open);
 }
 
 QTEST_MAIN(TestPersistence)

@@ -393,6 +393,12 @@ void TestReadingView::stoppingALongPage()
     f.browser.stopFilling();
     QTest::qWait(50);
     QCOMPARE_LT(f.browser.toPlainText().size(), length + 100);
+    // Other settings set the text again, as much of it as there is.
+    f.browser.setLinkColor(Qt::red);
+    QCOMPARE_LT(f.browser.toPlainText().size(), length + 100);
+    QTest::qWait(50);
+    QVERIFY(!f.browser.isFilling());
+    QCOMPARE_LT(f.browser.toPlainText().size(), length + 100);
     QTest::keyClick(&f.browser, Qt::Key_Backtab);
     QTest::keyClick(&f.browser, Qt::Key_Return);
     f.browser.completePage();

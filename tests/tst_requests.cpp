@@ -95,6 +95,7 @@ private Q_SLOTS:
         for (const auto& process : viewers) {
             QCOMPARE(process->state(), QProcess::Running);
             QCOMPARE(process->readAllStandardOutput(), QByteArray());
+            QVERIFY(process->readAllStandardError().contains("' cannot be opened: no such file.\n"));
             process->kill();
             process->waitForFinished();
         }

@@ -8,11 +8,13 @@
 #include "testfiles.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDockWidget>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPointer>
 #include <QProgressBar>
 #include <QRegularExpression>
 #include <QScrollBar>
@@ -337,6 +339,18 @@ private Q_SLOTS:
         w.searchFor(u"bean"_s);
         QVERIFY(!dialog->isVisible());
         QTRY_COMPARE(w.browser->extraSelections().size(), 3);
+
+        // Return before the answer is there, which then comes while a message of the find dialog is open.
+        w.field->setText(u"counters"_s);
+        QTest::keyClick(w.field, Qt::Key_Return);
+        w.window.findChild<QAction*>(u"editFindAction"_s)->trigger();
+        const QPointer<HelpFindDialog> asking = w.window.findChild<HelpFindDialog*>();
+        asking->setFindText(u"zebra"_s);
+        asking->findNext(true);
+        QVERIFY(QApplication::activeModalWidget() != nullptr);
+        QTRY_VERIFY(asking.isNull());
+        QCOMPARE(QApplication::activeModalWidget(), nullptr);
+        QTRY_COMPARE(w.selected(), u"counters"_s);
         w.browser->setSource(w.files.path(u"a1.html"_s));
         QVERIFY(w.browser->extraSelections().isEmpty() && !w.count->isVisible());
         w.browser->backward();

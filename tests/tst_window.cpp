@@ -22,6 +22,7 @@
 #include <QPushButton>
 #include <QSettings>
 #include <QStatusBar>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
@@ -120,8 +121,8 @@ struct Fixture {
 template <typename Dialog>
 Dialog* openDialog()
 {
-    [[maybe_unused]] const bool isOpen = QTest::qWaitFor(
-        [] { return qobject_cast<Dialog*>(QApplication::activeModalWidget()) != nullptr; });
+    [[maybe_unused]] const bool isOpen =
+        QTest::qWaitFor([] { return qobject_cast<Dialog*>(QApplication::activeModalWidget()) != nullptr; });
     return qobject_cast<Dialog*>(QApplication::activeModalWidget());
 }
 
@@ -137,12 +138,17 @@ private Q_SLOTS:
     void clicksAndKeysInTheTree();
     void upAndSynchronize();
     void synchronizeKeepsThePlace();
+    void clicksBesideRows();
+    void floatingPanes();
+    void exportAsksBeforeReplacing();
     void removeContents();
     void sameFileTwice();
     void malformedFiles();
     void index();
     void foundTopics();
     void installedMenu();
+    void fileOutOfReach();
+    void longNamesInMenus();
     void showInstalled();
     void defaultLoad_data();
     void defaultLoad();
@@ -244,9 +250,54 @@ void TestWindow::synchronizeKeepsThePlace()
     f.open();
     f.load("a.cnt");
     f.browser()->setSource(f.path("a3.html#there"));
+    auto* tabs = f.window->findChild<QTabWidget*>();
+    tabs->setCurrentIndex(1);
     f.trigger("goSyncAction");
+    QCOMPARE(tabs->currentIndex(), 0);
     QCOMPARE(f.row(), QStringLiteral("Leaf"));
     QCOMPARE(f.files.shortened(f.browser()->getCurrentLink()->page()), QStringLiteral("D/a3.html#there"));
+    f.files.write(QStringLiteral("a2.html"), QByteArray("<p>line</p>").repeated(200));
+    f.browser()->setSource(f.path("a2.html"));
+    f.browser()->setPlace(500);
+    const int place = f.browser()->place();
+    QVERIFY(place > 400);
+    f.trigger("goSyncAction");
+    QCOMPARE(f.row(), QStringLiteral("Book"));
+    QCOMPARE(f.browser()->place(), place);
+}
+
+/// Rows are what clicks are about, and what the status bar says of them stays with them.
+void TestWindow::clicksBesideRows()
+{
+    Fixture f;
+    f.open();
+    f.load("a.cnt");
+    for (QAbstractItemView* view :
+         {static_cast<QAbstractItemView*>(f.tree()), static_cast<QAbstractItemView*>(f.keywords())}) {
+        f.window->findChild<QTabWidget*>()->setCurrentIndex(view == f.tree() ? 0 : 1);
+        const QPoint row = view->visualRect(view->model()->index(1, 0)).center();
+        QTest::mouseMove(view->viewport(), row + QPoint(1, 0));
+        QTest::mouseMove(view->viewport(), row);
+        const QString hovered = f.window->statusBar()->currentMessage();
+        QVERIFY(!hovered.isEmpty());
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, row);
+        QCOMPARE(f.window->statusBar()->currentMessage(), hovered);
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {},
+                          view->viewport()->rect().bottomLeft() + QPoint(5, -5));
+        QCOMPARE(view->selectionModel()->selectedIndexes(), QModelIndexList{view->currentIndex()});
+        QCOMPARE(view->currentIndex().row(), 1);
+    }
+}
+
+void TestWindow::floatingPanes()
+{
+    Fixture f;
+    f.open();
+    auto* dock = f.window->findChild<QDockWidget*>();
+    dock->setFloating(true);
+    dock->resize(60, 300);
+    auto* bar = dock->findChild<QTabBar*>();
+    QTRY_VERIFY(dock->width() >= bar->sizeHint().width());
 }
 
 void TestWindow::removeContents()
@@ -263,6 +314,10 @@ void TestWindow::removeContents()
     QCOMPARE(f.page(), QStringLiteral("other"));
     QCOMPARE(f.window->windowTitle(), QStringLiteral("On-line Help: Beta"));
     QVERIFY(!f.action("goBackAction")->isEnabled());
+    f.load("a.cnt");
+    f.menu("removeMenu")->actions().at(0)->trigger();
+    f.browser()->setSource(f.path("a3.html"));
+    QVERIFY(f.action("goUpAction")->isEnabled());
     f.menu("removeMenu")->actions().at(0)->trigger();
     QVERIFY(!f.menu("removeMenu")->isEnabled());
     QCOMPARE(f.enabled(), QString());
@@ -299,6 +354,11 @@ void TestWindow::malformedFiles()
     QCOMPARE(f.files.shortened(box->text()), QStringLiteral("'D/bad.cnt' not a contents file."));
     box->button(QMessageBox::Ok)->click();
     QCOMPARE(f.library.topRows().size(), size_t(1));
+    f.files.write(QStringLiteral("twice.cnt"), "One=bad.cnt\nTwo=bad.cnt\n");
+    f.load("twice.cnt");
+    QCOMPARE(f.files.shortened(openDialog<QMessageBox>()->text()),
+             QStringLiteral("'D/bad.cnt' not a contents file."));
+    openDialog<QMessageBox>()->button(QMessageBox::Ok)->click();
 }
 
 void TestWindow::index()
@@ -383,6 +443,50 @@ void TestWindow::installedMenu()
     QCOMPARE(f.page(), QStringLiteral("other"));
     QCOMPARE(f.row(), QStringLiteral("Other"));
     QVERIFY(!f.action("goBackAction")->isEnabled());
+}
+
+/// What cannot be examined is still offered, and says why it does not open.
+void TestWindow::fileOutOfReach()
+{
+    Fixture f;
+    const QString loop = f.path("loop.cnt");
+    QVERIFY(QFile::link(loop, loop));
+    InstalledContents::saveInstalledToSettings({loop});
+    f.open();
+    QVERIFY(f.menu("installedMenu")->isEnabled());
+    f.menu("installedMenu")->actions().at(0)->trigger();
+    auto* box = openDialog<QMessageBox>();
+    QVERIFY(box != nullptr);
+    QVERIFY(box->text().contains(loop) && box->text().contains(QStringLiteral("not readable")));
+    box->button(QMessageBox::Ok)->click();
+    f.window->showInstalled(f.path("nowhere.cnt"));
+    QCOMPARE(QApplication::activeModalWidget(), nullptr);
+}
+
+/// Two help sets without titles in one folder with a long name look different.
+void TestWindow::longNamesInMenus()
+{
+    Fixture f;
+    const QString folder = QStringLiteral("folder/").repeated(20);
+    for (const auto* name : {"one.cnt", "two.cnt"}) {
+        f.files.write(folder + QLatin1StringView(name), "Row=a1.html");
+        InstalledContents::installContents(f.path(qPrintable(folder + QLatin1StringView(name))));
+    }
+    f.open();
+    auto* menu = f.menu("installedMenu");
+    menu->popup({});
+    QCOMPARE(menu->actions().size(), 2);
+    QVERIFY(menu->width() < 700);
+    for (auto* entry : menu->actions()) {
+        QVERIFY(f.files.names().contains(QString(entry->text()).remove(f.path("."))) ||
+                entry->text().endsWith(QStringLiteral(".cnt")));
+        QVERIFY(entry->text().size() > 140 && entry->toolTip().contains(entry->text()));
+    }
+    const auto looks = [menu](int entry) {
+        return menu->grab(menu->actionGeometry(menu->actions().at(entry)));
+    };
+    QVERIFY(looks(0).toImage() != looks(1).toImage());
+    menu->close();
 }
 
 void TestWindow::showInstalled()
@@ -472,6 +576,36 @@ void TestWindow::addContents()
     static_cast<QDialog*>(dialog)->accept();
     QCOMPARE(f.page(), QStringLiteral("other"));
     QVERIFY(InstalledContents::loadInstalledFromSettings().isEmpty());
+}
+
+/// The dialog adds the suffix, so it cannot tell that a file of the whole name exists.
+void TestWindow::exportAsksBeforeReplacing()
+{
+    Fixture f;
+    f.open();
+    f.load("a.cnt");
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    const QString precious = f.files.write(QStringLiteral("precious.pdf"), "precious");
+    const auto answer = [&](QMessageBox::StandardButton button) {
+        auto* dialog = openDialog<QFileDialog>();
+        dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(f.path("precious"));
+        static_cast<QDialog*>(dialog)->accept();
+        auto* box = openDialog<QMessageBox>();
+        QVERIFY(box->text().contains(precious));
+        box->button(button)->click();
+    };
+    const auto content = [&] {
+        QFile file(precious);
+        return file.open(QIODevice::ReadOnly) ? file.read(5) : QByteArray();
+    };
+    f.trigger("fileExportAction");
+    answer(QMessageBox::No);
+    QCOMPARE(content(), QByteArray("preci"));
+    answer(QMessageBox::Yes);
+    QCOMPARE(content(), QByteArray("%PDF-"));
+    f.trigger("fileExportAction");
+    static_cast<QDialog*>(openDialog<QFileDialog>())->reject();
+    QCOMPARE(QApplication::activeModalWidget(), nullptr);
 }
 
 /// The submenu lists the headings of the page shown, as plain text.

@@ -121,7 +121,10 @@ int runViewer(int argc, char* argv[])
         window.loadDefault();
     } else {
         for (int i = 1; i < argc; ++i) {
-            window.insertContents(absoluteFileNameArgument(argv[i]));
+            const QString problem = window.insertContents(absoluteFileNameArgument(argv[i]));
+            if (!problem.isEmpty()) {
+                complain(problem);
+            }
             window.gotoFirstPage();
         }
     }

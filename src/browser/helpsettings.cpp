@@ -7,6 +7,7 @@
 #include <QFontDatabase>
 #include <QGridLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
 
 namespace {
@@ -14,6 +15,21 @@ namespace {
 constexpr int DialogMargin = 8;      // pixels
 constexpr int Spacing = 4;           // pixels
 constexpr int FamilyNameLength = 24; // characters that a font list shows at least
+
+/// Its face is of exactly the colour of its palette's button, which styles make lighter or darker.
+class ColorButton : public QPushButton {
+public:
+    using QPushButton::QPushButton;
+
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        constexpr int frame = 4; // pixels
+        QPushButton::paintEvent(event);
+        QPainter(this).fillRect(rect().adjusted(frame, frame, -frame, -frame),
+                                palette().color(QPalette::Active, QPalette::Button));
+    }
+};
 
 void fill(QComboBox& combo, const QStringList& families)
 {
@@ -42,7 +58,7 @@ void select(QComboBox& combo, const QString& family)
 HelpSettings::HelpSettings(QWidget* parent)
     : QDialog(parent), m_fontLabel(new QLabel(tr("Font:"), this)), m_fontCombo(new QComboBox(this)),
       m_fontFixedLabel(new QLabel(tr("Font fixed:"), this)), m_fontFixedCombo(new QComboBox(this)),
-      m_linkColorLabel(new QLabel(tr("Link color:"), this)), m_linkColorButton(new QPushButton(this)),
+      m_linkColorLabel(new QLabel(tr("Link color:"), this)), m_linkColorButton(new ColorButton(this)),
       m_underlineCheck(new QCheckBox(tr("Underline links"), this)),
       m_okButton(new QPushButton(tr("Ok"), this)), m_cancelButton(new QPushButton(tr("Cancel"), this))
 {

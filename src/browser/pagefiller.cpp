@@ -57,15 +57,13 @@ void PageFiller::complete()
     }
 }
 
-void PageFiller::stop(const QString& html)
+qsizetype PageFiller::stop(const QString& html)
 {
-    if (isComplete()) {
-        return;
-    }
     m_timer.stop();
     m_html.clear();
     m_next = m_ends.size();
     append(html);
+    return m_begin;
 }
 
 QString PageFiller::takeUntil(qsizetype end)

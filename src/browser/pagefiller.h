@@ -24,8 +24,9 @@ public:
     bool addPart();
     /// Adds all that is left.
     void complete();
-    /// Leaves out what is left and ends the page with `html`.
-    void stop(const QString& html);
+    /// Leaves out what is left of an incomplete page and ends it with `html`; returns how much of its HTML is
+    /// shown.
+    qsizetype stop(const QString& html);
     [[nodiscard]] bool isComplete() const { return m_next == m_ends.size(); }
 
 Q_SIGNALS:

@@ -48,7 +48,24 @@ PageView::PageView(QWidget* parent) : StyledView(parent)
 
 void PageView::linkHighlighted(const QString& href)
 {
-    Q_EMIT linkHovered(href.isEmpty() ? QString() : linkTarget(href));
+    hoverLink(href.isEmpty() ? QString() : linkTarget(href));
+}
+
+void PageView::hoverLink(const QString& target)
+{
+    m_isLinkHovered = !target.isEmpty();
+    Q_EMIT linkHovered(target);
+}
+
+/// The base class tells of links under the pointer only.
+bool PageView::focusNextPrevChild(bool next)
+{
+    const bool isMoved = StyledView::focusNextPrevChild(next);
+    const QString href = hrefOf(QUrl(textCursor().charFormat().anchorHref()));
+    if (isMoved && hasFocus() && !href.isEmpty()) {
+        linkHighlighted(href);
+    }
+    return isMoved;
 }
 
 /// The target of a link as the page wrote it; empty for none.
@@ -80,8 +97,16 @@ void PageView::showWholePage()
 
 void PageView::stopFilling()
 {
-    auto& links = m_page.prepared.links;
-    m_filler.stop(PageBudget::wholePageNotice(tr("The rest of the page was not loaded."), links));
+    if (!isFilling()) {
+        return;
+    }
+    auto& prepared = m_page.prepared;
+    const QString notice =
+        PageBudget::wholePageNotice(tr("The rest of the page was not loaded."), prepared.links);
+    // What is left out stays so when the text is set again.
+    const qsizetype shown = m_filler.stop(notice);
+    prepared.html = prepared.html.first(shown) + notice;
+    std::erase_if(prepared.joints, [shown](qsizetype joint) { return joint > shown; });
 }
 
 void PageView::showPage(ShownPage page)
@@ -93,7 +118,9 @@ void PageView::showPage(ShownPage page)
     applyText();
     verticalScrollBar()->setValue(0);
     horizontalScrollBar()->setValue(0);
-    Q_EMIT linkHovered({});
+    if (m_isLinkHovered) {
+        hoverLink({});
+    }
     Q_EMIT pageChanged();
 }
 
@@ -286,7 +313,7 @@ bool PageView::event(QEvent* event)
 {
     // Moves over the page go to the viewport; one that arrives here is over the frame.
     if (event->type() == QEvent::MouseMove) {
-        Q_EMIT linkHovered({});
+        hoverLink({});
     }
     return StyledView::event(event);
 }
@@ -294,7 +321,7 @@ bool PageView::event(QEvent* event)
 bool PageView::viewportEvent(QEvent* event)
 {
     if (event->type() == QEvent::Leave) {
-        Q_EMIT linkHovered({});
+        hoverLink({});
     }
     return StyledView::viewportEvent(event);
 }
@@ -335,7 +362,8 @@ void PageView::mouseMoveEvent(QMouseEvent* event)
     const bool isOverPicture = !reducedPictureAt(event->pos()).isEmpty();
     if (isOverPicture != m_isOverPicture) {
         m_isOverPicture = isOverPicture;
-        viewport()->setCursor(isOverPicture ? Qt::PointingHandCursor : Qt::ArrowCursor);
+        const bool isOverLink = !anchorAt(event->pos()).isEmpty();
+        viewport()->setCursor(isOverPicture || isOverLink ? Qt::PointingHandCursor : Qt::ArrowCursor);
     }
 }
 

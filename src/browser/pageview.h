@@ -84,6 +84,7 @@ protected:
     void restyle() override;
     void applyFont(const QFont& changed) override;
     bool event(QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
     bool viewportEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -102,6 +103,7 @@ private:
     [[nodiscard]] bool findAnchor(const QString& name);
     void scrollBeyond(const std::function<void()>& scroll);
     void activateLink(const QString& href);
+    void hoverLink(const QString& target);
     void prepare();
     void applyText();
     void repairFrom(int position);
@@ -114,6 +116,7 @@ private:
     QString m_appliedSheet;
     int m_pendingPlace = 0; ///< to go to when the view is shown
     bool m_isOverPicture = false;
+    bool m_isLinkHovered = false;
     bool m_showsWholePages = false;
     PageFiller m_filler{*document()};
 };

@@ -61,6 +61,14 @@ HelpContentsListView::HelpContentsListView(const ContentsIcons& icons, QWidget* 
     header()->setResizeContentsPrecision(MeasuredRows);
 }
 
+/// A click beside all rows leaves the current one selected.
+void HelpContentsListView::mousePressEvent(QMouseEvent* event)
+{
+    if (indexAt(event->position().toPoint()).isValid()) {
+        QTreeView::mousePressEvent(event);
+    }
+}
+
 void HelpContentsListView::mouseMoveEvent(QMouseEvent* event)
 {
     QTreeView::mouseMoveEvent(event);

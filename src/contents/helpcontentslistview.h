@@ -24,6 +24,7 @@ Q_SIGNALS:
     void rowHovered(const HelpContentsListViewItem* row);
 
 protected:
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 };

@@ -127,6 +127,11 @@ Result<QByteArray, FileError> readRegularFile(const QString& path)
     return bytes;
 }
 
+bool isGone(FileError error)
+{
+    return error == FileError::NotFound || error == FileError::Directory || error == FileError::NotRegular;
+}
+
 bool isRegularFile(const QString& path)
 {
     const QByteArray name = QFile::encodeName(fileSystemName(path));

@@ -52,3 +52,7 @@ private:
 
 /// Whether `path` leads to a regular file.
 [[nodiscard]] bool isRegularFile(const QString& path);
+
+/// Whether it is certain that no regular file is there. Without the right to examine its folder, or when a
+/// disk or a network fails, nobody can tell.
+[[nodiscard]] bool isGone(FileError error);

@@ -22,6 +22,14 @@ void HelpIndexListBox::keyPressEvent(QKeyEvent* event)
     QListView::keyPressEvent(event);
 }
 
+/// A click beside all rows leaves the current one selected.
+void HelpIndexListBox::mousePressEvent(QMouseEvent* event)
+{
+    if (indexAt(event->position().toPoint()).isValid()) {
+        QListView::mousePressEvent(event);
+    }
+}
+
 void HelpIndexListBox::mouseMoveEvent(QMouseEvent* event)
 {
     QListView::mouseMoveEvent(event);

@@ -3,6 +3,7 @@
 
 #include "formats/contentsreader.h"
 #include "formats/helpsettitle.h"
+#include "formats/pagelocation.h"
 #include "formats/paths.h"
 #include "formats/regularfile.h"
 #include "library/helpset.h"
@@ -283,13 +284,12 @@ HelpContentsItem* HelpLibrary::findPage(const QString& fileName) const
 /// Record of the row that shows the page without its anchor, and the anchor with its "#".
 HelpLibrary::WholePage HelpLibrary::findWholePage(const QString& fileName) const
 {
-    // From the right: directories may have a "#" in their names, too.
-    for (qsizetype hash = fileName.lastIndexOf(u'#'); hash > 0; hash = fileName.lastIndexOf(u'#', hash - 1)) {
-        if (const auto* record = findPage(fileName.first(hash))) {
-            return {record, fileName.sliced(hash)};
-        }
-    }
-    return {};
+    const HelpContentsItem* record = nullptr;
+    const auto found = splitPageName(fileName, [&](const QString& file) {
+        record = file.size() < fileName.size() ? findPage(file) : nullptr;
+        return record != nullptr;
+    });
+    return found ? WholePage{record, u'#' + found->anchor} : WholePage();
 }
 
 const HelpContentsListViewItem* HelpLibrary::findRow(const QString& fileName) const
@@ -374,6 +374,12 @@ QString HelpLibrary::absoluteName(const QString& fileName)
 bool HelpLibrary::isFile(const QString& fileName)
 {
     return isRegularFile(fileName);
+}
+
+std::optional<HelpLibrary::Refusal> HelpLibrary::refusalOf(const QString& fileName)
+{
+    const auto error = RegularFile(fileName).error();
+    return error ? std::optional<Refusal>({describe(*error), ::isGone(*error)}) : std::nullopt;
 }
 
 QString HelpLibrary::getTitle(const QString& fileName)

@@ -14,6 +14,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -98,6 +99,13 @@ public:
     [[nodiscard]] static QString absoluteName(const QString& fileName);
     /// Whether a regular file of this name exists.
     [[nodiscard]] static bool isFile(const QString& fileName);
+    /// Why a file cannot be opened.
+    struct Refusal {
+        QString reason; ///< a sentence part, such as "no such file"
+        bool isGone;    ///< certainly no file; otherwise it may be there, or come back
+    };
+    /// None when it can be opened.
+    [[nodiscard]] static std::optional<Refusal> refusalOf(const QString& fileName);
     /// The title that a contents file gives its help set, else the file name.
     [[nodiscard]] static QString getTitle(const QString& fileName);
 

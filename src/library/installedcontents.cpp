@@ -7,6 +7,7 @@
 #include "library/settingsstore.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -84,7 +85,10 @@ bool saveInstalledToSettings(const QStringList& list)
 
 QStringList dropVanishedContents()
 {
-    const auto isGone = [](const QString& name) { return !isRegularFile(name); };
+    const auto isGone = [](const QString& name) {
+        const auto error = isRegularFile(name) ? std::nullopt : RegularFile(name).error();
+        return error && ::isGone(*error);
+    };
     QStringList list = loadInstalledFromSettings();
     if (std::none_of(list.begin(), list.end(), isGone)) {
         return list;

@@ -27,7 +27,8 @@ Outcome uninstallContents(const QString& fileName);
 [[nodiscard]] QStringList loadInstalledFromSettings();
 /// False when the store could not be written.
 bool saveInstalledToSettings(const QStringList& list);
-/// Drops entries whose file does not exist from the stored list; the rest, sorted by title.
+/// Drops entries whose file does not exist from the stored list, but not those of which that cannot be told;
+/// the rest, sorted by title.
 [[nodiscard]] QStringList dropVanishedContents();
 
 /// The same file names sorted by help-set title (compared by code units).

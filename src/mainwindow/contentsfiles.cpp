@@ -2,6 +2,7 @@
 #include "mainwindow/contentsfiles.h"
 
 #include "browser/helpbrowser.h"
+#include "browser/messages.h"
 #include "contents/helpcontents.h"
 #include "library/installedcontents.h"
 #include "mainwindow/helpsetmenu.h"
@@ -27,6 +28,7 @@ ContentsFiles::ContentsFiles(HelpLibrary& library, HelpContents& pane, const Hel
     : QObject(parent), m_library(library), m_pane(pane), m_browser(browser), m_menus(menus),
       m_patience(Patience)
 {
+    connect(&library, &HelpLibrary::helpSetAboutToBeRemoved, this, [this] { m_shown = nullptr; });
 }
 
 ContentsFiles::~ContentsFiles()
@@ -34,13 +36,20 @@ ContentsFiles::~ContentsFiles()
     m_library.dropReading();
 }
 
-void ContentsFiles::insertContents(const QString& fileName)
+std::optional<HelpLibrary::Refusal> ContentsFiles::insertContents(const QString& fileName)
 {
-    if (!HelpLibrary::isFile(fileName)) {
-        return;
+    if (auto refusal = HelpLibrary::refusalOf(fileName)) {
+        return refusal;
     }
+    m_wasAnyOpened = true;
     m_pendingFiles.append(fileName);
-    add([this, fileName] { load(fileName); });
+    add([this, fileName, moves = userMoves()] { load(fileName, moves); });
+    return std::nullopt;
+}
+
+QString ContentsFiles::describe(const QString& fileName, const HelpLibrary::Refusal& refusal)
+{
+    return tr("'%1' cannot be opened: %2.").arg(fileName, refusal.reason);
 }
 
 void ContentsFiles::removeContents(int menuId)
@@ -53,16 +62,22 @@ void ContentsFiles::removeContents(int menuId)
     }
     m_library.removeContents(*root);
     m_pane.gotoFirstPage();
+    m_shown = m_browser.getCurrentLink();
     m_menus.removeMenu->removeEntry(menuId);
 }
 
 void ContentsFiles::loadDefault()
 {
     QStringList files = WindowSettings::loadContents();
-    files.removeIf([](const QString& fileName) { return !HelpLibrary::isFile(fileName); });
+    files.removeIf([](const QString& fileName) {
+        const auto refusal = HelpLibrary::refusalOf(fileName);
+        return refusal && refusal->isGone;
+    });
     const bool isAnyOpen = !files.isEmpty() || !m_library.isEmpty();
     for (const auto& fileName : isAnyOpen ? InstalledContents::sortingCntList(files) : m_installedFiles) {
-        insertContents(fileName);
+        if (insertContents(fileName) && isAnyOpen) {
+            m_absentFiles.append(fileName);
+        }
     }
     showAfterLoading([this] { m_pane.gotoFirstPage(); });
 }
@@ -71,7 +86,14 @@ void ContentsFiles::showWhenLoaded(const QString& fileName,
                                    const std::function<void(HelpContentsItem*)>& show)
 {
     if (m_library.getContentsByFileName(fileName) == nullptr && !m_pendingFiles.contains(fileName)) {
-        insertContents(fileName);
+        const auto refusal = insertContents(fileName);
+        if (refusal && !refusal->isGone) {
+            openMessage(QMessageBox::Warning, tr("Load contents error"), describe(fileName, *refusal),
+                        m_pane.window());
+        }
+        if (refusal) {
+            return;
+        }
     }
     showAfterLoading([this, fileName, show] {
         if (auto* record = m_library.getContentsByFileName(fileName)) {
@@ -82,14 +104,11 @@ void ContentsFiles::showWhenLoaded(const QString& fileName,
 
 void ContentsFiles::showAfterLoading(const Step& show)
 {
-    add([this, show] { this->show(show); });
+    add([this, show, moves = userMoves()] { this->show(show, moves); });
 }
 
 void ContentsFiles::add(const Step& step)
 {
-    if (!m_isLoading && m_steps.empty()) {
-        m_shown = m_browser.getCurrentLink();
-    }
     m_steps.push_back(step);
     proceed();
     waitBriefly();
@@ -119,31 +138,40 @@ void ContentsFiles::waitBriefly()
     m_patience = std::max(0ms, m_patience - std::chrono::duration_cast<std::chrono::milliseconds>(waited));
 }
 
-void ContentsFiles::load(const QString& fileName)
+void ContentsFiles::load(const QString& fileName, int moves)
 {
     m_isLoading = true;
     m_library.readContents(
         fileName, [this] { return m_pane.currentRow(); },
-        [this](const HelpLibrary::Loaded& loaded) {
+        [this, moves](const HelpLibrary::Loaded& loaded) {
             m_isLoading = false;
-            adopt(loaded);
+            adopt(loaded, moves);
             proceed();
         });
 }
 
-void ContentsFiles::adopt(const HelpLibrary::Loaded& loaded)
+void ContentsFiles::adopt(const HelpLibrary::Loaded& loaded, int moves)
 {
     m_pendingFiles.removeOne(loaded.root->fileName);
-    loaded.root->menuId = m_menus.removeMenu->addEntry(loaded.title);
+    loaded.root->menuId = m_menus.removeMenu->addEntry(loaded.title, loaded.root->fileName);
     if (loaded.firstPage != nullptr) {
-        show([&] { m_pane.gotoPage(loaded.firstPage); });
+        show([&] { m_pane.gotoPage(loaded.firstPage); }, moves);
     }
     reportMalformedFiles(loaded.malformedFiles, &m_pane);
 }
 
-void ContentsFiles::show(const Step& step)
+/// How often the user has gone to another page.
+int ContentsFiles::userMoves()
 {
-    if (m_browser.getCurrentLink() == m_shown) {
+    const auto* current = m_browser.getCurrentLink();
+    m_userMoves += current != nullptr && current != m_shown ? 1 : 0;
+    m_shown = current;
+    return m_userMoves;
+}
+
+void ContentsFiles::show(const Step& step, int moves)
+{
+    if (userMoves() == moves) {
         step();
         m_shown = m_browser.getCurrentLink();
     }
@@ -161,6 +189,7 @@ void ContentsFiles::buildInstalledMenu()
 {
     m_installedFiles = InstalledContents::dropVanishedContents();
     for (const auto& fileName : std::as_const(m_installedFiles)) {
-        m_installed.insert(m_menus.installedMenu->addEntry(HelpLibrary::getTitle(fileName)), fileName);
+        m_installed.insert(m_menus.installedMenu->addEntry(HelpLibrary::getTitle(fileName), fileName),
+                           fileName);
     }
 }

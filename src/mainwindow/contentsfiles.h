@@ -17,7 +17,7 @@ struct MainMenus;
 
 /// Loads and removes contents files and keeps the two submenus of help sets in step. Files are read in the
 /// background, one after another; what is ready soon is shown before a call returns. A page is shown only if
-/// the user has not gone to another one meanwhile. What it is given must outlive it.
+/// the user has not gone to another one since it was asked for. What it is given must outlive it.
 class ContentsFiles : public QObject {
     Q_OBJECT
 
@@ -29,7 +29,7 @@ public:
     ~ContentsFiles() override;
 
     /// See the services of HelpMainWindow of the same names.
-    void insertContents(const QString& fileName);
+    std::optional<HelpLibrary::Refusal> insertContents(const QString& fileName);
     void removeContents(int menuId);
     void loadDefault();
     /// Shows something of the first record of the contents file of exactly this name, which is loaded when it
@@ -41,6 +41,12 @@ public:
     void cancel();
     /// The files that are still to be loaded.
     [[nodiscard]] const QStringList& pendingFiles() const { return m_pendingFiles; }
+    /// Files that were open last and cannot be opened now, though they may be there.
+    [[nodiscard]] const QStringList& absentFiles() const { return m_absentFiles; }
+    [[nodiscard]] bool wasAnyOpened() const { return m_wasAnyOpened; }
+
+    /// A sentence for people.
+    [[nodiscard]] static QString describe(const QString& fileName, const HelpLibrary::Refusal& refusal);
 
     /// Fills the submenu of installed help sets from the store.
     void buildInstalledMenu();
@@ -51,9 +57,11 @@ private:
     void add(const Step& step);
     void proceed();
     void waitBriefly();
-    void load(const QString& fileName);
-    void adopt(const HelpLibrary::Loaded& loaded);
-    void show(const Step& step);
+    void load(const QString& fileName, int moves);
+    void adopt(const HelpLibrary::Loaded& loaded, int moves);
+    [[nodiscard]] int userMoves();
+    /// Only if the user has not moved since there were so many moves.
+    void show(const Step& step, int moves);
 
     HelpLibrary& m_library;
     HelpContents& m_pane;
@@ -63,7 +71,10 @@ private:
     QStringList m_installedFiles;    ///< in menu order
     std::deque<Step> m_steps;        ///< to be done when no file is being loaded
     QStringList m_pendingFiles;
+    QStringList m_absentFiles;
+    bool m_wasAnyOpened = false;
     bool m_isLoading = false;
-    const HelpContentsItem* m_shown = nullptr; ///< record of the page that the last step left
-    std::chrono::milliseconds m_patience;      ///< for waiting before the event loop turns
+    const HelpContentsItem* m_shown = nullptr; ///< record of the page shown when it was last looked at
+    int m_userMoves = 0;
+    std::chrono::milliseconds m_patience; ///< for waiting before the event loop turns
 };

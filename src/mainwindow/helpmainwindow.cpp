@@ -3,6 +3,7 @@
 
 #include "browser/helpbrowser.h"
 #include "browser/helpsettings.h"
+#include "browser/messages.h"
 #include "contents/helpcontents.h"
 #include "icons/icons.h"
 #include "index/helpindex.h"
@@ -30,9 +31,12 @@
 #include <QStatusTipEvent>
 #include <QToolBar>
 
+#include <algorithm>
+
 namespace {
 
 constexpr QSize ToolIconSize(16, 16);
+constexpr qsizetype MaximumRefusals = 5; // that the empty page view tells
 
 } // namespace
 
@@ -97,10 +101,12 @@ void HelpMainWindow::buildPanes()
 /// What the page view says while it has no page.
 void HelpMainWindow::showHint()
 {
-    m_browser->setHint(
-        m_library.isBusy()
-            ? tr("Loading…")
-            : tr("No help set is open.\n\nOpen one with File, Add Contents.\nPress F1 for the manual."));
+    QStringList lines = m_refusals.first(std::min(m_refusals.size(), MaximumRefusals));
+    lines += tr("No help set is open.");
+    m_browser->setHint(m_library.isBusy()
+                           ? tr("Loading…")
+                           : lines.join(QStringLiteral("\n\n")) + QStringLiteral("\n\n") +
+                                 tr("Open one with File, Add Contents.\nPress F1 for the manual."));
 }
 
 /// The panes have no menu entries of their own; these keys reach them.
@@ -180,6 +186,7 @@ void HelpMainWindow::connectBrowserAndMenus()
     connect(m_menus.removeMenu, &HelpSetMenu::chosen, this, &HelpMainWindow::fileRemoveContents);
     connect(m_menus.installedMenu, &HelpSetMenu::chosen, this, &HelpMainWindow::fileShowInstalled);
     connect(&m_library, &HelpLibrary::helpSetAboutToBeRemoved, m_browser, &HelpBrowser::clearLinks);
+    connect(&m_library, &HelpLibrary::helpSetAboutToBeRemoved, this, [this] { goUpEnabled(false); });
 }
 
 void HelpMainWindow::connectBackground()
@@ -242,9 +249,16 @@ void HelpMainWindow::gotoFirstPage()
     m_contentsFiles->showAfterLoading([this] { m_panes->contents()->gotoFirstPage(); });
 }
 
-void HelpMainWindow::insertContents(const QString& fileName)
+QString HelpMainWindow::insertContents(const QString& fileName)
 {
-    m_contentsFiles->insertContents(fileName);
+    const auto refusal = m_contentsFiles->insertContents(fileName);
+    if (!refusal) {
+        return {};
+    }
+    m_refusals.append(ContentsFiles::describe(fileName, *refusal));
+    showHint();
+    showLinkInStatusBar(m_refusals.constLast());
+    return m_refusals.constLast();
 }
 
 void HelpMainWindow::removeContents(int menuId)
@@ -257,7 +271,7 @@ void HelpMainWindow::showInstalled(const QString& fileName)
     m_contentsFiles->showWhenLoaded(fileName, [this](HelpContentsItem* record) {
         m_browser->clearLinks();
         loadHtml(record);
-        goSync();
+        selectCurrentRow();
     });
 }
 
@@ -276,7 +290,7 @@ void HelpMainWindow::showLastPage()
     }
     m_browser->setSource(session.page);
     m_browser->setPlace(session.scroll);
-    goSync();
+    selectCurrentRow();
 }
 
 void HelpMainWindow::setPersistent(bool persistent)
@@ -290,17 +304,27 @@ void HelpMainWindow::loadSettings()
     WindowSettings::loadDisplay(*m_browser);
     m_actions.viewReadingAction->setChecked(m_browser->isReadingView());
     WindowSettings::loadGeometry(*this);
+    WindowSettings::loadPanes(*this, *m_panes);
 }
 
 void HelpMainWindow::saveSettings() const
 {
     WindowSettings::saveDisplay(*m_browser);
     WindowSettings::saveGeometry(*this);
+    WindowSettings::savePanes(*this, *m_panes);
+    // Who asked for files of which none could be opened has changed nothing.
+    if (m_refusals.isEmpty() || m_contentsFiles->wasAnyOpened()) {
+        saveOpenFiles();
+    }
+}
+
+void HelpMainWindow::saveOpenFiles() const
+{
     QStringList open;
     for (const auto* root : m_library.roots()) {
         open.append(root->fileName);
     }
-    WindowSettings::saveContents(open + m_contentsFiles->pendingFiles());
+    WindowSettings::saveContents(open + m_contentsFiles->pendingFiles() + m_contentsFiles->absentFiles());
     const auto* record = m_browser->getCurrentLink();
     if (record == nullptr && !m_contentsFiles->pendingFiles().isEmpty()) {
         return;
@@ -322,8 +346,12 @@ void HelpMainWindow::fileAddContents()
     auto* dialog = new QFileDialog(this, {}, {}, tr("Contents File (*.cnt);;All Files (*.*)"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::ExistingFile);
-    connect(dialog, &QFileDialog::fileSelected, this,
-            [this](const QString& fileName) { insertContents(QFileInfo(fileName).canonicalFilePath()); });
+    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& fileName) {
+        const QString problem = insertContents(QFileInfo(fileName).canonicalFilePath());
+        if (!problem.isEmpty()) {
+            openMessage(QMessageBox::Warning, tr("Load contents error"), problem, this);
+        }
+    });
     dialog->open();
 }
 
@@ -483,14 +511,15 @@ void HelpMainWindow::goHome()
 
 void HelpMainWindow::goSync()
 {
+    m_panes->showContents();
+    selectCurrentRow();
+}
+
+/// The page stays where it is.
+void HelpMainWindow::selectCurrentRow()
+{
     const auto* record = m_browser->getCurrentLink();
-    if (record == nullptr || record->listViewItem == nullptr) {
-        return;
-    }
-    if (record->listViewItem->contentsItem == record) {
-        m_panes->contents()->gotoPage(record->listViewItem);
-    } else {
-        // A place within the row's page is shown; asking for the page would leave it.
+    if (record != nullptr && record->listViewItem != nullptr) {
         m_panes->contents()->selectRow(record->listViewItem);
     }
 }
@@ -531,7 +560,7 @@ void HelpMainWindow::helpManual()
     }
     m_contentsFiles->showWhenLoaded(fileName, [this](HelpContentsItem* record) {
         loadHtml(record);
-        goSync();
+        selectCurrentRow();
     });
 }
 

@@ -30,8 +30,9 @@ public:
     /// help sets in the cache; it does by default.
     void setPersistent(bool persistent);
 
-    /// Loads one contents file into both panes and shows its first page; a name that is no file is skipped.
-    void insertContents(const QString& fileName);
+    /// Loads one contents file into both panes and shows its first page. Skips a file that cannot be opened
+    /// and returns a sentence that says why; empty otherwise.
+    QString insertContents(const QString& fileName);
     /// Unloads the contents file whose "Remove Contents" entry has this id.
     void removeContents(int menuId);
     /// Makes sure that a contents file is loaded and shows its first page.
@@ -99,7 +100,9 @@ private:
     void loadSettings();
     void saveSettings() const;
     void showLastPage();
+    void selectCurrentRow();
     void findAgain(bool forward);
+    void saveOpenFiles() const;
     void stop();
 
     HelpLibrary& m_library;
@@ -111,5 +114,6 @@ private:
     PageSearch* m_search = nullptr;
     std::unique_ptr<FullTextSearch> m_fullText;
     ContentsFiles* m_contentsFiles = nullptr;
+    QStringList m_refusals; ///< of files that were to be opened
     bool m_isPersistent = true;
 };

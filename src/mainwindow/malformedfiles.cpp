@@ -20,13 +20,16 @@ void reportMalformedFiles(const QStringList& files, QWidget* parent)
     if (files.isEmpty()) {
         return;
     }
+    // A file may be included more than once.
+    QStringList named = files;
+    named.removeDuplicates();
     QStringList lines;
-    for (const auto& file : files.first(std::min(files.size(), MaximumListed))) {
+    for (const auto& file : named.first(std::min(named.size(), MaximumListed))) {
         lines.append(QCoreApplication::translate("MalformedFiles", "'%1' not a contents file.").arg(file));
     }
-    if (files.size() > MaximumListed) {
+    if (named.size() > MaximumListed) {
         lines.append(QCoreApplication::translate("MalformedFiles", "… and %1 more.")
-                         .arg(files.size() - MaximumListed));
+                         .arg(named.size() - MaximumListed));
     }
     const QString title = QCoreApplication::translate("MalformedFiles", "Load contents error");
     QTimer::singleShot(0, parent, [parent, title, text = lines.join(u'\n')] {

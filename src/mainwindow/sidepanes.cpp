@@ -26,6 +26,9 @@ SidePanes::SidePanes(HelpLibrary& library, QWidget* parent)
     m_tabs->setUsesScrollButtons(false);
     m_tabs->setElideMode(Qt::ElideRight);
     setWidget(m_tabs);
+    // Beside the page its user decides how narrow it is; a window of its own begins at its least width.
+    connect(this, &QDockWidget::topLevelChanged, this,
+            [this](bool isFloating) { m_tabs->setMinimumWidth(isFloating ? usefulWidth() : 0); });
     const ContentsIcons icons{bookIcon(BookIcon::Close), bookIcon(BookIcon::Open), bookIcon(BookIcon::Item)};
     m_contents = new HelpContents(library, icons, this);
     m_tabs->addTab(m_contents, tr("Contents"));
@@ -33,6 +36,12 @@ SidePanes::SidePanes(HelpLibrary& library, QWidget* parent)
     m_tabs->addTab(m_index, tr("Index"));
     m_search = new SearchPane(this);
     m_tabs->addTab(m_search, tr("Search"));
+}
+
+void SidePanes::showContents()
+{
+    show();
+    m_tabs->setCurrentWidget(m_contents);
 }
 
 int SidePanes::usefulWidth() const

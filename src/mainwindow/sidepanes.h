@@ -28,6 +28,8 @@ public:
     void goToIndex();
     void goToSearch();
     void goToCurrent();
+    /// Shows the contents without taking the focus.
+    void showContents();
 
 private:
     void goTo(QWidget* pane);

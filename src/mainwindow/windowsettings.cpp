@@ -5,10 +5,11 @@
 #include "library/settingsstore.h"
 
 #include <QDataStream>
+#include <QDockWidget>
 #include <QGuiApplication>
 #include <QIODevice>
+#include <QMainWindow>
 #include <QScreen>
-#include <QWidget>
 
 #include <algorithm>
 
@@ -18,6 +19,7 @@ namespace {
 
 constexpr QSize DefaultSize(590, 400);
 constexpr int LargestFontSize = 500;
+constexpr int PanesVersion = 1;        // of the panes and tool bars that there are
 constexpr QSize LeastVisible(100, 50); // pixels of the window that must be on a screen
 
 /// restoreGeometry() accepts blocks that are cut off and then makes a window without a size.
@@ -48,10 +50,10 @@ void makeReachable(QWidget& window)
 {
     const QRect available = window.screen()->availableGeometry();
     const QSize least = window.minimumSizeHint().expandedTo(LeastVisible);
-    const bool isAbsurd = window.width() < least.width() || window.height() < least.height() ||
-                          window.width() > available.width() || window.height() > available.height();
-    if (isAbsurd && !window.isMaximized() && !window.isFullScreen()) {
-        window.resize(DefaultSize.boundedTo(available.size()));
+    if (!window.isMaximized() && !window.isFullScreen()) {
+        const bool isTooSmall = window.width() < least.width() || window.height() < least.height();
+        const QSize frame = window.frameSize() - window.size();
+        window.resize((isTooSmall ? DefaultSize : window.size()).boundedTo(available.size() - frame));
     }
     if (!isReachable(window.frameGeometry())) {
         window.move(available.center() - window.rect().center());
@@ -123,6 +125,26 @@ void saveGeometry(const QWidget& window)
     store.setValue("geometry/w", window.width());
     store.setValue("geometry/h", window.height());
     store.setValue("dockGeometry", window.saveGeometry());
+}
+
+void loadPanes(QMainWindow& window, QDockWidget& dock)
+{
+    const SettingsStore store(SettingsStore::Access::Read);
+    // What is no state of this version is refused as a whole.
+    window.restoreState(store.value("panes").toByteArray(), PanesVersion);
+    // A window that has not been shown forgets the width in its state.
+    if (const int width = store.value("panesWidth").toInt(); width > 0 && width < window.width()) {
+        window.resizeDocks({&dock}, {width}, Qt::Horizontal);
+    }
+}
+
+void savePanes(const QMainWindow& window, const QDockWidget& dock)
+{
+    SettingsStore store(SettingsStore::Access::Write);
+    store.setValue("panes", window.saveState(PanesVersion));
+    if (!dock.isHidden() && !dock.isFloating()) {
+        store.setValue("panesWidth", dock.width());
+    }
 }
 
 QStringList loadContents()

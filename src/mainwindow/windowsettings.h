@@ -4,6 +4,8 @@
 #include <QStringList>
 
 class PageView;
+class QDockWidget;
+class QMainWindow;
 class QWidget;
 
 /// What the viewer keeps in the settings store between runs, beside the installed contents list. Keys that
@@ -17,6 +19,10 @@ void saveDisplay(const PageView& view);
 /// corrected.
 void loadGeometry(QWidget& window);
 void saveGeometry(const QWidget& window);
+
+/// Which panes and tool bars are shown and where; `dock` has the panes, and keeps its width.
+void loadPanes(QMainWindow& window, QDockWidget& dock);
+void savePanes(const QMainWindow& window, const QDockWidget& dock);
 
 /// The contents files that were open last, in load order.
 [[nodiscard]] QStringList loadContents();

@@ -49,6 +49,14 @@ void SearchList::keyPressEvent(QKeyEvent* event)
     }
 }
 
+/// A click beside all rows leaves the current one selected.
+void SearchList::mousePressEvent(QMouseEvent* event)
+{
+    if (indexAt(event->position().toPoint()).isValid()) {
+        QListView::mousePressEvent(event);
+    }
+}
+
 void SearchList::mouseMoveEvent(QMouseEvent* event)
 {
     QListView::mouseMoveEvent(event);

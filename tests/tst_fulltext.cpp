@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "fulltext/helpsetindex.h"
 #include "fulltext/matchranges.h"
+#include "fulltext/searchcache.h"
 #include "fulltext/searchengine.h"
 #include "fulltext/searchservice.h"
 #include "library/helplibrary.h"
@@ -15,8 +16,12 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QSignalSpy>
+
+#include <sqlite3.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -355,10 +360,170 @@ private Q_SLOTS:
         QCOMPARE(searched.search(u"banana"_s).total, 1);
     }
 
+    void damagedContents_data()
+    {
+        QTest::addColumn<QByteArray>("sql");
+        addRow("words", "UPDATE words_data SET block = zeroblob(length(block)) WHERE id > 10"_ba);
+        addRow("structure of the words", "UPDATE words_data SET block = x'ff' WHERE id = 10"_ba);
+        addRow("some words",
+               "UPDATE words_data SET block = zeroblob(length(block)) WHERE id > 10 AND id % 2"_ba);
+        addRow("no words", "DELETE FROM words_data WHERE id > 10"_ba);
+        addRow("numbers of pages", "UPDATE pages SET id = 4000000000"_ba);
+        addRow("negative numbers", "UPDATE pages SET id = -1"_ba);
+    }
+
+    /// What is damaged though it opens is found out when it is searched, and made anew.
+    void damagedContents()
+    {
+        QFETCH(const QByteArray, sql);
+        Searched searched(onePage(u"<p>apple"_s));
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        sqlite3* database = nullptr;
+        QCOMPARE(sqlite3_open(searched.database().toUtf8().constData(), &database), SQLITE_OK);
+        QCOMPARE(sqlite3_exec(database, sql.constData(), nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(database);
+        {
+            SearchService service;
+            QSignalSpy idle(&service, &SearchService::becameIdle);
+            service.addHelpSet(sourceOf(searched.files().path(u"a.cnt"_s)));
+            QTRY_VERIFY(!idle.isEmpty());
+            qint64 total = 0;
+            connect(&service, &SearchService::answered, this,
+                    [&](const SearchAnswer& answer) { total = answer.total; });
+            QTRY_VERIFY((service.search({u"apple"_s, {}}), total == 1));
+        }
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        QCOMPARE(searched.search(u"apple"_s).total, 1);
+    }
+
+    /// Whatever stands in a database, nothing ends the program, and in the end its pages are found.
+    void noiseInDatabases()
+    {
+        Searched searched(onePage(u"<h1>apple</h1><p>pie"_s + u"some more words "_s.repeated(2000)));
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        QFile file(searched.database());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray good = file.readAll();
+        file.close();
+        QRandomGenerator random(7);
+        for (int round = 0; round < 40; ++round) {
+            QByteArray bad = good;
+            for (int i = 0; i < 20; ++i) {
+                bad[random.bounded(100, int(bad.size()))] = char(random.bounded(256));
+            }
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bad) == bad.size());
+            file.close();
+            SearchEngine engine;
+            const auto source = std::make_shared<SearchSource>(sourceOf(searched.files().path(u"a.cnt"_s)));
+            for (const auto trust : {IndexTrust::Sound, IndexTrust::Damaged}) {
+                static_cast<void>(indexHelpSet(
+                    source, {}, [](qint64, qint64) {}, [&](const SearchableSet& set) { engine.add(set); },
+                    IndexPatience::Brief, trust));
+                for (const auto& query : {u"apple"_s, u"\"apple pie\""_s, u"mor* wo*"_s, u"aple"_s}) {
+                    const auto answer = engine.search({query, {}, 50, false}, {});
+                    QVERIFY(trust == IndexTrust::Sound || query != u"apple" || answer->hits.size() == 1);
+                }
+                static_cast<void>(engine.takeDamaged());
+            }
+        }
+    }
+
+    /// Rights come back without the file changing.
+    void pageThatCannotBeRead()
+    {
+        Searched searched(onePage(u"<p>apple"_s));
+        auto& files = searched.files();
+        const QString page = files.path(u"a.html"_s);
+        QVERIFY(QFile::setPermissions(files.path({}), QFileDevice::Permissions(0x7777)));
+        QFile::setPermissions(page, {});
+        // Nothing keeps root from reading.
+        const bool isRoot = ::geteuid() == 0;
+        QVERIFY(!isRoot || ::seteuid(65534) == 0); // NOLINT(*-magic-numbers)
+        const auto result = searched.update();
+        QVERIFY(!isRoot || ::seteuid(0) == 0);
+        QCOMPARE(result.errors.size(), 1);
+        QCOMPARE(searched.search(u"apple"_s).total, 0);
+        QCOMPARE(searched.search(u"page"_s).total, 1);
+        QFile::setPermissions(page, QFileDevice::ReadOwner);
+        QVERIFY(!isRoot || QProcess::execute(u"chmod"_s, {u"-R"_s, u"a+rwX"_s, files.path(u"cache"_s)}) == 0);
+        QCOMPARE(searched.update().errors, QStringList());
+        QCOMPARE(searched.search(u"apple"_s).total, 1);
+    }
+
+    void longTexts_data()
+    {
+        addTexts("piece");
+        for (const auto* piece : {"\u0441\u043B\u043E\u0432\u043E ", "-", "aB", "a_", "a.b", "-a-b", "\u00E9",
+                                  "\u6F22", "operator+", "a\u0301", " --x"}) {
+            addRow(piece, piece);
+        }
+    }
+
+    /// Time that grows with the square of the length would take minutes here.
+    void longTexts()
+    {
+        QFETCH(const QString, piece);
+        const QString text = piece.repeated(500'000 / piece.size());
+        const std::string utf8 = text.toStdString();
+        Words words;
+        words.read(utf8);
+        const auto all = words.all().size();
+        std::stop_source stop;
+        stop.request_stop();
+        words.read(utf8, stop.get_token());
+        QVERIFY(!piece.contains(u' ') || words.all().size() * 5 <= all);
+        QVERIFY(matchRanges(u"nowhere"_s, text, true).empty());
+    }
+
+    /// A snippet of a page costs the same however long the page is.
+    void snippetOfAHugePage()
+    {
+        Searched searched("== a.cnt\nPage = a.txt\n");
+        searched.files().write(u"a.txt"_s, "apple pie" + QByteArray(34'000'000, ' ') + "end");
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        QCOMPARE(searched.search(u"pie"_s).hits.at(0).snippet, u"apple pie \u2026"_s);
+    }
+
+    /// Somebody else holds the lock of an index, and may do so for ever.
+    void behindALock()
+    {
+        Searched searched(onePage(u"<p>apple"_s));
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        const FileLock lock(SearchCache::lockFor(searched.database()), {});
+        QVERIFY(lock.isHeld());
+        const QString file = searched.files().path(u"a.cnt"_s);
+        const auto search = [&](const QString& words) -> QString {
+            QProcess process;
+            process.start(qEnvironmentVariable("QUENDA_PROGRAM"), {u"--search"_s, words, file});
+            process.waitForFinished();
+            return QString::number(process.exitCode()) + u' ' +
+                   QString::fromUtf8(process.readAllStandardOutput()) +
+                   QString::fromUtf8(process.readAllStandardError());
+        };
+        QVERIFY(search(u"apple"_s).startsWith(u"0 "_s + searched.files().path(u"a.html"_s)));
+        searched.files().write(u"a.html"_s, "<p>banana, a newer page");
+        const QString outdated = search(u"apple"_s);
+        QVERIFY2(outdated.startsWith(u"2 "_s) && outdated.contains(u"another process"), qPrintable(outdated));
+        SearchCache::remove(searched.database());
+        QVERIFY(search(u"banana"_s).startsWith(u"0 "_s));
+        // A window, too, searches in what there is.
+        SearchService service;
+        QSignalSpy answers(&service, &SearchService::answered);
+        service.addHelpSet(sourceOf(file));
+        QVERIFY(service.isIndexing());
+        service.search({u"banana"_s, {}});
+        QTRY_VERIFY(!answers.isEmpty());
+    }
+
     void withoutCache()
     {
         Searched searched(onePage(u"<p>apple"_s));
         searched.files().write(u"cache/Orvanel"_s, "in the way");
+        QProcess process;
+        process.start(qEnvironmentVariable("QUENDA_PROGRAM"),
+                      {u"--index"_s, searched.files().path(u"a.cnt"_s)});
+        QVERIFY(process.waitForFinished() && process.exitCode() == 2);
+        QVERIFY(process.readAllStandardError().contains("is not kept: "));
         QCOMPARE(searched.update().state, IndexingResult::State::Complete);
         QVERIFY(searched.isInMemory());
         QCOMPARE(searched.search(u"apple"_s).total, 1);

@@ -11,9 +11,12 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <cstdio>
+#include <memory>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -55,33 +58,58 @@ std::optional<SearchJob> parseArguments(int argc, char* argv[])
     return job;
 }
 
-/// Reads contents files and brings their indexes up to date. False when one cannot be read, or is not indexed
-/// as a whole.
-bool index(const QStringList& files, SearchEngine* engine)
+/// A help set and what came of making its index.
+struct Indexed {
+    std::shared_ptr<const SearchSource> source;
+    IndexingResult result;
+};
+
+/// Reads contents files and brings their indexes up to date. Nothing stands for one that cannot be read.
+std::vector<std::optional<Indexed>> index(const QStringList& files, SearchEngine* engine,
+                                          IndexPatience patience)
 {
-    bool isComplete = true;
+    std::vector<std::optional<Indexed>> all;
+    const auto ready = [engine](const SearchableSet& set) {
+        if (engine != nullptr) {
+            engine->add(set);
+        }
+    };
     for (const auto& file : files) {
         HelpLibrary library;
         const auto loaded = library.loadContents(file, nullptr);
         if (!loaded.readable) {
             complain(translated(R"("%1" cannot be read)").arg(file));
-            isComplete = false;
+            all.emplace_back();
             continue;
         }
         const auto source = std::make_shared<SearchSource>(makeSearchSource(library.helpSet(*loaded.root)));
-        const auto ready = [engine](const SearchableSet& set) {
-            if (engine != nullptr) {
-                engine->add(set);
-            }
-        };
-        const auto result = indexHelpSet(
-            source, {}, [](qint64, qint64) {}, ready);
-        isComplete = isComplete && result.state == IndexingResult::State::Complete;
+        auto result = indexHelpSet(
+            source, {}, [](qint64, qint64) {}, ready, patience);
         for (const auto& error : result.errors) {
             complain(error);
         }
+        all.push_back(Indexed{source, std::move(result)});
     }
-    return isComplete;
+    return all;
+}
+
+bool isComplete(const std::optional<Indexed>& indexed)
+{
+    return indexed && indexed->result.state == IndexingResult::State::Complete;
+}
+
+/// Makes the indexes anew that turned out to be damaged. False when there were none.
+bool repair(SearchEngine& engine)
+{
+    const auto damaged = engine.takeDamaged();
+    for (const auto& set : damaged) {
+        complain(
+            translated("The index of \"%1\" is damaged and is made anew.").arg(set.source->contentsFile()));
+        const auto ready = [&engine](const SearchableSet& repaired) { engine.add(repaired); };
+        [[maybe_unused]] const auto result = indexHelpSet(
+            set.source, {}, [](qint64, qint64) {}, ready, IndexPatience::Brief, IndexTrust::Damaged);
+    }
+    return !damaged.empty();
 }
 
 /// A text in one line, in which nothing acts on a terminal.
@@ -173,13 +201,18 @@ int searchHelpSets(int argc, char* argv[])
     SearchEngine engine;
     const QStringList files =
         job->files.isEmpty() ? InstalledContents::loadInstalledFromSettings() : job->files;
-    bool isComplete = index(files, &engine);
-    const auto answer = engine.search({job->query, {}, job->limit, false}, {});
+    const auto indexed = index(files, &engine, IndexPatience::Brief);
+    bool isWhole = std::all_of(indexed.begin(), indexed.end(), isComplete);
+    const SearchRequest request{job->query, {}, job->limit, false};
+    auto answer = engine.search(request, {});
+    if (repair(engine)) {
+        answer = engine.search(request, {});
+    }
     if (!answer || !write(*answer, job->isJson)) {
         complain(answer ? translated("standard output cannot be written") : translated("the search failed"));
-        isComplete = false;
+        isWhole = false;
     }
-    return !isComplete ? 2 : answer->total == 0 ? 1 : 0;
+    return !isWhole ? 2 : answer->total == 0 ? 1 : 0;
 }
 
 int indexHelpSets(int argc, char* argv[])
@@ -188,5 +221,14 @@ int indexHelpSets(int argc, char* argv[])
     for (int i = 2; i < argc; ++i) {
         files += absoluteFileNameArgument(argv[i]);
     }
-    return index(files, nullptr) ? 0 : 2;
+    const auto indexed = index(files, nullptr, IndexPatience::Endless);
+    for (const auto& one : indexed) {
+        if (one && !one->result.isKept) {
+            complain(translated(R"(the index of "%1" is not kept: %2)")
+                         .arg(one->source->contentsFile(), one->result.whyNotKept));
+        }
+    }
+    const bool areKept = std::all_of(indexed.begin(), indexed.end(),
+                                     [](const auto& one) { return isComplete(one) && one->result.isKept; });
+    return areKept ? 0 : 2;
 }

@@ -7,7 +7,6 @@
 
 namespace {
 
-constexpr double LeastContrast = 4.5;
 constexpr float LightnessStep = 0.05F;
 
 /// Sizes and distances of the reading view, which do not depend on the palette.

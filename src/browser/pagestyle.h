@@ -15,13 +15,16 @@ struct PageStyle {
     [[nodiscard]] QColor shownLinkColor(const QPalette& palette) const;
     /// For pages that are shown as they were written.
     [[nodiscard]] QString sheet(const QPalette& palette) const;
-    /// For pages that are laid out by the viewer's own rules. All text has a contrast of at least 4.5 to what
-    /// it stands on.
+    /// For pages that are laid out by the viewer's own rules. All text has LeastContrast at least to what it
+    /// stands on.
     [[nodiscard]] QString readingSheet(const QPalette& palette) const;
 };
+
+/// Of text to what it stands on, so that everybody can read it.
+inline constexpr double LeastContrast = 4.5;
 
 /// Contrast ratio of two opaque colours by their relative luminance, from 1 to 21.
 [[nodiscard]] double contrast(const QColor& a, const QColor& b);
 
-/// `color`, made lighter or darker until its contrast to `ground` is at least 4.5.
+/// `color`, made lighter or darker until its contrast to `ground` is LeastContrast.
 [[nodiscard]] QColor readableOn(const QColor& color, const QColor& ground);

@@ -13,8 +13,6 @@
 
 namespace {
 
-constexpr double LeastContrast = 4.5;
-
 struct Change {
     int position;
     int length;

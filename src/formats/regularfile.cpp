@@ -107,17 +107,20 @@ qint64 RegularFile::read(std::span<char> buffer)
     return 0;
 }
 
-Result<QByteArray, FileError> readRegularFile(const QString& path)
+Result<QByteArray, FileError> readRegularFile(const QString& path, qint64 most)
 {
     RegularFile file(path);
-    QByteArray bytes(file.size() + 1, Qt::Uninitialized);
+    QByteArray bytes(std::min(file.size() + 1, most), Qt::Uninitialized);
     qint64 size = 0;
     while (const auto count =
                file.read(std::span(bytes.data(), size_t(bytes.size())).subspan(size_t(size)))) {
         size += count;
         // The file may have grown.
+        if (size == most) {
+            break;
+        }
         if (size == bytes.size()) {
-            bytes.resize(size + std::min(size, MaximumSize) + Growth);
+            bytes.resize(std::min(size + std::min(size, MaximumSize) + Growth, most));
         }
     }
     if (file.error()) {

@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <limits>
 #include <optional>
 #include <span>
 
@@ -47,8 +48,9 @@ private:
     std::optional<FileError> m_error; ///< last, as opening sets the others
 };
 
-/// All bytes of a regular file.
-[[nodiscard]] Result<QByteArray, FileError> readRegularFile(const QString& path);
+/// All bytes of a regular file, or the first `most` of them.
+[[nodiscard]] Result<QByteArray, FileError> readRegularFile(const QString& path,
+                                                            qint64 most = std::numeric_limits<qint64>::max());
 
 /// Whether `path` leads to a regular file.
 [[nodiscard]] bool isRegularFile(const QString& path);

@@ -5,14 +5,24 @@
 
 namespace {
 
-constexpr int BusyTime = 3000; // milliseconds to wait for another process
+constexpr int BusyTime = 3000;    // milliseconds to wait for another process
+constexpr int StepsPerLook = 200; // of the database's machine, between two looks for a stop
+
+/// Says that what is stored makes no sense, as opposed to a lack of room or time.
+bool isDamage(int result)
+{
+    const int code = result & 0xFF;
+    return code == SQLITE_CORRUPT || code == SQLITE_NOTADB || code == SQLITE_FORMAT;
+}
 
 } // namespace
 
-Statement::Statement(sqlite3* database, const char* sql)
+Statement::Statement(sqlite3* database, const char* sql, bool& sawDamage) : m_sawDamage(&sawDamage)
 {
     sqlite3_stmt* statement = nullptr;
-    m_ok = sqlite3_prepare_v2(database, sql, -1, &statement, nullptr) == SQLITE_OK;
+    const int result = sqlite3_prepare_v2(database, sql, -1, &statement, nullptr);
+    m_ok = result == SQLITE_OK;
+    *m_sawDamage = *m_sawDamage || isDamage(result);
     m_statement.reset(statement);
 }
 
@@ -38,6 +48,7 @@ bool Statement::step()
 {
     const int result = m_statement == nullptr ? SQLITE_ERROR : sqlite3_step(m_statement.get());
     m_ok = result == SQLITE_ROW || result == SQLITE_DONE;
+    *m_sawDamage = *m_sawDamage || isDamage(result);
     return result == SQLITE_ROW;
 }
 
@@ -92,7 +103,16 @@ bool Database::run(const char* sql) const
     return isOpen() && sqlite3_exec(handle(), sql, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
-int64_t Database::number(const char* sql) const
+void Database::setStop(const std::stop_token& stop)
+{
+    m_stop = stop;
+    const auto isStopped = [](void* token) {
+        return static_cast<const std::stop_token*>(token)->stop_requested() ? 1 : 0;
+    };
+    sqlite3_progress_handler(handle(), StepsPerLook, stop.stop_possible() ? +isStopped : nullptr, &m_stop);
+}
+
+int64_t Database::number(const char* sql)
 {
     auto statement = prepare(sql);
     return statement.step() ? statement.number(0) : -1;
@@ -111,5 +131,5 @@ QString Database::error() const
 bool Database::isDamaged() const
 {
     const int code = isOpen() ? sqlite3_errcode(handle()) : SQLITE_CANTOPEN;
-    return code == SQLITE_CORRUPT || code == SQLITE_NOTADB || code == SQLITE_ERROR || code == SQLITE_MISMATCH;
+    return m_sawDamage || isDamage(code) || code == SQLITE_ERROR || code == SQLITE_MISMATCH;
 }

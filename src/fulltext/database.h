@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <stop_token>
 #include <string>
 #include <string_view>
 
@@ -16,7 +17,8 @@ struct sqlite3_stmt;
 /// columns from 0.
 class Statement {
 public:
-    Statement(sqlite3* database, const char* sql);
+    /// `sawDamage` becomes true when the database turns out to be damaged.
+    Statement(sqlite3* database, const char* sql, bool& sawDamage);
 
     /// The text must outlive the next step; UTF-8.
     Statement& bind(int parameter, std::string_view text);
@@ -38,6 +40,7 @@ private:
         void operator()(sqlite3_stmt* statement) const;
     };
     std::unique_ptr<sqlite3_stmt, Finalize> m_statement;
+    bool* m_sawDamage;
     bool m_ok = true;
 };
 
@@ -46,24 +49,35 @@ class Database {
 public:
     /// Opens, and makes if need be, the database of a file, or of a "file:" name of the library's.
     explicit Database(const QByteArray& name);
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+    ~Database() = default;
 
     [[nodiscard]] bool isOpen() const { return m_handle != nullptr; }
     [[nodiscard]] sqlite3* handle() const { return m_handle.get(); }
     /// Several statements; false when one fails, which ends them.
     bool run(const char* sql) const;
     /// Of a statement that gives one; -1 on errors.
-    [[nodiscard]] int64_t number(const char* sql) const;
+    [[nodiscard]] int64_t number(const char* sql);
     /// Number of the row added last.
     [[nodiscard]] int64_t lastId() const;
-    [[nodiscard]] Statement prepare(const char* sql) const { return {handle(), sql}; }
+    [[nodiscard]] Statement prepare(const char* sql) { return {handle(), sql, m_sawDamage}; }
+    /// Lets statements fail as soon as a stop is asked for.
+    void setStop(const std::stop_token& stop);
     /// What went wrong last, for people.
     [[nodiscard]] QString error() const;
     /// Whether what went wrong last says that the file is no usable database, as opposed to a lack of room.
     [[nodiscard]] bool isDamaged() const;
+    /// Whether a statement came upon damage while it was read.
+    [[nodiscard]] bool sawDamage() const { return m_sawDamage; }
+    /// For what makes no sense though it can be read.
+    void noteDamage() { m_sawDamage = true; }
 
 private:
     struct Close {
         void operator()(sqlite3* handle) const;
     };
     std::unique_ptr<sqlite3, Close> m_handle;
+    std::stop_token m_stop;
+    bool m_sawDamage = false;
 };

@@ -4,13 +4,19 @@
 #include "fulltext/indexfile.h"
 #include "fulltext/searchcache.h"
 
+#include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 
 #include <atomic>
+#include <chrono>
+#include <optional>
 
 namespace {
 
 using State = IndexingResult::State;
+
+constexpr auto BriefPatience = std::chrono::seconds(3);
 
 QByteArray newNameInMemory()
 {
@@ -29,11 +35,18 @@ public:
         m_set.pages = std::make_shared<SourcePages>(*source, stop);
     }
 
-    IndexingResult inFile(const QString& file)
+    IndexingResult inFile(const QString& file, IndexPatience patience, IndexTrust trust)
     {
-        const FileLock lock(SearchCache::lockFor(file), m_stop);
+        if (trust == IndexTrust::Sound) {
+            offer(file);
+        }
+        const FileLock lock(SearchCache::lockFor(file), m_stop,
+                            patience == IndexPatience::Brief ? std::optional(BriefPatience) : std::nullopt);
         if (!lock.isHeld()) {
-            return {m_stop.stop_requested() ? State::Stopped : State::Failed, {}};
+            return lock.isTaken() ? withoutLock(file) : notKept(translated("the cache cannot be written"));
+        }
+        if (trust == IndexTrust::Damaged || (trust == IndexTrust::Doubtful && !isSound(file))) {
+            SearchCache::remove(file);
         }
         auto result = openAndUpdate(file);
         if (result.state == State::Damaged) {
@@ -41,17 +54,61 @@ public:
             result = openAndUpdate(file);
         }
         SearchCache::keepSmall(file);
+        result.isKept = result.state == State::Complete || result.state == State::Stopped;
         return result;
     }
 
+    /// Readers of a database in memory are kept out while it is written, so it is offered when it is whole.
     IndexingResult inMemory()
     {
-        const QByteArray name = newNameInMemory();
-        m_set.inMemory = IndexFile::open(name);
-        return m_set.inMemory == nullptr ? IndexingResult{State::Failed, {}} : update(name, *m_set.inMemory);
+        m_set.database = newNameInMemory();
+        m_set.inMemory = IndexFile::open(m_set.database);
+        if (m_set.inMemory == nullptr) {
+            return {State::Failed, false, {}, {}};
+        }
+        auto result = updateIndex(*m_set.inMemory, *m_set.source, *m_set.pages, m_stop, m_progress);
+        m_ready(m_set);
+        return result;
     }
 
+    static IndexingResult notKept(const QString& reason) { return {State::Failed, false, {}, {reason}}; }
+    static QString translated(const char* text) { return QCoreApplication::translate("HelpSetIndex", text); }
+
 private:
+    /// What was indexed earlier can be searched while it is brought up to date, whoever does that.
+    void offer(const QString& file)
+    {
+        if (QFileInfo(file).size() > 0) {
+            m_set.database = QFile::encodeName(file);
+            m_ready(m_set);
+        }
+    }
+
+    static bool isSound(const QString& file)
+    {
+        const auto database = IndexFile::open(QFile::encodeName(file));
+        return database != nullptr && IndexFile::isSound(*database);
+    }
+
+    IndexingResult withoutLock(const QString& file)
+    {
+        if (m_stop.stop_requested()) {
+            return {State::Stopped, false, {}, {}};
+        }
+        auto database = QFileInfo(file).size() > 0 ? IndexFile::open(QFile::encodeName(file)) : nullptr;
+        if (database == nullptr || database->number("SELECT count(*) FROM pages") <= 0) {
+            return notKept(translated("another process keeps it from being made"));
+        }
+        const bool isWhole = isUpToDate(*database, *m_set.source, *m_set.pages);
+        return {isWhole ? State::Complete : State::Stopped,
+                true,
+                {},
+                isWhole
+                    ? QStringList()
+                    : QStringList(translated("another process is bringing the index up to date; what it has "
+                                             "not read yet is not found"))};
+    }
+
     IndexingResult openAndUpdate(const QString& file)
     {
         const QByteArray name = QFile::encodeName(file);
@@ -60,14 +117,12 @@ private:
             SearchCache::remove(file);
             database = IndexFile::open(name);
         }
-        return database == nullptr ? IndexingResult{State::Failed, {}} : update(name, *database);
-    }
-
-    IndexingResult update(const QByteArray& name, Database& database)
-    {
+        if (database == nullptr) {
+            return notKept(translated("the cache cannot be written"));
+        }
         m_set.database = name;
         m_ready(m_set);
-        return updateIndex(database, *m_set.source, *m_set.pages, m_stop, m_progress);
+        return updateIndex(*database, *m_set.source, *m_set.pages, m_stop, m_progress);
     }
 
     const std::stop_token& m_stop;
@@ -80,10 +135,17 @@ private:
 
 IndexingResult indexHelpSet(const std::shared_ptr<const SearchSource>& source, const std::stop_token& stop,
                             const IndexingProgress& progress,
-                            const std::function<void(const SearchableSet&)>& ready)
+                            const std::function<void(const SearchableSet&)>& ready, IndexPatience patience,
+                            IndexTrust trust)
 {
     Indexing indexing(source, stop, progress, ready);
     const QString file = SearchCache::databaseFor(source->contentsFile());
-    auto result = file.isNull() ? IndexingResult{State::Failed, {}} : indexing.inFile(file);
-    return result.state == State::Failed || result.state == State::Damaged ? indexing.inMemory() : result;
+    auto result = file.isNull() ? Indexing::notKept(Indexing::translated("there is no cache directory"))
+                                : indexing.inFile(file, patience, trust);
+    if (result.state != State::Failed && result.state != State::Damaged) {
+        return result;
+    }
+    auto inMemory = indexing.inMemory();
+    inMemory.whyNotKept = result.errors.join(QStringLiteral("; "));
+    return inMemory;
 }

@@ -19,9 +19,24 @@ struct SearchableSet {
     std::shared_ptr<Database> inMemory; ///< what keeps a database that is in no file; else null
 };
 
+/// How long to wait while somebody else makes the same index.
+enum class IndexPatience {
+    Endless, ///< until a stop is asked for
+    Brief    ///< some seconds; then what is there has to do, or an index in memory
+};
+
+/// What is known of the index that is there.
+enum class IndexTrust {
+    Sound,
+    Doubtful, ///< to be looked through before it is used, which takes a second for 50,000 pages
+    Damaged   ///< of no use
+};
+
 /// Makes the index of a help set, or brings it up to date, in the user's cache or, where that cannot be
-/// written, in memory. `ready` is called as soon as there is something to search in, and again should that
-/// move.
+/// written, in memory. `ready` is called as soon as there is something to search in, and again when that has
+/// moved.
 [[nodiscard]] IndexingResult indexHelpSet(const std::shared_ptr<const SearchSource>& source,
                                           const std::stop_token& stop, const IndexingProgress& progress,
-                                          const std::function<void(const SearchableSet&)>& ready);
+                                          const std::function<void(const SearchableSet&)>& ready,
+                                          IndexPatience patience = IndexPatience::Endless,
+                                          IndexTrust trust = IndexTrust::Sound);

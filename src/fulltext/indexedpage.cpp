@@ -7,10 +7,12 @@
 #include "pages/plainpage.h"
 
 #include <algorithm>
+#include <mutex>
 
 namespace {
 
-constexpr qsizetype LongestPage = 16'000'000; // UTF-16 code units; of longer ones the beginning is indexed
+constexpr qint64 LongestPage = 16'000'000; // bytes; of longer ones the beginning is indexed
+constexpr qint64 LargePage = 2'000'000;    // bytes
 constexpr size_t GuessedWords = 400;
 
 /// Whether a tenth of the first words are such as only English has so often.
@@ -65,17 +67,20 @@ IndexedPage PageReader::read(const SourcePage& page)
 
 void PageReader::readText(const SourcePage& page, IndexedPage& result)
 {
-    const auto source = readPage(page.file);
+    // Parsed pages take a multiple of their size, so large ones come one at a time.
+    static std::mutex large;
+    const auto isLarge = page.size > LargePage ? std::unique_lock(large) : std::unique_lock<std::mutex>();
+    const auto source = readPage(page.file, LongestPage);
     if (!source.ok()) {
         result.error = describe(source.error());
+        result.isUnread = source.error() == PageError::Unreadable;
         return;
     }
     PlainPage plain;
-    const QString text = source.value().text.left(LongestPage);
-    if (source.value().isHtml) {
-        plain = readPlainPage(text);
-    } else {
-        plain.text = text.toStdString();
+    if (source.value().isHtml && !m_stop.stop_requested()) {
+        plain = readPlainPage(source.value().text);
+    } else if (!m_stop.stop_requested()) {
+        plain.text = source.value().text.toStdString();
     }
     result.title = simplified(plain.title);
     addColumn(plain.headings, result.columns[IndexFile::Headings]);
@@ -118,6 +123,6 @@ void PageReader::readNames(const SourcePage& page, IndexedPage& result)
 
 void PageReader::addColumn(std::string_view text, std::string& column)
 {
-    m_words.read(text);
+    m_words.read(text, m_stop);
     IndexFile::appendPrepared(column, m_words);
 }

@@ -8,7 +8,9 @@
 
 #include <array>
 #include <cstdint>
+#include <stop_token>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// A page as it goes into the database.
@@ -29,7 +31,18 @@ struct IndexedPage {
         bool isTitle;
     };
     std::vector<Name> exactNames;
-    QString error; ///< why there is no text; null when there is
+    QString error;         ///< why there is no text; null when there is
+    bool isUnread = false; ///< there may be text that could not be read this time
+
+    /// Bytes, about.
+    [[nodiscard]] size_t memory() const
+    {
+        size_t bytes = path.size() + title.size();
+        for (const auto& column : columns) {
+            bytes += column.size();
+        }
+        return bytes;
+    }
 };
 
 /// Hash of the titles and keywords that lead to a page.
@@ -38,7 +51,10 @@ struct IndexedPage {
 /// Makes pages ready for the database, one after the other.
 class PageReader {
 public:
-    explicit PageReader(const SearchSource& source) : m_source(source) {}
+    /// What is read when a stop is asked for is of no use.
+    PageReader(const SearchSource& source, std::stop_token stop) : m_source(source), m_stop(std::move(stop))
+    {
+    }
 
     [[nodiscard]] IndexedPage read(const SourcePage& page);
 
@@ -48,5 +64,6 @@ private:
     void addColumn(std::string_view text, std::string& column);
 
     const SearchSource& m_source;
+    std::stop_token m_stop;
     Words m_words;
 };

@@ -106,6 +106,11 @@ std::unique_ptr<Database> IndexFile::open(const QByteArray& name)
     return isOurs ? std::move(database) : nullptr;
 }
 
+bool IndexFile::isSound(Database& database)
+{
+    return database.run("INSERT INTO words(words, rank) VALUES('integrity-check', 0)");
+}
+
 bool IndexFile::clear(Database& database)
 {
     return database.run("BEGIN IMMEDIATE; DELETE FROM pages; DELETE FROM names; "

@@ -15,9 +15,15 @@ struct fts5_api;
 ///   words   FTS5 without contents; it knows numbers of pages that are gone, too
 namespace IndexFile {
 
+/// No help set has nearly so many pages; numbers grow while pages come and go, until they are given anew.
+inline constexpr int64_t LargestPageNumber = 1 << 24;
+
 /// Opens a database of this format, and makes a new one of an empty or absent file. Null when that is not
 /// possible, or when the file holds something else.
 [[nodiscard]] std::unique_ptr<Database> open(const QByteArray& name);
+
+/// Looks through all words. False when they make no sense.
+[[nodiscard]] bool isSound(Database& database);
 
 /// Forgets all pages. False on errors.
 bool clear(Database& database);

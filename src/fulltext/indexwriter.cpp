@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 
 #include <chrono>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -32,6 +33,47 @@ void tidy(Database& database)
     database.run("INSERT INTO words(words, rank) VALUES('merge', 500)");
 }
 
+bool isSame(const SearchSource& source, const Statement& known, const SourcePage& page)
+{
+    return known.number(2) == page.size && known.number(3) == page.time &&
+           known.number(4) == hashOfNames(source, page);
+}
+
+/// Between a database and the pages as they are.
+struct Difference {
+    std::vector<int64_t> gone; ///< numbers of pages in the database
+    std::vector<const SourcePage*> outdated;
+};
+
+/// Nothing on errors.
+std::optional<Difference> findDifference(Database& database, const SearchSource& source,
+                                         const SourcePages& sourcePages)
+{
+    const auto& pages = sourcePages.all();
+    std::unordered_map<std::string, size_t> positions;
+    positions.reserve(pages.size());
+    for (size_t i = 0; i < pages.size(); ++i) {
+        positions.emplace(pages[i].file.toStdString(), i);
+    }
+    std::vector<bool> isKnown(pages.size());
+    Difference difference;
+    auto known = database.prepare("SELECT id, path, size, time, names FROM pages");
+    while (known.step()) {
+        const auto found = positions.find(std::string(known.text(1)));
+        if (found != positions.end() && isSame(source, known, pages[found->second])) {
+            isKnown[found->second] = true;
+        } else {
+            difference.gone.push_back(known.number(0));
+        }
+    }
+    for (size_t i = 0; i < pages.size(); ++i) {
+        if (!isKnown[i]) {
+            difference.outdated.push_back(&pages[i]);
+        }
+    }
+    return known.ok() ? std::optional(std::move(difference)) : std::nullopt;
+}
+
 class Update {
 public:
     Update(Database& database, const SearchSource& source, const SourcePages& pages)
@@ -52,32 +94,15 @@ public:
         if (!m_database.run("BEGIN IMMEDIATE")) {
             return false;
         }
-        const auto& pages = m_pages.all();
-        std::unordered_map<std::string, size_t> positions;
-        positions.reserve(pages.size());
-        for (size_t i = 0; i < pages.size(); ++i) {
-            positions.emplace(pages[i].file.toStdString(), i);
+        const auto difference = findDifference(m_database, m_source, m_pages);
+        if (!difference) {
+            return false;
         }
-        std::vector<bool> isKnown(pages.size());
-        auto known = m_database.prepare("SELECT id, path, size, time, names FROM pages");
-        std::vector<int64_t> gone;
-        while (known.step()) {
-            const auto found = positions.find(std::string(known.text(1)));
-            if (found != positions.end() && isSame(known, pages[found->second])) {
-                isKnown[found->second] = true;
-            } else {
-                gone.push_back(known.number(0));
-            }
-        }
-        for (const auto id : gone) {
+        for (const auto id : difference->gone) {
             m_removePage.bind(1, id).run();
         }
-        for (size_t i = 0; i < pages.size(); ++i) {
-            if (!isKnown[i]) {
-                m_outdated.push_back(&pages[i]);
-            }
-        }
-        return known.ok();
+        m_outdated = difference->outdated;
+        return true;
     }
 
     /// False when the database fails.
@@ -116,12 +141,6 @@ public:
     [[nodiscard]] const QStringList& errors() const { return m_errors; }
 
 private:
-    [[nodiscard]] bool isSame(const Statement& known, const SourcePage& page) const
-    {
-        return known.number(2) == page.size && known.number(3) == page.time &&
-               known.number(4) == hashOfNames(m_source, page);
-    }
-
     /// None of its statements may need a journal of its own, as those with RETURNING do: for that, FTS5 would
     /// write what it has gathered, page by page.
     bool add(const IndexedPage& page)
@@ -129,7 +148,11 @@ private:
         if (!page.error.isNull() && m_errors.size() < MostErrors) {
             m_errors += QStringLiteral("%1: %2").arg(QString::fromStdString(page.path), page.error);
         }
-        m_addPage.bind(1, page.path).bind(2, page.size).bind(3, page.time).bind(4, page.names);
+        // What could not be read is never the same as its file, so that it is read next time.
+        m_addPage.bind(1, page.path)
+            .bind(2, page.isUnread ? -1 : page.size)
+            .bind(3, page.time)
+            .bind(4, page.names);
         m_addPage.bind(5, page.hash).bind(6, int64_t(page.words)).bind(7, int64_t(page.titleWords));
         m_addPage.bind(8, int64_t(page.isEnglish)).bind(9, page.title);
         if (!m_addPage.run()) {
@@ -164,12 +187,18 @@ private:
 
 } // namespace
 
+bool isUpToDate(Database& database, const SearchSource& source, const SourcePages& pages)
+{
+    const auto difference = findDifference(database, source, pages);
+    return difference && difference->gone.empty() && difference->outdated.empty();
+}
+
 IndexingResult updateIndex(Database& database, const SearchSource& source, const SourcePages& pages,
                            const std::stop_token& stop, const IndexingProgress& progress)
 {
     IndexingResult result;
     if (isMostlyGone(database) && !IndexFile::clear(database)) {
-        return {IndexingResult::State::Failed, {database.error()}};
+        return {IndexingResult::State::Failed, false, {}, {database.error()}};
     }
     Update update(database, source, pages);
     const bool isWritten = !stop.stop_requested() && update.compare() && update.write(stop, progress);

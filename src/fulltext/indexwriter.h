@@ -19,11 +19,16 @@ struct IndexingResult {
         Failed,  ///< it cannot be written
     };
     State state = State::Complete;
-    QStringList errors; ///< sentences for people, each with the name of a file
+    bool isKept = false; ///< the index is in the cache, where others find it
+    QString whyNotKept;  ///< otherwise, for people
+    QStringList errors;  ///< sentences for people, each with the name of a file
 };
 
 /// Told about pages that are done, of all.
 using IndexingProgress = std::function<void(qint64 done, qint64 total)>;
+
+/// Whether a database holds what the pages of a help set say; changes nothing.
+[[nodiscard]] bool isUpToDate(Database& database, const SearchSource& source, const SourcePages& pages);
 
 /// Lets a database hold what the pages of a help set say, reading those that have changed in threads of its
 /// own. Changes are kept in steps of a second or two.

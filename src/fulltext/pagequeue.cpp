@@ -7,7 +7,8 @@
 
 namespace {
 
-constexpr size_t MostReady = 64; // pages
+constexpr size_t MostReady = 64;              // pages
+constexpr size_t MostReadyBytes = 16'000'000; // of what was made of them
 
 } // namespace
 
@@ -33,14 +34,20 @@ PageQueue::~PageQueue()
 void PageQueue::work()
 {
     lowerPriority();
-    PageReader reader(m_source);
+    PageReader reader(m_source, m_stop);
     std::unique_lock lock(m_mutex);
     while (!m_isClosed && !m_stop.stop_requested() && m_nextPage < m_pages.size()) {
         const auto& page = *m_pages[m_nextPage++];
         lock.unlock();
         auto read = std::make_unique<IndexedPage>(reader.read(page));
         lock.lock();
-        m_changed.wait(lock, m_stop, [this] { return m_ready.size() < MostReady || m_isClosed; });
+        m_changed.wait(lock, m_stop, [this] {
+            return (m_ready.size() < MostReady && m_readyBytes < MostReadyBytes) || m_isClosed;
+        });
+        if (m_stop.stop_requested()) {
+            return;
+        }
+        m_readyBytes += read->memory();
         m_ready.push_back(std::move(read));
         if (m_ready.size() == 1) {
             m_changed.notify_all();
@@ -57,6 +64,7 @@ std::unique_ptr<IndexedPage> PageQueue::next()
             return nullptr;
         }
         m_taken.swap(m_ready);
+        m_readyBytes = 0;
         m_changed.notify_all();
     }
     ++m_handedOut;

@@ -33,6 +33,7 @@ private:
     std::mutex m_mutex;
     std::condition_variable_any m_changed;
     std::deque<std::unique_ptr<IndexedPage>> m_ready;
+    size_t m_readyBytes = 0;
     size_t m_nextPage = 0;
     bool m_isClosed = false;
     std::deque<std::unique_ptr<IndexedPage>> m_taken; ///< from those that are ready, to be handed out

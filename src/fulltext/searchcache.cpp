@@ -40,11 +40,13 @@ qint64 sizeOf(const QFileInfo& database)
 
 } // namespace
 
-FileLock::FileLock(const QString& file, const std::stop_token& stop)
+FileLock::FileLock(const QString& file, const std::stop_token& stop,
+                   std::optional<std::chrono::milliseconds> patience)
     : m_file(::open(QFile::encodeName(file).constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600))
 {
+    const auto begin = std::chrono::steady_clock::now();
     while (m_file >= 0 && ::flock(m_file, LOCK_EX | LOCK_NB) != 0) {
-        if (stop.stop_requested()) {
+        if (stop.stop_requested() || (patience && std::chrono::steady_clock::now() - begin > *patience)) {
             return;
         }
         std::this_thread::sleep_for(RetryTime);

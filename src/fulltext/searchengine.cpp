@@ -7,6 +7,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -14,6 +15,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr auto SnippetTime = std::chrono::milliseconds(25); // that an answer waits for its snippets
 constexpr auto SpellingTime = std::chrono::milliseconds(150);
+constexpr qint64 MostOfPage = 8'000'000; // bytes of a page's file that a snippet is looked for in
 
 double millisecondsSince(Clock::time_point begin)
 {
@@ -73,7 +75,32 @@ void SearchEngine::add(const SearchableSet& set)
 {
     remove(set.source->contentsFile());
     m_texts.clear();
-    m_sets.push_back(std::make_unique<Set>(Set{set, std::make_unique<SearchIndex>(set.database)}));
+    m_sets.push_back(std::make_unique<Set>(Set{set, std::make_unique<SearchIndex>(set.database), false}));
+}
+
+std::vector<SearchableSet> SearchEngine::takeUnchecked(const SearchRequest& request)
+{
+    std::vector<SearchableSet> unchecked;
+    for (auto* set : scope(request, {})) {
+        if (!std::exchange(set->isChecked, true) && set->set.inMemory == nullptr) {
+            unchecked.push_back(set->set);
+        }
+    }
+    return unchecked;
+}
+
+std::vector<SearchableSet> SearchEngine::takeDamaged()
+{
+    std::vector<SearchableSet> damaged;
+    for (const auto& set : m_sets) {
+        if (set->index->isDamaged()) {
+            damaged.push_back(set->set);
+        }
+    }
+    for (const auto& set : damaged) {
+        remove(set.source->contentsFile());
+    }
+    return damaged;
 }
 
 void SearchEngine::remove(const QString& contentsFile)
@@ -81,13 +108,14 @@ void SearchEngine::remove(const QString& contentsFile)
     std::erase_if(m_sets, [&](const auto& set) { return set->set.source->contentsFile() == contentsFile; });
 }
 
-std::vector<SearchEngine::Set*> SearchEngine::scope(const SearchRequest& request)
+std::vector<SearchEngine::Set*> SearchEngine::scope(const SearchRequest& request, const std::stop_token& stop)
 {
     std::vector<Set*> sets;
     for (const auto& set : m_sets) {
         const bool isWanted = request.contentsFiles.isEmpty() ||
                               request.contentsFiles.contains(set->set.source->contentsFile());
         if (isWanted && set->index->isOpen()) {
+            set->index->setStop(stop);
             sets.push_back(set.get());
         }
     }
@@ -98,7 +126,7 @@ std::optional<SearchAnswer> SearchEngine::search(const SearchRequest& request, c
                                                  const std::function<void(const SearchAnswer&)>& early)
 {
     const auto begin = Clock::now();
-    const auto sets = scope(request);
+    const auto sets = scope(request, stop);
     SearchQuery query = parseQuery(request.query, request.isTyping);
     SearchAnswer answer;
     answer.query = request.query;
@@ -155,7 +183,7 @@ std::optional<SearchEngine::Found> SearchEngine::findAll(const std::vector<Set*>
     Found all;
     const auto weights = weightsFor(sets, query);
     for (auto* set : sets) {
-        auto found = set->index->search(query, weights, size_t(limit), stop);
+        auto found = set->index->search(query, weights, size_t(limit));
         if (stop.stop_requested()) {
             return std::nullopt;
         }
@@ -327,12 +355,14 @@ const std::string& SearchEngine::textOf(const QString& page)
         return *known;
     }
     static const std::string none;
-    const auto source = readPage(page);
+    const auto source = readPage(page, MostOfPage);
     if (!source.ok()) {
         return none;
     }
     auto text = std::make_unique<std::string>(source.value().isHtml ? readPlainPage(source.value().text).text
                                                                     : source.value().text.toStdString());
+    text->resize(std::min(text->size(), SnippetSource));
+    text->shrink_to_fit();
     const auto cost = qsizetype(text->size()) + 1;
     m_texts.insert(page, text.release(), cost);
     const auto* kept = m_texts.object(page);

@@ -23,6 +23,12 @@ public:
     /// A set that is known by its contents file is replaced.
     void add(const SearchableSet& set);
     void remove(const QString& contentsFile);
+    /// Those of the sets that a request is about of which this has not been asked before. Where nothing at
+    /// all is found, they are worth a thorough look.
+    [[nodiscard]] std::vector<SearchableSet> takeUnchecked(const SearchRequest& request);
+    /// Forgets the sets whose databases have turned out to be damaged, and tells which. They are to be made
+    /// anew.
+    [[nodiscard]] std::vector<SearchableSet> takeDamaged();
 
     /// Nothing when a stop was asked for. `early` is called with what there is when making the snippets takes
     /// long.
@@ -34,6 +40,7 @@ private:
     struct Set {
         SearchableSet set;
         std::unique_ptr<SearchIndex> index;
+        bool isChecked = false;
     };
     struct Hit {
         Set* set;
@@ -44,7 +51,7 @@ private:
         qint64 total = 0;
         std::vector<Hit> hits;
     };
-    [[nodiscard]] std::vector<Set*> scope(const SearchRequest& request);
+    [[nodiscard]] std::vector<Set*> scope(const SearchRequest& request, const std::stop_token& stop);
     [[nodiscard]] static std::vector<double> weightsFor(const std::vector<Set*>& sets,
                                                         const SearchQuery& query);
     [[nodiscard]] std::optional<Found> findAll(const std::vector<Set*>& sets, const SearchQuery& query,

@@ -5,7 +5,7 @@
 #include "fulltext/indexfile.h"
 
 #include <algorithm>
-#include <unordered_set>
+#include <utility>
 
 namespace {
 
@@ -102,6 +102,12 @@ SearchIndex::SearchIndex(const QByteArray& name) : m_database(IndexFile::open(na
     }
 }
 
+void SearchIndex::setStop(const std::stop_token& stop)
+{
+    m_stop = stop;
+    m_database->setStop(stop);
+}
+
 void SearchIndex::refresh()
 {
     const int64_t version = m_database->number("PRAGMA data_version");
@@ -115,6 +121,10 @@ void SearchIndex::refresh()
     double words = 0;
     auto rows = m_database->prepare("SELECT id, words, titlewords, english, hash FROM pages");
     while (rows.step()) {
+        if (rows.number(0) < 0 || rows.number(0) > IndexFile::LargestPageNumber) {
+            m_database->noteDamage();
+            continue;
+        }
         const auto id = uint32_t(rows.number(0));
         m_facts.pages.resize(std::max<size_t>(m_facts.pages.size(), id + size_t(1)));
         auto& page = m_facts.pages[id];
@@ -131,7 +141,14 @@ void SearchIndex::refresh()
         m_facts.english += page.isEnglish ? 1 : 0;
         words += page.words;
     }
+    if (words > 0 && rows.ok() && m_database->number("SELECT 1 FROM vocabulary LIMIT 1") != 1 &&
+        !m_stop.stop_requested()) {
+        m_database->noteDamage();
+    }
     m_facts.meanWords = std::max(1.0, words / double(std::max<int64_t>(m_facts.live, 1)));
+    if (!rows.ok()) {
+        m_version = -1; // stopped, or damaged
+    }
 }
 
 /// The forms of a word begin alike, but for an "i" that stands for "y" and the like.
@@ -157,6 +174,12 @@ const SearchIndex::Forms& SearchIndex::forms(const std::string& word)
             forms.words.emplace_back(term);
             forms.pages = std::max(forms.pages, rows.number(1));
         }
+    }
+    if (!rows.ok()) {
+        // Not to be remembered; what there is will do for a search that has been given up.
+        m_unfinished = std::exchange(forms, {});
+        m_forms.erase(word);
+        return m_unfinished;
     }
     return forms;
 }
@@ -185,6 +208,10 @@ std::vector<int64_t> SearchIndex::count(const SearchQuery& query)
     std::vector<int64_t> counts;
     for (const auto& clause : query.clauses) {
         for (const auto& term : clause.terms) {
+            if (m_stop.stop_requested()) {
+                counts.push_back(0);
+                continue;
+            }
             if (hasForms(term)) {
                 counts.push_back(forms(term.words.front()).pages);
                 continue;
@@ -199,8 +226,7 @@ std::vector<int64_t> SearchIndex::count(const SearchQuery& query)
 }
 
 std::optional<SearchIndex::Found> SearchIndex::search(const SearchQuery& query,
-                                                      const std::vector<double>& weights, size_t limit,
-                                                      const std::stop_token& stop)
+                                                      const std::vector<double>& weights, size_t limit)
 {
     refresh();
     Expression expression;
@@ -215,7 +241,7 @@ std::optional<SearchIndex::Found> SearchIndex::search(const SearchQuery& query,
     }
     Found found;
     if (!expression.isEmpty()) {
-        m_ranking.begin(m_facts, expression.roles(), stop);
+        m_ranking.begin(m_facts, expression.roles(), m_stop);
         auto rows = m_database->prepare("SELECT collect(words) FROM words WHERE words MATCH ?");
         const std::string text = expression.text();
         rows.bind(1, text);

@@ -18,6 +18,10 @@ class SearchIndex {
 public:
     explicit SearchIndex(const QByteArray& name);
     [[nodiscard]] bool isOpen() const { return m_database != nullptr; }
+    /// Whether what was read makes no sense; what was found is not all there is.
+    [[nodiscard]] bool isDamaged() const { return m_database != nullptr && m_database->sawDamage(); }
+    /// Lets all that follows end early, with less than there is, when a stop is asked for.
+    void setStop(const std::stop_token& stop);
 
     struct Found {
         int64_t total = 0;           ///< pages, copies counted once
@@ -30,7 +34,7 @@ public:
     /// `weights` are those of the terms, in their order there. Nothing when a stop was asked for or the
     /// database is damaged.
     [[nodiscard]] std::optional<Found> search(const SearchQuery& query, const std::vector<double>& weights,
-                                              size_t limit, const std::stop_token& stop);
+                                              size_t limit);
 
     struct Page {
         QString file;
@@ -64,10 +68,12 @@ private:
     void preferExactNames(const SearchQuery& query, Found& found);
     void sortOut(Found& found, size_t limit);
 
+    std::stop_token m_stop;
     Ranking m_ranking; ///< before the database, which calls it
     std::unique_ptr<Database> m_database;
     AllFacts m_facts;
     int64_t m_version = -1; ///< of the database's content
     Stemmer m_stemmer;
     std::unordered_map<std::string, Forms> m_forms;
+    Forms m_unfinished; ///< of the word asked for last, if reading it failed
 };

@@ -69,8 +69,17 @@ private:
                 const auto stop = m_stop.get_token();
                 lock.unlock();
                 const auto send = [&](const SearchAnswer& answer) { post(answer, number); };
-                if (const auto answer = engine.search(request, stop, send)) {
+                const auto answer = engine.search(request, stop, send);
+                if (answer) {
                     send(*answer);
+                }
+                for (const auto& set : engine.takeDamaged()) {
+                    postRepair(set, IndexTrust::Damaged);
+                }
+                if (answer && answer->total == 0 && answer->nearestTotal == 0 && !request.isTyping) {
+                    for (const auto& set : engine.takeUnchecked(request)) {
+                        postRepair(set, IndexTrust::Doubtful);
+                    }
                 }
             }
             lock.lock();
@@ -86,6 +95,13 @@ private:
                     Q_EMIT m_service.answered(answer);
                 }
             },
+            Qt::QueuedConnection);
+    }
+
+    void postRepair(const SearchableSet& set, IndexTrust trust)
+    {
+        QMetaObject::invokeMethod(
+            &m_service, [this, source = set.source, trust] { m_service.repair(source, trust); },
             Qt::QueuedConnection);
     }
 
@@ -116,11 +132,11 @@ public:
     Indexing(const Indexing&) = delete;
     Indexing& operator=(const Indexing&) = delete;
 
-    void add(const SearchSource& source)
+    void add(const std::shared_ptr<const SearchSource>& source, IndexTrust trust)
     {
         const std::lock_guard lock(m_mutex);
-        drop(source.contentsFile());
-        m_waiting.push_back(std::make_shared<SearchSource>(source));
+        drop(source->contentsFile());
+        m_waiting.push_back({source, trust});
         m_changed.notify_all();
     }
 
@@ -145,11 +161,15 @@ public:
 
 private:
     using Source = std::shared_ptr<const SearchSource>;
+    struct Task {
+        Source source;
+        IndexTrust trust;
+    };
 
     void drop(const QString& contentsFile)
     {
         std::erase_if(m_waiting,
-                      [&](const Source& waiting) { return waiting->contentsFile() == contentsFile; });
+                      [&](const Task& waiting) { return waiting.source->contentsFile() == contentsFile; });
         if (m_current != nullptr && m_current->contentsFile() == contentsFile) {
             m_stop.request_stop();
         }
@@ -160,13 +180,14 @@ private:
         lowerPriority();
         std::unique_lock lock(m_mutex);
         while (m_changed.wait(lock, quit, [this] { return !m_waiting.empty(); })) {
-            m_current = m_waiting.front();
+            const Task task = m_waiting.front();
+            m_current = task.source;
             m_waiting.pop_front();
             m_stop = {};
             const auto source = m_current;
             const auto stop = m_stop.get_token();
             lock.unlock();
-            const auto result = index(source, stop);
+            const auto result = index(task, stop);
             lock.lock();
             m_current = nullptr;
             const bool isLast = m_waiting.empty();
@@ -180,7 +201,7 @@ private:
         }
     }
 
-    IndexingResult index(const Source& source, const std::stop_token& stop)
+    IndexingResult index(const Task& task, const std::stop_token& stop)
     {
         auto lastReport = std::chrono::steady_clock::time_point();
         const auto progress = [&](qint64 done, qint64 total) {
@@ -195,7 +216,7 @@ private:
                 m_searching.change([set](SearchEngine& engine) { engine.add(set); });
             }
         };
-        return indexHelpSet(source, stop, progress, ready);
+        return indexHelpSet(task.source, stop, progress, ready, IndexPatience::Endless, task.trust);
     }
 
     /// Sets that wait have about as many pages as topics.
@@ -203,9 +224,10 @@ private:
     {
         const std::lock_guard lock(m_mutex);
         m_doneOfCurrent = total;
-        const qint64 waiting = std::accumulate(
-            m_waiting.begin(), m_waiting.end(), qint64(0),
-            [](qint64 sum, const Source& source) { return sum + qint64(source->topics().size()); });
+        const qint64 waiting =
+            std::accumulate(m_waiting.begin(), m_waiting.end(), qint64(0), [](qint64 sum, const Task& task) {
+                return sum + qint64(task.source->topics().size());
+            });
         post([this, allDone = m_doneBefore + done, all = m_doneBefore + total + waiting] {
             Q_EMIT m_service.progressed(allDone, all);
         });
@@ -221,7 +243,7 @@ private:
     Searching& m_searching;
     mutable std::mutex m_mutex;
     std::condition_variable_any m_changed;
-    std::deque<Source> m_waiting;
+    std::deque<Task> m_waiting;
     Source m_current;
     qint64 m_doneBefore = 0; ///< pages of the sets before the current one, since it was idle
     qint64 m_doneOfCurrent = 0;
@@ -239,11 +261,27 @@ SearchService::~SearchService() = default;
 
 void SearchService::addHelpSet(const SearchSource& source)
 {
-    m_indexing->add(source);
+    const auto kept = std::make_shared<const SearchSource>(source);
+    m_sources.insert(source.contentsFile(), kept);
+    m_indexing->add(kept, IndexTrust::Sound);
+}
+
+/// A damaged index is made anew once only: where the new one is damaged, too, another would not be better.
+void SearchService::repair(const std::shared_ptr<const SearchSource>& source, IndexTrust trust)
+{
+    const QString file = source->contentsFile();
+    if (m_sources.value(file) != source || (trust == IndexTrust::Damaged && m_repaired.contains(file))) {
+        return;
+    }
+    if (trust == IndexTrust::Damaged) {
+        m_repaired.insert(file);
+    }
+    m_indexing->add(source, trust);
 }
 
 void SearchService::removeHelpSet(const QString& contentsFile)
 {
+    m_sources.remove(contentsFile);
     m_indexing->remove(contentsFile);
     m_searching->change([contentsFile](SearchEngine& engine) { engine.remove(contentsFile); });
 }

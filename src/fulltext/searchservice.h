@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "fulltext/helpsetindex.h"
 #include "fulltext/searchanswer.h"
 #include "fulltext/searchsource.h"
 
+#include <QHash>
 #include <QObject>
+#include <QSet>
 
 #include <memory>
 
@@ -45,6 +48,10 @@ Q_SIGNALS:
 private:
     class Searching;
     class Indexing;
+    void repair(const std::shared_ptr<const SearchSource>& source, IndexTrust trust);
+
+    QHash<QString, std::shared_ptr<const SearchSource>> m_sources; ///< by contents files
+    QSet<QString> m_repaired;                                      ///< contents files
     std::unique_ptr<Searching> m_searching;
     std::unique_ptr<Indexing> m_indexing; ///< after the former, which it uses
 };

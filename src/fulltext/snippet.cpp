@@ -8,11 +8,10 @@
 
 namespace {
 
-constexpr size_t Length = 180;         // bytes, about
-constexpr size_t Before = 50;          // bytes of them before the first match
-constexpr size_t MostText = 2'000'000; // bytes that are looked at
-constexpr size_t PartSize = 8192;      // bytes that are looked at in one go
-constexpr size_t MostMatches = 4;      // that make a piece better
+constexpr size_t Length = 180;    // bytes, about
+constexpr size_t Before = 50;     // bytes of them before the first match
+constexpr size_t PartSize = 8192; // bytes that are looked at in one go
+constexpr size_t MostMatches = 4; // that make a piece better
 
 constexpr bool isLineBlank(char c)
 {
@@ -113,7 +112,7 @@ std::string simplified(std::string_view text)
 
 Snippet makeSnippet(std::string_view text, QueryMatcher& matcher)
 {
-    text = text.substr(0, MostText);
+    text = text.substr(0, SnippetSource);
     const size_t first = findPlace(text, matcher).begin;
     const size_t begin = wordBegin(text, first - std::min(first, Before));
     const size_t end = wordEnd(text, begin + Length);

@@ -16,6 +16,9 @@ struct Snippet {
     std::vector<TextRange> marks;
 };
 
+/// How much of a text is looked at, in bytes.
+inline constexpr size_t SnippetSource = 2'000'000;
+
 /// The piece of a text (UTF-8) that has the most of what the matcher looks for, close together; the beginning
 /// when there is none of it.
 [[nodiscard]] Snippet makeSnippet(std::string_view text, QueryMatcher& matcher);

@@ -8,7 +8,8 @@
 
 namespace {
 
-constexpr size_t LongestWord = 64; // bytes; what is longer is cut
+constexpr size_t LongestWord = 64;       // bytes; what is longer is cut
+constexpr size_t LookDistance = 1 << 16; // bytes between two looks for a stop
 
 constexpr bool isDigit(char c)
 {
@@ -37,18 +38,26 @@ constexpr bool isOperatorSign(char c)
 
 } // namespace
 
-void Words::read(std::string_view text)
+void Words::read(std::string_view text, const std::stop_token& stop)
 {
     m_text = text.substr(0, size_t(INT32_MAX));
     m_folded.clear();
     m_words.clear();
     m_position = 0;
+    size_t nextLook = LookDistance;
     for (size_t at = 0; at < m_text.size();) {
+        if (at >= nextLook) {
+            nextLook = at + LookDistance;
+            if (stop.stop_requested()) {
+                return;
+            }
+        }
         const char c = m_text[at];
         if (isWordByte(c)) {
             at = readPlain(at);
         } else if (isAscii(c)) {
-            at = c == '-' && isOptionAt(at) ? readName(at, m_text.find_first_not_of('-', at)) : at + 1;
+            const size_t dashes = c == '-' ? optionDashes(at) : 0;
+            at = dashes > 0 ? readName(at, at + dashes) : at + 1;
         } else if (const auto next = characterAt(at); kindOf(next.code) == CharacterKind::Dense) {
             at = readPairs(at);
         } else {
@@ -102,15 +111,17 @@ size_t Words::readPlain(size_t begin)
     return end;
 }
 
-bool Words::isOptionAt(size_t begin) const
+/// How many dashes begin an option here; 0 when none begins.
+size_t Words::optionDashes(size_t begin) const
 {
-    const size_t name = m_text.find_first_not_of('-', begin);
-    if (name == std::string_view::npos || name - begin > 2 ||
-        (!isLower(m_text[name]) && !isUpper(m_text[name]))) {
-        return false;
+    const size_t dashes = m_text.substr(begin).starts_with("--") ? 2 : 1;
+    const size_t name = begin + dashes;
+    if (name >= m_text.size() || (!isLower(m_text[name]) && !isUpper(m_text[name]))) {
+        return 0;
     }
-    return begin == 0 ||
-           std::string_view(" \t\r\n\f([{|,'\"`=").find(m_text[begin - 1]) != std::string_view::npos;
+    const bool isApart = begin == 0 || std::string_view(" \t\r\n\f([{|,'\"`=").find(m_text[begin - 1]) !=
+                                           std::string_view::npos;
+    return isApart ? dashes : 0;
 }
 
 /// Behind the letters that follow, with the signs within a name.
@@ -173,7 +184,8 @@ void Words::addSegments(size_t begin, size_t end, bool isAdded)
 {
     bool isFirst = true;
     for (size_t at = begin; at < end;) {
-        const size_t segmentEnd = std::min(m_text.find_first_of(".:-", at), end);
+        // Not in all of the text: few names are followed by such a sign.
+        const size_t segmentEnd = at + std::min(m_text.substr(at, end - at).find_first_of(".:-"), end - at);
         if (segmentEnd > at) {
             if (!isAdded || segmentEnd - at < end - begin) {
                 add(at, segmentEnd, true, !isFirst);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,7 +24,8 @@ struct Word {
 class Words {
 public:
     /// Forgets the words of the text before. `text` is UTF-8 of at most 2 GiB and must outlive what is read.
-    void read(std::string_view text);
+    /// When a stop is asked for, the rest is left out.
+    void read(std::string_view text, const std::stop_token& stop = {});
 
     [[nodiscard]] const std::vector<Word>& all() const { return m_words; }
     [[nodiscard]] std::string_view folded(const Word& word) const
@@ -41,7 +43,7 @@ private:
     [[nodiscard]] Character characterAt(size_t at) const;
     [[nodiscard]] size_t endOfName(size_t begin) const;
     [[nodiscard]] size_t endOfSigns(size_t begin, size_t end) const;
-    [[nodiscard]] bool isOptionAt(size_t begin) const;
+    [[nodiscard]] size_t optionDashes(size_t begin) const;
     size_t readPlain(size_t begin);
     size_t readName(size_t begin, size_t nameBegin);
     size_t readPairs(size_t begin);

@@ -47,6 +47,17 @@ bool isText(const QByteArray& bytes)
     return !bytes.startsWith("%PDF-") && !bytes.first(std::min<qsizetype>(bytes.size(), 4096)).contains('\0');
 }
 
+/// Half a character at the end would make all of the text one that is not UTF-8.
+QByteArray withoutCutCharacter(QByteArray bytes)
+{
+    qsizetype size = bytes.size();
+    while (size > 0 && bytes.size() - size < 4 && static_cast<unsigned char>(bytes[size - 1]) >= 0x80) {
+        --size;
+    }
+    bytes.truncate(size);
+    return bytes;
+}
+
 bool looksLikeHtml(const QString& file, const QString& text)
 {
     const QString suffix = QFileInfo(file).suffix().toLower();
@@ -101,16 +112,17 @@ QString describe(PageError error)
     return {};
 }
 
-Result<PageText, PageError> readPage(const QString& file)
+Result<PageText, PageError> readPage(const QString& file, qint64 most)
 {
-    const auto bytes = readRegularFile(file);
-    if (!bytes.ok()) {
-        return fromFileError(bytes.error());
+    const auto read = readRegularFile(file, most);
+    if (!read.ok()) {
+        return fromFileError(read.error());
     }
-    if (!isText(bytes.value())) {
+    const QByteArray bytes = read.value().size() < most ? read.value() : withoutCutCharacter(read.value());
+    if (!isText(bytes)) {
         return PageError::NotText;
     }
-    const QString text = decodePage(bytes.value());
+    const QString text = decodePage(bytes);
     if (text.trimmed().isEmpty()) {
         return PageError::Empty;
     }

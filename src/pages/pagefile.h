@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include <limits>
+
 /// Splits a page name at its "#", unless a file has that very name. A directory with an index.html means that
 /// file.
 [[nodiscard]] PageLocation locatePage(const QString& name);
@@ -22,4 +24,6 @@ enum class PageError { NotFound, Directory, NotRegular, Unreadable, TooLarge, No
 /// A sentence for people.
 [[nodiscard]] QString describe(PageError error);
 
-[[nodiscard]] Result<PageText, PageError> readPage(const QString& file);
+/// The text of a page file, or of its first `most` bytes.
+[[nodiscard]] Result<PageText, PageError> readPage(const QString& file,
+                                                   qint64 most = std::numeric_limits<qint64>::max());

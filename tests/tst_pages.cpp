@@ -155,6 +155,12 @@ private Q_SLOTS:
         addRow("HTML by content", "a.1", "\n<!DOCTYPE html>"_ba, "html");
         addRow("a tag in a text file", "a.txt", "<p>"_ba, "plain");
         addRow("text", "a.md", "a < b"_ba, "plain");
+        addRow("source code", "a.cpp", "#include <vector>\nstd::vector<int> a;"_ba, "plain");
+        addRow("text with a tag in front", "a.md", "<p align=center>Title</p>"_ba, "plain");
+        addRow("usage", "README.1st", "copy <file> <b >"_ba, "plain");
+        addRow("page of a server", "a.php", "<!-- saved -->\n<html lang=en>"_ba, "html");
+        addRow("XHTML by content", "a.1", "<?xml version='1.0'?>\n<!DOCTYPE html>"_ba, "html");
+        addRow("tag by content", "a.page", "<h1>Title</h1>"_ba, "html");
         addRow("empty", "a.html", QByteArray(), "empty");
         addRow("white space", "a.html", " \n\t"_ba, "empty");
         addRow("binary", "a.html", QByteArray("a\0b", 3), "not text");

@@ -184,6 +184,9 @@ void addListsAndPictures()
            "<div>a</div><p>b</p><div>c <b>d</b></div>");
     addRow("small picture", R"(<p>a <img src="i.png" width="9" onload="x"> b</p>)",
            R"(<p>a <img src="file:///set/i.png" width="9"> b</p>)");
+    addRow("choice of pictures", R"(<p>a <picture><source srcset="x.webp"><img src="i.png"></picture> b</p>)",
+           R"(<p>a <img src="file:///set/i.png"> b</p>)");
+    addRow("places to break a word", "<p>a<wbr>b <b>c</b> d</wbr> e</p>", "<p>ab <b>c</b> d e</p>");
     addRow("large picture", R"(<p>a <img src="big.png"> b</p>)",
            R"(<p class="picture">a<br><img src="file:///set/big.png"><br>b</p>)");
     addRow("missing picture", R"(<p>a <img src="no.gif" alt="A &lt;map"> b <img src="http://x/y.png"></p>)",

@@ -295,6 +295,6 @@ void HelpFindDialog::showCount()
     } else if (m_matches->current() == 0) {
         m_countLabel->setText(tr("%1 on this page").arg(number));
     } else {
-        m_countLabel->setText(tr("%1 of %2").arg(m_matches->current()).arg(number));
+        m_countLabel->setText(tr("%1 of %2").arg(QString::number(m_matches->current()), number));
     }
 }

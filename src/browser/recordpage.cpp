@@ -29,7 +29,8 @@ void addOrigin(BuiltinPage& page, const QString& helpSet, const NamedBy& namedBy
         addFact(page, text(QT_TRANSLATE_NOOP("RecordPage", "Linked from:")), namedBy.file);
     } else {
         addFact(page, text(QT_TRANSLATE_NOOP("RecordPage", "Named in:")),
-                text(QT_TRANSLATE_NOOP("RecordPage", "%1, line %2")).arg(namedBy.file).arg(namedBy.line));
+                text(QT_TRANSLATE_NOOP("RecordPage", "%1, line %2"))
+                    .arg(namedBy.file, QString::number(namedBy.line)));
     }
 }
 

@@ -24,6 +24,13 @@ bool isHeadElement(std::string_view name)
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
+/// Elements without an end that the parser does not know to have none.
+bool isNewVoidElement(std::string_view name)
+{
+    static constexpr std::array<std::string_view, 4> names{"wbr", "source", "track", "keygen"};
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
 /// The parser's own preparation on first use takes no care of other threads.
 void initializeParser()
 {
@@ -110,7 +117,9 @@ void HtmlTree::startElement(std::string_view name, const unsigned char** attribu
     } else if (m_body == nullptr && node.parent == m_root && name == "body") {
         m_body = &node;
     }
-    m_open = &node;
+    if (!isNewVoidElement(name)) {
+        m_open = &node;
+    }
 }
 
 void HtmlTree::openBody()

@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QMimeDatabase>
 #include <QRegularExpression>
 #include <QStringDecoder>
 
@@ -58,15 +59,31 @@ QByteArray withoutCutCharacter(QByteArray bytes)
     return bytes;
 }
 
+/// Whether the name of a file says that it holds text of another kind, such as source code.
+bool isNamedAsOtherText(const QString& file)
+{
+    static const QString plain = QStringLiteral("text/plain");
+    const auto type = QMimeDatabase().mimeTypeForFile(file, QMimeDatabase::MatchExtension);
+    return type.inherits(plain) && !type.inherits(QStringLiteral("text/html")) &&
+           !type.inherits(QStringLiteral("application/xml"));
+}
+
+/// Tags within a text are no sign: "#include <vector>" and "usage: copy <file>" are no HTML.
 bool looksLikeHtml(const QString& file, const QString& text)
 {
     const QString suffix = QFileInfo(file).suffix().toLower();
     if (suffix.startsWith(u"htm") || suffix == u"xhtml" || suffix == u"shtml") {
         return true;
     }
-    static const QRegularExpression tag(QStringLiteral("<(!doctype|!--|\\?xml|/?[a-z][a-z0-9]*[\\s/>])"),
+    static const QRegularExpression document(
+        QStringLiteral(R"(^(?:\s|<\?xml[^>]*>|<!--(?:[^-]|-(?!->))*-->)*<(?:!doctype\s+html|html)\b)"),
+        QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression tag(QStringLiteral("^\\s*<(?:!doctype|!--|\\?xml|[a-z][a-z0-9]*[\\s/>])"),
                                         QRegularExpression::CaseInsensitiveOption);
-    return suffix != u"txt" && tag.match(text.left(1024)).hasMatch();
+    constexpr qsizetype headSize = 4096;
+    const QString head = text.left(headSize);
+    return suffix != u"txt" &&
+           (document.match(head).hasMatch() || (tag.match(head).hasMatch() && !isNamedAsOtherText(file)));
 }
 
 } // namespace

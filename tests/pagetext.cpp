@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Writes, for each page named on standard input, a line of JSON with the text that the page view holds.
 #include "browser/pagefiller.h"
-#include "browser/pageresource.h"
+#include "browser/picturefile.h"
 #include "pages/pagefile.h"
 #include "pages/pagepreparation.h"
 
@@ -28,7 +28,10 @@ QJsonObject describePage(const QString& file)
     if (!source.ok()) {
         return {{QStringLiteral("file"), file}, {QStringLiteral("error"), describe(source.error())}};
     }
-    const auto page = preparePage(source.value().text, {file, pictureWidth}, Presentation::Reading);
+    const auto page =
+        preparePage(source.value().text,
+                    {file, [](const QString& name) { return qMax(0, PictureFile(name).size().width()); }},
+                    Presentation::Reading);
     QTextDocument document;
     PageFiller filler(document);
     document.setHtml(filler.begin(page));

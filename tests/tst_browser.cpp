@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "browser/helpbrowser.h"
 #include "browser/picturefile.h"
+#include "browser/picturestore.h"
 #include "library/helplibrary.h"
 #include "testfiles.h"
 
@@ -160,6 +161,10 @@ private Q_SLOTS:
     void svgPictures();
     void brokenLink();
     void beginningOfALargePage();
+    void textsLikePictures_data();
+    void textsLikePictures();
+    void percentSignsInNames();
+    void memoryOfPictures();
     void pictureWindow_data();
     void pictureWindow();
     void onlyRegularLocalFilesAreRead();
@@ -439,11 +444,65 @@ void TestBrowser::svgPictures()
                                  "<rect width='20' height='10' fill='red'/>" +
                                      image(0, other.toUtf8()) +
                                      image(10, "data:image/png;base64," + bytes.toBase64()) + "</svg>");
-    const QImage picture = readPicture(drawing);
-    QCOMPARE(picture.size(), QSize(20, 10));
-    QCOMPARE(pictureSize(drawing), picture.size());
+    const PictureFile file(drawing);
+    QCOMPARE(file.size(), QSize(20, 10));
+    const QImage picture = file.read(file.size());
     QCOMPARE(picture.pixelColor(5, 5), QColor(Qt::red));
     QCOMPARE(picture.pixelColor(15, 5), QColor(Qt::green));
+}
+
+/// What begins like a picture but is text is shown as a page.
+void TestBrowser::textsLikePictures_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("bitmap") << QByteArray(
+        "BM is an abbreviation of many things and long enough for a header.");
+    QTest::newRow("portable bitmap") << QByteArray("P1 is the first of them");
+    QTest::newRow("drawing") << QByteArray("<svg is how a drawing begins");
+}
+
+void TestBrowser::textsLikePictures()
+{
+    QFETCH(QByteArray, bytes);
+    Fixture f(ThreePages);
+    f.files.write(QStringLiteral("a.txt"), bytes);
+    f.show("a.txt");
+    QCOMPARE(f.text(), QString::fromUtf8(bytes));
+}
+
+/// Names of files are not taken for places in a text.
+void TestBrowser::percentSignsInNames()
+{
+    Fixture f(ThreePages);
+    f.files.write(QStringLiteral("%2/%1.cnt"), "title=%3\nTopic = none%20%1.html\n");
+    const QString contents = f.path("%2/%1.cnt");
+    f.load(contents);
+    f.browser.setSource(f.path("%2/none%20%1.html"));
+    QVERIFY2(f.text().contains(contents + u", line 2"), qPrintable(f.text()));
+    QVERIFY2(f.text().contains(u"/%2/none%20%1.html"_qs), qPrintable(f.text()));
+}
+
+/// Pictures are decoded as large as they are shown, and only so many are kept.
+void TestBrowser::memoryOfPictures()
+{
+    TemporaryFiles files;
+    QImage image(3000, 2000, QImage::Format_RGB32);
+    image.fill(0);
+    PictureStore store;
+    for (int i = 0; i < 4; ++i) {
+        const QString name = files.path(QString::number(i) + u".png");
+        QVERIFY(image.save(name));
+        QCOMPARE(store.size(name), image.size());
+        QCOMPARE(store.picture(name, {300, 200}).size(), QSize(300, 200));
+    }
+    QVERIFY(store.sum() < 4 * 300 * 200 * 4 + 1);
+    for (int i = 0; i < 4; ++i) {
+        const QString name = files.path(QString::number(i) + u".png");
+        QCOMPARE(store.picture(name, {9000, 9000}).size(), QSize(3000, 2000).boundedTo(QSize(2828, 2828)));
+        QVERIFY(store.isReady(name, {9000, 9000}));
+    }
+    QVERIFY(store.sum() <= PictureStore::LargestSum);
+    QVERIFY(!store.isReady(files.path(QStringLiteral("0.png")), {9000, 9000}));
 }
 
 /// The page that cannot be shown tells which page leads to it.

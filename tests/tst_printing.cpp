@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QImage>
+#include <QPageRanges>
 #include <QPrinter>
 #include <QProcess>
 #include <QRegularExpression>
@@ -52,6 +53,9 @@ private Q_SLOTS:
     void noLineIsLost_data();
     void noLineIsLost();
     void pictureIsPrintedAndFits();
+    void rightEdges_data();
+    void rightEdges();
+    void chosenSheets();
     void onlyLocalFilesAreRead();
     void blackOnWhite();
     void links();
@@ -187,6 +191,86 @@ void TestPrinting::pictureIsPrintedAndFits()
     QVERIFY(isGreen(75));
     QVERIFY(isGreen(int(BodyRight) - 3));
     QVERIFY(!isGreen(int(BodyRight) + 3));
+}
+
+void TestPrinting::rightEdges_data()
+{
+    QTest::addColumn<QString>("html");
+    QTest::addColumn<int>("pictures");
+    const auto picture = u"<img src='edge.png'>"_qs;
+    QTest::newRow("alone") << picture << 1;
+    QTest::newRow("row of a table") << u"<table border=1 cellpadding=9><tr><td>a<td>"_qs + picture + u"<td>" +
+                                           picture + u"</table>"
+                                    << 2;
+    QTest::newRow("table in a cell") << u"<table><tr><td><table><tr><td>"_qs + picture + u"<td>" + picture +
+                                            u"</table><td>" + picture
+                                     << 3;
+    QTest::newRow("nested lists") << u"<ul><li>a<ul><li>b<ol><li>"_qs + picture + u"</ol></ul></ul>" << 1;
+    QTest::newRow("indented") << u"<blockquote><div style='margin-left:50px'>"_qs + picture << 1;
+    QTest::newRow("small ones") << u"<table><tr><td><img src='edge.png' width=90><td>"_qs + picture << 2;
+    QTest::newRow("beside a wide table")
+        << u"<table><tr>"_qs + u"<td>unbroken"_qs.repeated(16) + u"<td>" + picture + u"<td>end</table>" << 1;
+}
+
+/// Nothing is lost at the right of a sheet.
+void TestPrinting::rightEdges()
+{
+    QFETCH(QString, html);
+    QFETCH(int, pictures);
+    QImage image(2000, 400, QImage::Format_RGB32);
+    image.fill(Qt::green);
+    for (int x = 1800; x < image.width(); ++x) {
+        for (int y = 0; y < image.height(); ++y) {
+            image.setPixelColor(x, y, Qt::blue);
+        }
+    }
+    QVERIFY(image.save(m_files.path(QStringLiteral("edge.png"))));
+    auto page = makePage(html);
+    page.baseUrl = QUrl::fromLocalFile(m_files.path(QStringLiteral("page.html")));
+    const QString pdf = print(page);
+    const QImage sheet = picture(pdf);
+    int most = 0;
+    for (int y = 0; y < sheet.height(); ++y) {
+        int runs = 0;
+        for (int x = 1; x < sheet.width(); ++x) {
+            const auto isBlue = [&](int at) {
+                return sheet.pixelColor(at, y).blue() > 200 && sheet.pixelColor(at, y).red() < 99;
+            };
+            runs += isBlue(x) && !isBlue(x - 1) ? 1 : 0;
+            QVERIFY(!isBlue(x) || x < BodyRight + 3);
+        }
+        most = qMax(most, runs);
+    }
+    QCOMPARE(most, pictures);
+    const auto printed = words(pdf).first();
+    for (const auto& word : printed) {
+        QVERIFY2(word.xMax < BodyRight + 3, qPrintable(word.text));
+    }
+}
+
+void TestPrinting::chosenSheets()
+{
+    const QString file = m_files.path(QStringLiteral("some.pdf"));
+    const auto page = makePage(QStringLiteral("<p>Text</p>").repeated(300));
+    const auto printed = [&](const QString& ranges) {
+        QPrinter printer(QPrinter::ScreenResolution);
+        PagePrinter::prepare(printer, page.title);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(file);
+        printer.setPrintRange(QPrinter::PageRange);
+        printer.setPageRanges(QPageRanges::fromString(ranges));
+        QStringList numbers;
+        if (PagePrinter::paint(printer, page)) {
+            for (const auto& sheet : words(file)) {
+                numbers += sheet.last().text;
+            }
+        }
+        return numbers.join(u' ');
+    };
+    QCOMPARE(printed({}), u"1 2 3 4 5 6 7 8 9 10"_qs);
+    QCOMPARE(printed(u"2-3,5"_qs), u"2 3 5"_qs);
+    QCOMPARE(printed(u"7-99"_qs), u"7 8 9 10"_qs);
+    QCOMPARE(printed(u"99"_qs), QString());
 }
 
 /// A pipe would keep the reader waiting for ever.

@@ -21,7 +21,8 @@ ImageWindow::ImageWindow(const QString& fileName)
     setModal(true);
     setWindowTitle(QString(fileName).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
 
-    const auto picture = QPixmap::fromImage(readPicture(fileName.trimmed()));
+    const PictureFile file(fileName.trimmed());
+    const auto picture = QPixmap::fromImage(file.read(file.size()));
     auto* label = new QLabel;
     if (picture.isNull()) {
         label->setText(tr("The picture cannot be shown: it is damaged or too large."));

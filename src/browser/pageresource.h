@@ -1,13 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QString>
 #include <QUrl>
-#include <QVariant>
 
-/// A picture (QImage) or style sheet (QString) that a page refers to; `type` is a
-/// QTextDocument::ResourceType. Only regular files of this machine are read. A picture that is missing comes
-/// back as a small drawing that says so, a style sheet that is missing or large as an empty text.
-[[nodiscard]] QVariant loadPageResource(int type, const QUrl& url);
-
-/// Width of the picture in a file in pixels; 0 when the file is none that can be shown.
-[[nodiscard]] int pictureWidth(const QString& file);
+/// The text of a style sheet that a page refers to, which is read from regular files of this machine only;
+/// empty, but never null, when it is missing or large.
+[[nodiscard]] QString loadStyleSheet(const QUrl& url);

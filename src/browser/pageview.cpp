@@ -3,7 +3,6 @@
 
 #include "browser/pageanchors.h"
 #include "browser/pagebudget.h"
-#include "browser/pagepictures.h"
 #include "browser/pageresource.h"
 #include "browser/selectedtext.h"
 #include "browser/textcontrast.h"
@@ -32,13 +31,13 @@ constexpr int ReadingMeasure = 100; // characters of average width in a line
 
 } // namespace
 
-PageView::PageView(QWidget* parent) : StyledView(parent)
+PageView::PageView(QWidget* parent)
+    : StyledView(parent), m_pictures(PagePictures::install(*document(), PagePictures::Use::View))
 {
     setOpenLinks(false);
     setAccessibleName(tr("Page"));
     document()->setUndoRedoEnabled(false);
     document()->setDocumentMargin(PageMargin);
-    PagePictures::install(*document());
     connect(&m_filler, &PageFiller::partAdded, this, &PageView::repairFrom);
     connect(this, &QTextBrowser::anchorClicked, this,
             [this](const QUrl& link) { activateLink(hrefOf(link)); });
@@ -109,9 +108,16 @@ void PageView::stopFilling()
     std::erase_if(prepared.joints, [shown](qsizetype joint) { return joint > shown; });
 }
 
+void PageView::setShowsWholePages(bool isOn)
+{
+    m_showsWholePages = isOn;
+    m_pictures->setUse(isOn ? PagePictures::Use::Print : PagePictures::Use::View);
+}
+
 void PageView::showPage(ShownPage page)
 {
     m_page = std::move(page);
+    m_pictures->clear();
     m_pendingPlace = 0;
     document()->setBaseUrl(m_page.file.isEmpty() ? QUrl() : QUrl::fromLocalFile(m_page.file));
     prepare();
@@ -127,6 +133,7 @@ void PageView::showPage(ShownPage page)
 void PageView::clearPage()
 {
     m_page = {};
+    m_pictures->clear();
     applyText();
     Q_EMIT pageChanged();
 }
@@ -134,6 +141,7 @@ void PageView::clearPage()
 void PageView::prepare()
 {
     const bool isOwn = m_page.file.isEmpty();
+    const auto pictureWidth = [this](const QString& file) { return m_pictures->widthOf(file); };
     const PageContext context{m_page.file, pictureWidth, isOwn || m_page.isWhole || m_showsWholePages};
     if (m_page.source.isHtml) {
         m_page.prepared =
@@ -352,8 +360,8 @@ void PageView::resizeEvent(QResizeEvent* event)
 /// The file of a picture that is shown smaller than it is and is no link; empty when there is none.
 QString PageView::reducedPictureAt(const QPoint& point) const
 {
-    return PagePictures::reducedAt(
-        *document(), point + QPoint(horizontalScrollBar()->value(), verticalScrollBar()->value()));
+    return m_pictures->reducedAt(point +
+                                 QPoint(horizontalScrollBar()->value(), verticalScrollBar()->value()));
 }
 
 void PageView::mouseMoveEvent(QMouseEvent* event)
@@ -429,7 +437,8 @@ QMimeData* PageView::createMimeDataFromSelection() const
 
 QVariant PageView::loadResource(int type, const QUrl& name)
 {
-    return loadPageResource(type, document()->baseUrl().resolved(name));
+    return type == QTextDocument::ImageResource ? QVariant(m_pictures->backdrop(name))
+                                                : loadStyleSheet(document()->baseUrl().resolved(name));
 }
 
 /// All loading goes through showPage().

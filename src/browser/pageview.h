@@ -2,6 +2,7 @@
 #pragma once
 
 #include "browser/pagefiller.h"
+#include "browser/pagepictures.h"
 #include "browser/styledview.h"
 #include "pages/pagecontext.h"
 #include "pages/pagefile.h"
@@ -31,7 +32,7 @@ public:
     [[nodiscard]] bool hasPage() const override { return !m_page.source.text.isEmpty(); }
 
     /// Whether pages that take long to show are shown as a whole at once.
-    void setShowsWholePages(bool isOn) { m_showsWholePages = isOn; }
+    void setShowsWholePages(bool isOn);
     /// A long page is shown part by part; this makes the document hold all of it now.
     void completePage() { m_filler.complete(); }
     [[nodiscard]] bool isFilling() const { return !m_filler.isComplete(); }
@@ -112,6 +113,7 @@ private:
     [[nodiscard]] QString reducedPictureAt(const QPoint& point) const;
 
     ShownPage m_page;
+    PagePictures* m_pictures; ///< owned by the document
     Presentation m_presentation = Presentation::Reading;
     QString m_appliedSheet;
     int m_pendingPlace = 0; ///< to go to when the view is shown

@@ -12,12 +12,14 @@
 
 namespace {
 
+constexpr qint64 HeadSize = 4096;             // bytes that tell what a file is
+constexpr qint64 LargestDrawing = 16'000'000; // bytes of an SVG picture
+
 /// The image reader takes any file that begins as XML for a possible SVG picture, XHTML pages as well.
 bool hasSvgRoot(const QString& fileName)
 {
-    constexpr qint64 headSize = 4096;
     QFile file(fileName);
-    const QByteArray head = file.open(QIODevice::ReadOnly) ? file.read(headSize).toLower() : QByteArray();
+    const QByteArray head = file.open(QIODevice::ReadOnly) ? file.read(HeadSize).toLower() : QByteArray();
     const qsizetype svg = head.indexOf("<svg");
     const qsizetype html = head.indexOf("<html");
     return svg >= 0 && (html < 0 || svg < html);
@@ -47,11 +49,13 @@ bool leadsOut(const QXmlStreamReader& reader)
            });
 }
 
-/// An SVG picture without its references to other files; empty when it is malformed.
+/// An SVG picture without its references to other files; empty when it is malformed or very large.
 QByteArray closedSvg(const QString& fileName)
 {
     QFile file(fileName);
-    file.open(QIODevice::ReadOnly);
+    if (!file.open(QIODevice::ReadOnly) || file.size() > LargestDrawing) {
+        return {};
+    }
     QXmlStreamReader reader(&file);
     QByteArray result;
     QXmlStreamWriter writer(&result);
@@ -66,38 +70,77 @@ QByteArray closedSvg(const QString& fileName)
     return reader.hasError() ? QByteArray() : result;
 }
 
-template <typename Get>
-auto read(const QString& fileName, Get get)
+/// What begins as text may be text that begins like a picture.
+bool hasBinaryHead(const QString& fileName)
 {
-    QImageReader reader(fileName);
-    if (reader.format() != "svg") {
-        return get(reader);
-    }
-    QByteArray bytes = closedSvg(fileName);
-    QBuffer buffer(&bytes);
-    QImageReader svgReader(&buffer, "svg");
-    return get(svgReader);
+    QFile file(fileName);
+    return file.open(QIODevice::ReadOnly) && file.read(HeadSize).contains('\0');
+}
+
+/// Decoding allocates at most this much.
+qint64 largestImage() // bytes
+{
+    constexpr qint64 mega = 1024 * 1024;
+    return QImageReader::allocationLimit() * mega;
 }
 
 } // namespace
 
-bool isPicture(const QString& fileName)
+PictureFile::PictureFile(const QString& fileName)
 {
     if (fileName.isEmpty() || !QFileInfo(fileName).isFile()) {
+        return;
+    }
+    QImageReader reader(fileName);
+    const QByteArray format = reader.format();
+    // What is in a compressed SVG picture cannot be told.
+    if (format.isEmpty() || format == "svgz" || (format == "svg" && !hasSvgRoot(fileName))) {
+        return;
+    }
+    m_fileName = fileName;
+    if (format == "svg") {
+        m_drawing = closedSvg(fileName);
+        QBuffer buffer(&m_drawing);
+        m_size = QImageReader(&buffer, "svg").size();
+        return;
+    }
+    m_size = reader.size();
+    if (!m_size.isValid()) {
+        m_size = reader.read().size(); // some formats do not say
+    } else if (m_size.width() * qint64(m_size.height()) * 4 > largestImage() &&
+               !reader.supportsOption(QImageIOHandler::ScaledSize)) {
+        m_size = {};
+    }
+}
+
+QImage PictureFile::read(const QSize& pixels) const
+{
+    QByteArray drawing = m_drawing;
+    QBuffer buffer(&drawing);
+    QImageReader reader;
+    if (drawing.isEmpty()) {
+        reader.setFileName(m_fileName);
+    } else {
+        reader.setDevice(&buffer);
+        reader.setFormat("svg");
+    }
+    const QSize wanted = (drawing.isEmpty() ? pixels.boundedTo(m_size) : pixels).expandedTo({1, 1});
+    if (wanted != m_size) {
+        reader.setScaledSize(wanted);
+    }
+    return m_size.isEmpty() ? QImage() : reader.read();
+}
+
+bool isPicture(const QString& fileName)
+{
+    const bool isFile = !fileName.isEmpty() && QFileInfo(fileName).isFile();
+    const QByteArray format = isFile ? QImageReader::imageFormat(fileName) : QByteArray();
+    if (format.isEmpty() || format == "svgz") {
         return false;
     }
-    const QByteArray format = QImageReader::imageFormat(fileName);
-    // What is in a compressed SVG picture cannot be told.
-    return format == "svg" ? hasSvgRoot(fileName) : !format.isEmpty() && format != "svgz";
-}
-
-QImage readPicture(const QString& fileName)
-{
-    return isPicture(fileName) ? read(fileName, [](QImageReader& reader) { return reader.read(); })
-                               : QImage();
-}
-
-QSize pictureSize(const QString& fileName)
-{
-    return isPicture(fileName) ? read(fileName, [](QImageReader& reader) { return reader.size(); }) : QSize();
+    if (format != "svg" && hasBinaryHead(fileName)) {
+        return true;
+    }
+    const PictureFile file(fileName);
+    return !file.read(file.size()).isNull();
 }

@@ -5,11 +5,14 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QPageRanges>
 #include <QPainter>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QRegularExpression>
 #include <QStandardPaths>
+
+#include <vector>
 
 namespace {
 
@@ -43,6 +46,19 @@ bool isWholePdf(const QString& fileName)
     return !QFileInfo(fileName).isFile() ||
            (file.open(QIODevice::ReadOnly) && file.seek(qMax(qint64(0), file.size() - TrailerLength)) &&
             file.readAll().trimmed().endsWith("%%EOF"));
+}
+
+/// Those that the print dialog asked for, counted from 0.
+std::vector<int> chosenSheets(const QPrinter& printer, int count)
+{
+    const bool isAll = printer.printRange() != QPrinter::PageRange || printer.pageRanges().isEmpty();
+    std::vector<int> sheets;
+    for (int sheet = 0; sheet < count; ++sheet) {
+        if (isAll || printer.pageRanges().contains(sheet + 1)) {
+            sheets.push_back(sheet);
+        }
+    }
+    return sheets;
 }
 
 void nameJob(QPrinter& printer, const QString& title)
@@ -79,9 +95,9 @@ bool PagePrinter::paint(QPrinter& printer, const PrintablePage& page)
     }
     const QRect body = bodyRect(printer);
     PrintDocument document(page, &printer, body.size());
-    const int sheets = document.pageCount();
-    for (int sheet = 0; sheet < sheets; ++sheet) {
-        if (sheet > 0 && !printer.newPage()) {
+    const auto sheets = chosenSheets(printer, document.pageCount());
+    for (const int sheet : sheets) {
+        if (sheet != sheets.front() && !printer.newPage()) {
             return false;
         }
         painter.save();
@@ -90,7 +106,7 @@ bool PagePrinter::paint(QPrinter& printer, const PrintablePage& page)
         painter.restore();
         paintNumber(painter, page.font, body, sheet + 1);
     }
-    return painter.end() && printer.printerState() != QPrinter::Error;
+    return painter.end() && printer.printerState() != QPrinter::Error && !sheets.empty();
 }
 
 bool PagePrinter::exportPdf(const QString& fileName, const PrintablePage& page)

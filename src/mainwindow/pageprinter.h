@@ -14,8 +14,8 @@ namespace PagePrinter {
 /// When the machine has no printer, the output goes to the suggested PDF file.
 void prepare(QPrinter& printer, const QString& title);
 
-/// Paints all sheets: margins of one inch and the page's number below the text, flush right. False when the
-/// output cannot be begun or not be finished.
+/// Paints the sheets that the printer's page ranges name: margins of one inch and the page's number below the
+/// text, flush right. False when the output cannot be begun or not be finished, or there is no such sheet.
 [[nodiscard]] bool paint(QPrinter& printer, const PrintablePage& page);
 
 /// Writes the page to a PDF file with the page's title. False when the file cannot be written.

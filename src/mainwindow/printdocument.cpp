@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/printdocument.h"
 
+#include "browser/pagepictures.h"
 #include "browser/pageresource.h"
 #include "pages/linkcode.h"
 
@@ -20,7 +21,8 @@ namespace {
 
 constexpr int LightestInk = 170; // lightness of the lightest text that is readable on white paper
 
-constexpr qreal FarAway = 1e6; // pixels, more than any sheet is high
+constexpr qreal SmallestScale = 0.5; // what is still legible
+constexpr qreal FarAway = 1e6;       // pixels, more than any sheet is high
 
 const QString LinkStyle = QStringLiteral("a:link{color:#0000ff;text-decoration:underline}");
 
@@ -76,6 +78,7 @@ void startLine(QTextCursor& cursor, int position)
 } // namespace
 
 PrintDocument::PrintDocument(const PrintablePage& page, QPaintDevice* device, const QSizeF& body)
+    : m_pictures(PagePictures::install(*this, PagePictures::Use::Print))
 {
     setUndoRedoEnabled(false);
     documentLayout()->setPaintDevice(device);
@@ -87,15 +90,30 @@ PrintDocument::PrintDocument(const PrintablePage& page, QPaintDevice* device, co
     setDefaultTextOption(option);
     setBaseUrl(page.baseUrl);
     setDefaultStyleSheet(page.styleSheet + LinkStyle);
+    setPageSize(body);
+    QTextCursor edit(this);
+    edit.beginEditBlock(); // laid out once only
     if (page.content.isHtml) {
         setHtml(page.content.text);
     } else {
         setPlainText(page.content.text);
     }
     setMetaInformation(DocumentTitle, page.title);
-    adapt(page, body);
-    setPageSize(body);
+    adapt(page);
+    edit.endEditBlock();
+    shrinkToFit(body);
     findLeftovers();
+}
+
+/// Paper has no scroll bar: what is wider than a sheet all the same, such as tables of many columns, makes
+/// the whole page smaller.
+void PrintDocument::shrinkToFit(const QSizeF& body)
+{
+    const qreal width = size().width();
+    if (width > body.width() + 1) {
+        m_scale = std::max(SmallestScale, body.width() / width);
+        setPageSize(body / m_scale);
+    }
 }
 
 QPalette PrintDocument::paperPalette()
@@ -109,41 +127,41 @@ QPalette PrintDocument::paperPalette()
 
 QVariant PrintDocument::loadResource(int type, const QUrl& name)
 {
-    return loadPageResource(type, name);
+    return type == ImageResource ? QVariant(m_pictures->backdrop(name))
+                                 : loadStyleSheet(baseUrl().resolved(name));
 }
 
 /// Changes what would be lost on paper.
-void PrintDocument::adapt(const PrintablePage& printed, const QSizeF& body)
+void PrintDocument::adapt(const PrintablePage& printed)
 {
     auto page = rootFrame()->frameFormat();
     page.clearBackground();
     rootFrame()->setFrameFormat(page);
-    const auto changes = formatChanges(printed.links, body);
+    const auto changes = formatChanges(printed.links);
     QTextCursor cursor(this);
-    cursor.beginEditBlock();
     // Backwards, because line ends are inserted.
     std::for_each(changes.crbegin(), changes.crend(), [&](const Change& change) {
         cursor.setPosition(change.position);
         cursor.setPosition(change.position + change.length, QTextCursor::KeepAnchor);
         cursor.setCharFormat(change.format);
-        if (change.format.toImageFormat().width() >= body.width()) {
+        if (change.isWidePicture) {
             startLine(cursor, change.position);
         }
     });
     breakLongLines(cursor);
-    cursor.endEditBlock();
 }
 
-std::vector<PrintDocument::Change> PrintDocument::formatChanges(const std::vector<PageLink>& links,
-                                                                const QSizeF& body) const
+std::vector<PrintDocument::Change> PrintDocument::formatChanges(const std::vector<PageLink>& links) const
 {
     std::vector<Change> changes;
     for (auto block = begin(); block.isValid(); block = block.next()) {
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const auto fragment = it.fragment();
-            const auto format = adapted(fragment.charFormat(), block, links, body);
-            if (format != fragment.charFormat()) {
-                changes.push_back({fragment.position(), fragment.length(), format});
+            const auto format = adapted(fragment.charFormat(), block, links);
+            const bool isWide =
+                format.isImageFormat() && m_pictures->isAsWideAsCanBe(fragment.position(), format);
+            if (isWide || format != fragment.charFormat()) {
+                changes.push_back({fragment.position(), fragment.length(), format, isWide});
             }
         }
     }
@@ -151,7 +169,7 @@ std::vector<PrintDocument::Change> PrintDocument::formatChanges(const std::vecto
 }
 
 QTextCharFormat PrintDocument::adapted(QTextCharFormat format, const QTextBlock& block,
-                                       const std::vector<PageLink>& links, const QSizeF& body) const
+                                       const std::vector<PageLink>& links)
 {
     if (!format.anchorHref().isEmpty()) {
         const QString target = externalTarget(format.anchorHref(), links);
@@ -164,37 +182,9 @@ QTextCharFormat PrintDocument::adapted(QTextCharFormat format, const QTextBlock&
     if (isPale(format) && !hasBackground(block)) {
         format.setForeground(Qt::black);
     }
-    if (format.isImageFormat()) {
-        return fitted(format.toImageFormat(), body);
-    }
     return format;
 }
 
-/// A picture larger than a sheet is made smaller.
-QTextImageFormat PrintDocument::fitted(QTextImageFormat format, const QSizeF& body) const
-{
-    const auto picture = resource(ImageResource, QUrl(format.name())).value<QImage>();
-    QSizeF size = picture.deviceIndependentSize();
-    if (size.isEmpty()) {
-        return format;
-    }
-    const qreal ratio = size.width() / size.height();
-    if (format.width() > 0) {
-        size = {format.width(), format.height() > 0 ? format.height() : format.width() / ratio};
-    } else if (format.height() > 0) {
-        size = {format.height() * ratio, format.height()};
-    }
-    // The line that holds the picture is a little higher than the picture.
-    const QSizeF room(body.width(), body.height() - 2 * QFontMetricsF(defaultFont()).height());
-    if (size.width() > room.width() || size.height() > room.height()) {
-        size.scale(room, Qt::KeepAspectRatio);
-        format.setWidth(size.width());
-        format.setHeight(size.height());
-    }
-    return format;
-}
-
-/// Paper has no scroll bar.
 void PrintDocument::breakLongLines(QTextCursor& cursor)
 {
     for (auto block = begin(); block.isValid(); block = block.next()) {
@@ -215,6 +205,7 @@ void PrintDocument::paintSheet(QPainter& painter, int sheet)
     // Text that only touches the strip belongs to a neighbour.
     context.clip = strip.adjusted(0, 1, 0, -1);
     painter.save();
+    painter.scale(m_scale, m_scale);
     painter.translate(0, -strip.top());
     painter.setClipRect(strip);
     moveLeftovers(sheet, -FarAway);

@@ -13,6 +13,7 @@
 
 #include <vector>
 
+class PagePictures;
 class QPaintDevice;
 class QPainter;
 class QTextBlock;
@@ -53,6 +54,7 @@ private:
         int position;
         int length;
         QTextCharFormat format;
+        bool isWidePicture;
     };
     /// The last line that a paragraph has on the sheet before.
     struct Leftover {
@@ -62,13 +64,14 @@ private:
 
     void findLeftovers();
     void moveLeftovers(int sheet, qreal distance);
-    void adapt(const PrintablePage& printed, const QSizeF& body);
-    [[nodiscard]] std::vector<Change> formatChanges(const std::vector<PageLink>& links,
-                                                    const QSizeF& body) const;
-    [[nodiscard]] QTextCharFormat adapted(QTextCharFormat format, const QTextBlock& block,
-                                          const std::vector<PageLink>& links, const QSizeF& body) const;
-    [[nodiscard]] QTextImageFormat fitted(QTextImageFormat format, const QSizeF& body) const;
+    void adapt(const PrintablePage& printed);
+    void shrinkToFit(const QSizeF& body);
+    [[nodiscard]] std::vector<Change> formatChanges(const std::vector<PageLink>& links) const;
+    [[nodiscard]] static QTextCharFormat adapted(QTextCharFormat format, const QTextBlock& block,
+                                                 const std::vector<PageLink>& links);
     void breakLongLines(QTextCursor& cursor);
 
+    PagePictures* m_pictures; ///< owned by the document
+    qreal m_scale = 1;
     std::vector<Leftover> m_leftovers; ///< ascending by sheet
 };

@@ -144,6 +144,7 @@ private Q_SLOTS:
     void partsOfALongPage();
     void placesInALongPage();
     void stoppingALongPage();
+    void beyondTheBeginning();
     void beginnings_data();
     void beginnings();
 };
@@ -304,6 +305,9 @@ void TestReadingView::copy_data()
     addRow("table", "<table><tr><th>A</th><th>B</th></tr><tr><td>c</td><td>d</td></tr></table><p>e</p>",
            "A\tB\nc\td\ne");
     addRow("note", "<p>a</p><div class='tip'><p class='title'>Tip</p><p>b</p></div><p>c</p>", "a\nTip\nb\nc");
+    const QString rows = u"<tr><td>1</td><td>2</td></tr>"_s.repeated(2000);
+    addRow("long table", QString(u"<table>"_s + rows + u"</table><p>a"),
+           QString(u"1\t2\n"_s.repeated(2000) + u"a"));
     addRow("picture", "<p>a <img src='no.png' alt='map'> b</p>", "a map b");
     addRow("blanks", "<p>a&nbsp;b<br>c</p>", "a b\nc");
     addRow("list", "<ul><li>a</li><li>b</li></ul>", "a\nb");
@@ -314,7 +318,9 @@ void TestReadingView::copy()
     QFETCH(QString, html);
     Fixture f("== c.html\n<style></style>" + html.toUtf8());
     f.show("c.html");
+    f.browser.completePage();
     f.browser.selectAll();
+
     QTEST(selectedText(f.browser.textCursor()), "text");
     auto part = f.browser.document()->find(html.contains(u"int x"_s) ? u"int x"_s : u"a"_s);
     QCOMPARE(selectedText(part), part.selectedText());
@@ -420,12 +426,38 @@ void TestReadingView::beginnings_data()
     QTest::newRow("lines") << "<pre>begin " + QByteArray("word\n").repeated(20'000) + "</pre>end" << false;
     QTest::newRow("too many lines") << "<pre>begin " + QByteArray("word\n").repeated(100'000) + "</pre>end"
                                     << true;
-    QTest::newRow("cells") << "<table>begin" + QByteArray("<tr><td>1<td>2").repeated(10'000) + "</table>end"
-                           << true;
+    QTest::newRow("cells") << "<p>begin<table>" + QByteArray("<tr><td>1<td>2").repeated(10'000) +
+                                  "</table>end"
+                           << false;
+    QTest::newRow("cells that hang together")
+        << "<p>begin<table><tr><td rowspan=2>0<td>1" + QByteArray("<tr><td>1<td>2").repeated(10'000) +
+               "</table>end"
+        << true;
+    QTest::newRow("items") << "<p>begin<ul>" + QByteArray("<li>1").repeated(30'000) + "</ul>end" << false;
+    QTest::newRow("ideographs and a word")
+        << "<p>begin " + chinese + "<b>GNOME</b>" + chinese + "<i>GNOME</i><p>end" << false;
     QTest::newRow("no blanks needed") << "<p>begin " + chinese + "<p>end" << false;
     QTest::newRow("inlined picture") << "<p>begin <img src=\"data:image/png;base64," + word + "\"><p>end"
                                      << false;
     QTest::newRow("script") << "<p>begin <script>" + word + "</script><p>end" << false;
+}
+
+/// What is not in the beginning of a page that is shown may be in the rest.
+void TestReadingView::beyondTheBeginning()
+{
+    Fixture f("<p>begin " + QByteArray(70'000, 'x') + "<p><a name=end>end</a>" +
+              QByteArray("<p>more").repeated(99));
+    QString notice;
+    connect(&f.browser, &PageView::noticed, [&](const QString& text) { notice = text; });
+    f.show("a.cnt#end");
+    QVERIFY2(notice.contains(u"not in the part"), qPrintable(notice));
+    f.browser.scrollTo(u"none"_s);
+    QVERIFY2(notice.contains(u"no place named"), qPrintable(notice));
+    f.browser.scrollTo(u"end"_s);
+    QTest::keyClick(&f.browser, Qt::Key_Tab);
+    QTest::keyClick(&f.browser, Qt::Key_Return);
+    QVERIFY(!f.browser.page().prepared.isBeginning);
+    QCOMPARE(f.browser.cursorForPosition(QPoint(40, 8)).block().text(), u"end");
 }
 
 /// What makes a page take long is its text, not its source.

@@ -222,8 +222,16 @@ void HelpFindDialog::reportMissing()
     if (text.size() > LongestTextShown) {
         text = text.first(LongestTextShown) + u'…';
     }
-    m_message = openMessage(QMessageBox::Information, tr("Not found"), tr("'%1' not found.").arg(text),
-                            messageParent());
+    QString report = tr("'%1' not found.").arg(text);
+    if (isBeginning()) {
+        report += u'\n' + tr("Only the beginning of this page is shown.");
+    }
+    m_message = openMessage(QMessageBox::Information, tr("Not found"), report, messageParent());
+}
+
+bool HelpFindDialog::isBeginning() const
+{
+    return m_browser->page().prepared.isBeginning;
 }
 
 QWidget* HelpFindDialog::messageParent()
@@ -291,7 +299,7 @@ void HelpFindDialog::showCount()
     if (findText().isEmpty() || m_browser->document()->isEmpty()) {
         m_countLabel->clear();
     } else if (count == 0) {
-        m_countLabel->setText(tr("Not on this page"));
+        m_countLabel->setText(isBeginning() ? tr("Not in the part that is shown") : tr("Not on this page"));
     } else if (m_matches->current() == 0) {
         m_countLabel->setText(tr("%1 on this page").arg(number));
     } else {

@@ -70,6 +70,8 @@ private:
     bool findFromOtherEnd(bool forward);
     void askRestart();
     void reportMissing();
+    /// Whether the page is shown in part.
+    [[nodiscard]] bool isBeginning() const;
     [[nodiscard]] QWidget* messageParent();
     [[nodiscard]] QString soughtText() const;
     [[nodiscard]] QTextDocument::FindFlags flags(bool forward) const;

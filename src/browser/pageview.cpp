@@ -7,6 +7,7 @@
 #include "browser/selectedtext.h"
 #include "browser/textcontrast.h"
 #include "pages/linkcode.h"
+#include "pages/markup.h"
 #include "pages/pagepreparation.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -90,7 +91,8 @@ void PageView::showWholePage()
     m_page.isWhole = true;
     prepare();
     applyText();
-    setPlace(top);
+    const QString anchor = std::exchange(m_anchorBeyond, {});
+    anchor.isEmpty() ? setPlace(top) : scrollTo(anchor);
     Q_EMIT pageChanged();
 }
 
@@ -119,6 +121,7 @@ void PageView::showPage(ShownPage page)
     m_page = std::move(page);
     m_pictures->clear();
     m_pendingPlace = 0;
+    m_anchorBeyond.clear();
     document()->setBaseUrl(m_page.file.isEmpty() ? QUrl() : QUrl::fromLocalFile(m_page.file));
     prepare();
     applyText();
@@ -246,7 +249,10 @@ void PageView::scrollTo(const QString& anchor)
         }
     }
     verticalScrollBar()->setValue(0);
-    if (anchor != u"top") {
+    if (m_page.prepared.isBeginning && m_page.source.text.contains(anchor)) {
+        m_anchorBeyond = anchor;
+        Q_EMIT noticed(tr("The place named \"%1\" is not in the part of the page that is shown").arg(anchor));
+    } else if (anchor != u"top") {
         Q_EMIT noticed(tr("The page has no place named \"%1\"").arg(anchor));
     }
 }
@@ -254,6 +260,10 @@ void PageView::scrollTo(const QString& anchor)
 /// Completes a long page as far as needed.
 bool PageView::findAnchor(const QString& name)
 {
+    const QString written = QString::fromStdString(attributeText("name", name.toStdString()));
+    if (!m_page.prepared.html.contains(written)) {
+        return false;
+    }
     int position = 0;
     while (!PageAnchors::contains(*document(), name, position)) {
         position = document()->characterCount() - 1;

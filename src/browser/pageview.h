@@ -117,6 +117,7 @@ private:
     Presentation m_presentation = Presentation::Reading;
     QString m_appliedSheet;
     int m_pendingPlace = 0; ///< to go to when the view is shown
+    QString m_anchorBeyond; ///< asked for, but in what is not shown of the page
     bool m_isOverPicture = false;
     bool m_isLinkHovered = false;
     bool m_showsWholePages = false;

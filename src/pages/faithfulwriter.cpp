@@ -117,7 +117,15 @@ bool FaithfulWriter::enter(const HtmlNode& element)
 void FaithfulWriter::openElement(const HtmlNode& element)
 {
     const auto name = element.name;
-    const std::string begin = startTag(name, attributesOf(element));
+    std::string attributes = attributesOf(element);
+    if (name == "table") {
+        openTable(element, attributes);
+        return;
+    }
+    if ((name == "td" || name == "th") && !hasAttribute(element, "width")) {
+        attributes += cellWidth(element);
+    }
+    const std::string begin = startTag(name, attributes);
     std::string end = endTag(name);
     const Element kind = elementOf(element);
     if (kind == Element::Link) {
@@ -126,6 +134,10 @@ void FaithfulWriter::openElement(const HtmlNode& element)
         openHeading(name[1] - '0', begin, std::move(end));
     } else if (kind == Element::Preformatted) {
         openVerbatim(begin, std::move(end));
+    } else if (name == "tbody") {
+        openRows(begin, std::move(end));
+    } else if (name == "ul" || name == "dl") {
+        openList(begin, std::move(end));
     } else if (isBlockElement(kind)) {
         openBlock(begin, std::move(end));
     } else {

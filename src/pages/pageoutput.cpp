@@ -26,6 +26,15 @@ bool isTableEnd(std::string_view markup)
     return markup.find("</table>") != std::string_view::npos;
 }
 
+/// Makes a margin nothing in the tag at a position, as long as it was.
+void dropMargin(std::string& html, size_t tag, std::string_view margin)
+{
+    const size_t found = html.find(margin, tag);
+    if (found < html.find('>', tag)) {
+        html[found + margin.size() - 3] = '0';
+    }
+}
+
 } // namespace
 
 void PageOutput::open(std::string_view markup, End& end)
@@ -41,7 +50,11 @@ void PageOutput::open(std::string_view markup, End& end)
     }
     end.isBare = isBareMarkup(markup);
     m_verbatim += end.isVerbatim ? 1 : 0;
-    m_openFormats += end.isBare ? 0 : 1;
+    if (end.again.empty()) {
+        m_openFormats += end.isBare ? 0 : 1;
+    } else {
+        m_divisible.push_back({end.again, end.markup, m_html.size()});
+    }
     m_openTables += isTableEnd(end.markup) ? 1 : 0;
     m_html += markup;
 }
@@ -49,7 +62,11 @@ void PageOutput::open(std::string_view markup, End& end)
 void PageOutput::close(const End& end)
 {
     m_verbatim -= end.isVerbatim ? 1 : 0;
-    m_openFormats -= end.isBare ? 0 : 1;
+    if (end.again.empty()) {
+        m_openFormats -= end.isBare ? 0 : 1;
+    } else {
+        m_divisible.pop_back();
+    }
     if (end.isBlock) {
         endParagraph();
         m_blocks.pop_back();
@@ -67,10 +84,37 @@ void PageOutput::close(const End& end)
 void PageOutput::addJoint()
 {
     const size_t last = m_joints.empty() ? 0 : m_joints.back();
-    if (m_openFormats == 0 && m_isTextLast && m_html.size() - last >= PartSize) {
-        m_joints.push_back(m_html.size());
-        m_limit.beginPart();
+    if (!isDivisibleHere() || m_html.size() - last < PartSize) {
+        return;
     }
+    divide();
+}
+
+/// Ends a part, with all elements that are open, and begins them anew.
+void PageOutput::divide()
+{
+    for (auto open = m_divisible.rbegin(); open != m_divisible.rend(); ++open) {
+        dropMargin(m_html, open->begin, "margin-bottom:8px");
+        m_html += open->end;
+    }
+    m_joints.push_back(m_html.size());
+    for (auto& open : m_divisible) {
+        open.begin = m_html.size();
+        m_html += open.again;
+        dropMargin(m_html, open.begin, "margin-top:4px");
+    }
+    m_limit.beginPart();
+}
+
+/// The last paragraph of a part must hold text, or be the one that always follows a table.
+bool PageOutput::isDivisibleHere() const
+{
+    return m_openFormats == 0 && (m_isTextLast || isInDivisibleTable());
+}
+
+bool PageOutput::isInDivisibleTable() const
+{
+    return !m_divisible.empty() && isTableEnd(m_divisible.back().end);
 }
 
 void PageOutput::beginParagraph(std::string_view markup)

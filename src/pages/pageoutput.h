@@ -16,6 +16,8 @@ public:
     /// All of a page, or only what can be laid out in reasonable time.
     explicit PageOutput(bool isWhole) : m_limit(isWhole) {}
 
+    /// How often the page was divided.
+    [[nodiscard]] size_t joints() const { return m_joints.size(); }
     /// Whether no more text is taken.
     [[nodiscard]] bool isFull() const { return m_limit.isReached(); }
     [[nodiscard]] size_t textLength() const { return m_text.size(); }
@@ -25,12 +27,16 @@ public:
         return std::string_view(m_text).substr(begin);
     }
 
+    /// What the tag of a table that can be divided says of its look. There is no margin between its parts.
+    static constexpr std::string_view TableMargins = R"( style="margin-top:4px;margin-bottom:8px")";
+
     /// How an element that was begun ends.
     struct End {
         std::string markup;
         bool isBlock = false;
         bool isVerbatim = false;
         bool isContainer = false; ///< text in it needs a paragraph
+        std::string again = {};   ///< begins it anew where the page is divided in it; empty if it cannot be
         bool isBare = true;       ///< looks the same when it ends early and does not begin anew
     };
     /// Begins an element with `markup`; `end` is for close().
@@ -65,7 +71,17 @@ public:
     void finish(PreparedPage& page);
 
 private:
+    /// An open element that can be divided.
+    struct Divisible {
+        std::string again;
+        std::string end;
+        size_t begin; ///< in `m_html`
+    };
+
     void endParagraph();
+    void divide();
+    [[nodiscard]] bool isDivisibleHere() const;
+    [[nodiscard]] bool isInDivisibleTable() const;
     void putWords(std::string_view text, bool isForHtml);
     void addJoint();
 
@@ -74,6 +90,7 @@ private:
     std::string m_text;
     std::vector<std::string> m_anchors; ///< that wait for what they lead to
     std::vector<size_t> m_joints;       ///< positions in `m_html`
+    std::vector<Divisible> m_divisible; ///< the open ones
     std::vector<bool> m_blocks;         ///< the open blocks, whether they are containers
     int m_verbatim = 0;                 ///< open elements of that kind
     int m_openTables = 0;

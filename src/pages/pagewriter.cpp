@@ -6,6 +6,7 @@
 #include "pages/htmltree.h"
 #include "pages/linkcode.h"
 #include "pages/links.h"
+#include "pages/longtable.h"
 #include "pages/markup.h"
 
 #include <QUrl>
@@ -69,7 +70,53 @@ void PageWriter::leave(const HtmlNode& element)
         (end.link != 0 ? m_page.links[end.link - 1].text : m_page.headings[end.heading - 1].text) = inner;
     }
     m_output.close(end);
+    if (m_longTable.table == &element) {
+        m_longTable = {};
+    }
     left(element);
+}
+
+void PageWriter::openTable(const HtmlNode& table, const std::string& attributes)
+{
+    End end{{"</table>", true}};
+    std::string markup = startTag("table", attributes);
+    if (m_longTable.table == nullptr) {
+        if (auto percents = columnPercents(table); !percents.empty()) {
+            m_longTable = {&table, std::move(percents), nullptr, 0};
+            const bool hasWidth = attributes.find(" width=") != std::string::npos;
+            const bool hasStyle = attributes.find(" style=") != std::string::npos;
+            markup = startTag("table", attributes + (hasWidth ? "" : R"( width="100%")") +
+                                           std::string(hasStyle ? "" : PageOutput::TableMargins));
+            end.again = markup;
+        }
+    }
+    open(markup, std::move(end));
+}
+
+void PageWriter::openRows(const std::string& markup, std::string end)
+{
+    m_longTable.table == nullptr ? openBlock(markup, std::move(end)) : openList(markup, std::move(end));
+}
+
+std::string PageWriter::cellWidth(const HtmlNode& cell)
+{
+    const auto* row = cell.parent;
+    if (m_longTable.table == nullptr || row == nullptr ||
+        (row->parent != m_longTable.table &&
+         (row->parent == nullptr || row->parent->parent != m_longTable.table))) {
+        return {};
+    }
+    if (m_longTable.firstRow == nullptr || m_longTable.part != m_output.joints()) {
+        m_longTable.firstRow = row;
+        m_longTable.part = m_output.joints();
+    }
+    size_t column = 0;
+    for (const auto* before = cell.previous; before != nullptr; before = before->previous) {
+        column += isElement(*before) ? 1 : 0;
+    }
+    const bool isWanted = row == m_longTable.firstRow && column < m_longTable.percents.size();
+    return isWanted ? attributeText("width", std::to_string(m_longTable.percents[column]) + '%')
+                    : std::string();
 }
 
 void PageWriter::openLink(const HtmlNode& element)

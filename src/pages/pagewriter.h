@@ -65,6 +65,18 @@ protected:
     {
         open(markup, End{{std::move(end), true, false, true}});
     }
+    /// Begins a list, of which a long one can be divided.
+    void openList(const std::string& markup, std::string end)
+    {
+        open(markup, End{{std::move(end), true, false, false, markup}});
+    }
+    /// Begins a table, of which a long one can be divided between its rows; `attributes` such as `
+    /// border="1"`.
+    void openTable(const HtmlNode& table, const std::string& attributes);
+    /// Begins rows of a table that stand together.
+    void openRows(const std::string& markup, std::string end);
+    /// What a cell of a table that can be divided has to say of its width.
+    [[nodiscard]] std::string cellWidth(const HtmlNode& cell);
     void openLink(const HtmlNode& element);
     /// `markup` is what begins the block, such as "<h1>".
     void openHeading(int level, std::string_view markup, std::string end);
@@ -104,9 +116,18 @@ private:
     void putLink(std::string_view href, std::string_view text);
     [[nodiscard]] QString localFile(std::string_view name) const;
 
+    /// The table that is open and can be divided.
+    struct LongTable {
+        const HtmlNode* table = nullptr;
+        std::vector<int> percents;          ///< of its columns
+        const HtmlNode* firstRow = nullptr; ///< of the part that is written
+        size_t part = 0;
+    };
+
     const PageContext& m_context;
     PreparedPage& m_page;
     PageOutput m_output;
     std::vector<End> m_ends;
+    LongTable m_longTable;
     int m_openLinks = 0;
 };

@@ -142,7 +142,7 @@ void ReadingWriter::openElement(const HtmlNode& element, const ElementNotes& not
         break;
     case Element::List:
         isElement(element, "ol") ? openBlock(startTag("ol", ReadingLook::numberedList(element)), "</ol>")
-                                 : openBlock("<ul>", "</ul>");
+                                 : openList("<ul>", "</ul>");
         break;
     case Element::Item:
         openBlock(startTag("li", ReadingLook::block(element)), "</li>");
@@ -177,7 +177,7 @@ void ReadingWriter::openDivision(const HtmlNode& element, const ElementNotes& no
     if (const auto note = ReadingLook::noteClass(notes.role); !note.empty() && !isVerbatim()) {
         openBox(element, note, isList ? "<dl>" : "", isList ? "</dl>" : "");
     } else if (isList) {
-        openBlock("<dl>", "</dl>");
+        openList("<dl>", "</dl>");
     } else if (notes.role == Role::CodeBlock && !isVerbatim()) {
         m_listing = &element;
         openListing(element);
@@ -333,7 +333,7 @@ void ReadingWriter::openTable(const HtmlNode& element, const ElementNotes& notes
     }
     m_tables.push_back({&element, {}});
     const std::string look = ReadingLook::table(element, ReadingLook::isDataTable(element));
-    openBlock(startTag("table", look), "</table>");
+    PageWriter::openTable(element, look);
 }
 
 void ReadingWriter::openCell(const HtmlNode& element)
@@ -343,5 +343,5 @@ void ReadingWriter::openCell(const HtmlNode& element)
         return;
     }
     const std::string look = ReadingLook::cell(element);
-    openBlock(startTag(element.name, look), endTag(element.name));
+    openBlock(startTag(element.name, look + cellWidth(element)), endTag(element.name));
 }

@@ -5,6 +5,23 @@
 
 #include <algorithm>
 
+namespace {
+
+/// Whether a line may end here: at blanks, and at each ideograph, of which this is the first byte then.
+bool isBreak(char byte)
+{
+    constexpr unsigned char firstIdeograph = 0xE3;
+    return isBlank(byte) || static_cast<unsigned char>(byte) >= firstIdeograph;
+}
+
+size_t lastBreak(std::string_view text)
+{
+    const auto found = std::find_if(text.rbegin(), text.rend(), isBreak);
+    return found == text.rend() ? std::string_view::npos : size_t(text.rend() - found) - 1;
+}
+
+} // namespace
+
 void TextLimit::beginParagraph(bool isInTable)
 {
     m_wordLength = m_paragraphLength = 0;
@@ -27,26 +44,24 @@ std::string_view TextLimit::take(std::string_view text, bool isVerbatim)
         text = cutOff(text, isVerbatim);
     }
     m_partCost += cost;
-    const size_t blank = text.find_last_of(" \t\r\n\f");
     const size_t lineEnd = lines > 0 ? text.rfind('\n') : std::string_view::npos;
     const auto lengthBehind = [text](size_t position, size_t before) {
         return position == std::string_view::npos ? before + text.size() : text.size() - position - 1;
     };
-    m_wordLength = lengthBehind(blank, m_wordLength);
+    m_wordLength = lengthBehind(lastBreak(text), m_wordLength);
     m_paragraphLength = lengthBehind(lineEnd, m_paragraphLength);
     return text;
 }
 
 std::string_view TextLimit::cutOff(std::string_view text, bool isVerbatim)
 {
-    constexpr unsigned char firstIdeograph = 0xE3; // first byte; lines may end at each of these
     size_t wordLength = m_wordLength;
     size_t paragraphLength = m_paragraphLength;
     size_t cost = m_partCost;
     for (size_t i = 0; i < text.size(); ++i) {
         const auto byte = static_cast<unsigned char>(text[i]);
         const bool isLineEnd = isVerbatim && byte == '\n';
-        wordLength = isBlank(text[i]) || byte >= firstIdeograph ? 0 : wordLength + 1;
+        wordLength = isBreak(text[i]) ? 0 : wordLength + 1;
         paragraphLength = isLineEnd ? 0 : paragraphLength + 1;
         cost += isLineEnd ? m_paragraphCost : 1;
         const bool isCharacterBegin = (byte & 0xC0U) != 0x80U;

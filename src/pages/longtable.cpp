@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+#include "pages/longtable.h"
+
+#include "pages/htmltree.h"
+
+#include <algorithm>
+#include <charconv>
+#include <numeric>
+
+namespace {
+
+constexpr size_t FewRows = 100;
+constexpr size_t LongestLine = 60; // bytes of a cell that count
+constexpr size_t ManyColumns = 50;
+
+template <typename Use>
+void forEachElement(const HtmlNode& parent, Use use)
+{
+    for (const auto* child = parent.firstChild; child != nullptr; child = child->next) {
+        if (isElement(*child)) {
+            use(*child);
+        }
+    }
+}
+
+std::vector<const HtmlNode*> rowsOf(const HtmlNode& table)
+{
+    std::vector<const HtmlNode*> rows;
+    forEachElement(table, [&rows](const HtmlNode& child) {
+        if (isElement(child, "tr")) {
+            rows.push_back(&child);
+        } else {
+            forEachElement(child, [&rows](const HtmlNode& row) {
+                if (isElement(row, "tr")) {
+                    rows.push_back(&row);
+                }
+            });
+        }
+    });
+    return rows;
+}
+
+size_t spanOf(const HtmlNode& cell, std::string_view name)
+{
+    const auto text = attribute(cell, name);
+    size_t span = 1;
+    std::from_chars(text.data(), text.data() + text.size(), span);
+    return std::max<size_t>(1, span);
+}
+
+size_t lengthOf(const HtmlNode& cell)
+{
+    size_t length = 1;
+    const auto* node = nextNode(&cell, &cell);
+    while (node != nullptr && length < LongestLine) {
+        length += isBlank(node->content) ? 0 : node->content.size();
+        node = nextNode(node, &cell);
+    }
+    return std::min(length, LongestLine);
+}
+
+} // namespace
+
+std::vector<int> columnPercents(const HtmlNode& table)
+{
+    const auto rows = rowsOf(table);
+    if (rows.size() < FewRows) {
+        return {};
+    }
+    std::vector<size_t> lengths;
+    bool isDivisible = true;
+    for (const auto* row : rows) {
+        size_t column = 0;
+        forEachElement(*row, [&](const HtmlNode& cell) {
+            const size_t span = std::min(spanOf(cell, "colspan"), ManyColumns);
+            isDivisible = isDivisible && spanOf(cell, "rowspan") == 1 && column + span <= ManyColumns;
+            if (isDivisible) {
+                lengths.resize(std::max(lengths.size(), column + span), 1);
+                lengths[column] = span == 1 ? std::max(lengths[column], lengthOf(cell)) : lengths[column];
+                column += span;
+            }
+        });
+    }
+    const size_t sum = std::accumulate(lengths.begin(), lengths.end(), size_t(0));
+    std::vector<int> percents;
+    for (const size_t length : lengths) {
+        percents.push_back(std::max(1, int(length * 100 / sum)));
+    }
+    return isDivisible ? percents : std::vector<int>();
+}

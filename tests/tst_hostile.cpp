@@ -93,6 +93,17 @@ private Q_SLOTS:
         add("many missing includes",
             file(lines(Many, [](int i) -> QByteArray { return "a = b" + QByteArray::number(i) + ".cnt"; })),
             10'001, 10'001);
+        add("blank lines included again and again",
+            with(file(QByteArray("x = b.cnt\n").repeated(9'000)),
+                 file(QByteArray(1'000'000, '\n') + "a", "b.cnt")),
+            50, 1);
+        add("keywords named again and again",
+            with(
+                file(QByteArray("x = b.cnt\n").repeated(9'000)),
+                with(file(":index = a.idx\na", "b.cnt"), file(QByteArray("a=b\n").repeated(1'000), "a.idx"))),
+            9'000, 1);
+        add("names of nothing but signs of places",
+            file(QByteArray("a = " + QByteArray(16'000, '#') + '\n').repeated(100)), 100);
         add("includes a pipe", with(file("x = b.cnt\np = a.html"), odd("pipe", "b.cnt")), 2, 1);
         add("includes a device", file("x = /dev/zero.cnt\ny = ../../../../../dev/zero\nz"), 3, 1);
 

@@ -65,6 +65,7 @@ struct ContentsOutline {
     std::vector<QString> titles;
     std::vector<IndexReference> indexFiles;
     std::vector<Problem> problems;
+    QString limitReached;       ///< a sentence on what was left out; null when all was read
     QStringList malformedFiles; ///< files with an over-deep entry line, by resolved path
     bool readable = false;      ///< the top file could be read
 };

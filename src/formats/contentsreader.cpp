@@ -27,6 +27,8 @@ struct ContentsReader::Source {
 
 namespace {
 
+constexpr qsizetype UnitsPerWork = 64; // of a line, which take as long as a line itself
+
 int indentation(QStringView line)
 {
     const auto* end = std::find_if(line.begin(), line.end(), [](QChar c) { return c != u' ' && c != u'\t'; });
@@ -69,6 +71,7 @@ ContentsOutline ContentsReader::read(const QString& fileName, std::stop_token st
     m_noted.clear();
     m_stop = std::move(stop);
     m_includes = 0;
+    m_work = 0;
     m_full = false;
 
     Source source;
@@ -105,6 +108,10 @@ void ContentsReader::readFile(Source& source, const QString& text)
     while (!m_full && !m_stop.stop_requested() && lines.next()) {
         const QStringView trimmed = lines.trimmed();
         source.line = lines.number();
+        m_work += 1 + lines.line().size() / UnitsPerWork;
+        if (m_work > MaximumWork) {
+            return stop(source, tr("Far too many lines are included; the rest is not read"));
+        }
         if (lines.isCut()) {
             note(source, Problem::Severity::Warning, tr("The line is too long"));
         }
@@ -293,6 +300,7 @@ Result<QString, FileError> ContentsReader::includedText(const QString& path, con
 void ContentsReader::stop(const Source& source, const QString& reason)
 {
     note(source, Problem::Severity::Error, reason);
+    m_outline.limitReached = reason;
     m_full = true;
 }
 

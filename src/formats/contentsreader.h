@@ -20,6 +20,8 @@ public:
     static constexpr int MaximumNesting = 64;
     static constexpr int MaximumEntries = 2'000'000;
     static constexpr int MaximumIncludes = 10'000; ///< of any files, even of missing ones
+    /// Of all files that are included, each time: lines, and what long ones take in addition.
+    static constexpr qint64 MaximumWork = 50'000'000;
 
     /// Never fails: what cannot be read is missing from the outline and listed among its problems. Once a
     /// stop has been asked for, the outline ends anywhere.
@@ -56,6 +58,7 @@ private:
     QSet<QString> m_noted;                ///< problems; files may be included many times
     std::stop_token m_stop;
     int m_includes = 0;
+    qint64 m_work = 0;
     bool m_full = false;
 };
 

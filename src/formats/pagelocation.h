@@ -17,10 +17,13 @@ struct PageLocation {
 template <typename IsFile>
 [[nodiscard]] std::optional<PageLocation> splitPageName(const QString& name, IsFile isFile)
 {
-    if (isFile(name)) {
+    constexpr qsizetype longestPath = 4096; // of a file that the system can open
+    if (name.size() <= longestPath && isFile(name)) {
         return PageLocation{name, {}};
     }
-    for (qsizetype hash = name.lastIndexOf(u'#'); hash > 0; hash = name.lastIndexOf(u'#', hash - 1)) {
+    int tries = 64; // nobody names a file like that
+    for (qsizetype hash = name.lastIndexOf(u'#', longestPath); hash > 0 && tries > 0;
+         hash = name.lastIndexOf(u'#', hash - 1), --tries) {
         if (isFile(name.first(hash))) {
             return PageLocation{name.first(hash), name.sliced(hash + 1)};
         }

@@ -45,7 +45,8 @@ HelpLibrary::Loaded HelpLibrary::adoptContents(const std::shared_ptr<HelpSet>& s
         m_topRows.insert(m_topRows.begin() + qsizetype(first), rows.begin(), rows.end());
         numberTopRows(first);
     }
-    Loaded loaded{&set->root(), set->firstPage(), set->ownTitle(), set->malformedFiles(), set->isReadable()};
+    Loaded loaded{&set->root(),          set->firstPage(),  set->ownTitle(),
+                  set->malformedFiles(), set->isReadable(), set->limitReached()};
     m_helpSets.push_back(set);
     if (!rows.empty()) {
         Q_EMIT topRowsInserted();
@@ -187,7 +188,11 @@ void HelpLibrary::readRest(const std::shared_ptr<Reading>& reading)
                            const std::stop_token& stop) { return readIndexEntries(task, stop); },
                        [this, reading](IndexEntries&& entries) {
                            if (reading->set != nullptr) {
+                               const QString limitReached = entries.limitReached;
                                reading->set->adoptIndex(std::move(entries));
+                               if (!limitReached.isNull()) {
+                                   Q_EMIT keywordsLeftOut(reading->fileName, limitReached);
+                               }
                            }
                            std::erase(m_readings, reading);
                            if (!isReading()) {

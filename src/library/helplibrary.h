@@ -34,6 +34,7 @@ public:
         QString title;                         ///< that the file itself names, else its name
         QStringList malformedFiles;            ///< files whose reading stopped at an over-deep entry
         bool readable = false;
+        QString limitReached = {}; ///< a sentence on what was left out; null when all was read
     };
     /// The row behind whose help set a new one goes, asked for at the last moment.
     using CurrentRow = std::function<const HelpContentsListViewItem*()>;
@@ -114,6 +115,8 @@ Q_SIGNALS:
     void becameBusy();
     /// All that was to be done in the background has been done or given up.
     void becameIdle();
+    /// Keywords of a contents file were left out; `reason` is a sentence.
+    void keywordsLeftOut(const QString& fileName, const QString& reason);
     void topRowsAboutToBeInserted(int first, int last);
     void topRowsInserted();
     void helpSetAboutToBeRemoved(HelpContentsRoot* root);

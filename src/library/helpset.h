@@ -18,9 +18,10 @@
 /// The keyword entries of one help set, which keep their addresses when this is moved.
 struct IndexEntries {
     std::vector<HelpIndexItem> items; ///< in load order
-    std::vector<QString> texts;       ///< that the entries view into
+    std::deque<QString> texts;        ///< that the entries view into
     std::vector<std::unique_ptr<const HelpIndexSource>> sources;
     std::vector<Problem> problems;
+    QString limitReached; ///< a sentence on what was left out; null when all was read
 };
 
 /// What is needed to read the index files of a help set, in any thread.
@@ -29,6 +30,9 @@ struct IndexTask {
     std::vector<QString> files;       ///< that the references stand in
     HelpContentsRoot* root = nullptr; ///< not looked at
 };
+
+constexpr size_t MaximumKeywords = 2'000'000;
+constexpr size_t MaximumKeywordLines = 50'000'000; ///< empty ones, and those of files named again, included
 
 /// Once a stop has been asked for, entries are missing.
 [[nodiscard]] IndexEntries readIndexEntries(const IndexTask& task, const std::stop_token& stop = {});
@@ -59,6 +63,8 @@ public:
     [[nodiscard]] std::vector<HelpIndexItem>& indexItems() { return m_index.items; }
     [[nodiscard]] const std::vector<HelpIndexItem>& indexItems() const { return m_index.items; }
     [[nodiscard]] const std::vector<Problem>& problems() const { return m_outline.problems; }
+    /// Null when all was read.
+    [[nodiscard]] const QString& limitReached() const { return m_outline.limitReached; }
     [[nodiscard]] const QStringList& malformedFiles() const { return m_outline.malformedFiles; }
     [[nodiscard]] bool isReadable() const { return m_outline.readable; }
 

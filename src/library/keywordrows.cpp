@@ -19,7 +19,7 @@ constexpr quint32 None = PositionTable::None;
 
 quint32 mixed(quint32 a, quint32 b, quint32 c)
 {
-    return quint32(qHashMulti(0, a, b, c));
+    return quint32(qHashMulti(QHashSeed::globalSeed(), a, b, c));
 }
 
 /// Titles that are equal in lower case have the same number.
@@ -103,7 +103,7 @@ private:
             const QStringView lower = m_result.texts.lower(item->keyword);
             m_result.lowerTexts.push_back(lower);
             m_marks.push_back(lookUpMark(lower));
-            m_classes.push_back(quint32(qHash(lower)));
+            m_classes.push_back(quint32(qHash(lower, QHashSeed::globalSeed())));
         }
         PositionTable table(m_items.size());
         forEachAhead(

@@ -60,8 +60,12 @@ std::vector<Problem> findMissingPages(const HelpLibrary& library)
                 missing.check(record.page(), record.source->fileName, record.namedInLine);
             }
         }
+        // An index file may be named by many contents files.
+        QHash<QString, const HelpIndexSource*> firstSources;
         for (const auto& item : set.indexItems()) {
-            if (item.hasPage()) {
+            auto& first = firstSources[item.source->fileName];
+            first = first == nullptr ? item.source : first;
+            if (item.hasPage() && item.source == first) {
                 missing.check(item.link(), item.source->fileName, item.namedInLine);
             }
         }

@@ -4,11 +4,16 @@
 #include "library/helpcontentsitem.h"
 #include "library/positiontable.h"
 
+#include <QHash>
+
 #include <vector>
 
-/// Of a text that is given in pieces (FNV-1a).
+/// Of a text that is given in pieces (FNV-1a). Another one in each run of the program, so that nobody can
+/// write a help set whose names all have the same.
 class TextHash {
 public:
+    TextHash() : m_value(0xCBF29CE484222325U ^ quint64(QHashSeed::globalSeed())) {}
+
     TextHash& add(QStringView text)
     {
         for (const QChar c : text) {
@@ -19,7 +24,7 @@ public:
     [[nodiscard]] quint32 value() const { return quint32(m_value ^ (m_value >> 32U)); }
 
 private:
-    quint64 m_value = 0xCBF29CE484222325U;
+    quint64 m_value;
 };
 
 /// Finds the records of a help set by the absolute path of their page. The records must outlive it.

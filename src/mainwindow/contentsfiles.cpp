@@ -28,6 +28,7 @@ ContentsFiles::ContentsFiles(HelpLibrary& library, HelpContents& pane, const Hel
     : QObject(parent), m_library(library), m_pane(pane), m_browser(browser), m_menus(menus),
       m_patience(Patience)
 {
+    connect(&library, &HelpLibrary::keywordsLeftOut, this, &ContentsFiles::reportLimit);
     connect(&library, &HelpLibrary::helpSetAboutToBeRemoved, this, [this] { m_shown = nullptr; });
 }
 
@@ -158,6 +159,16 @@ void ContentsFiles::adopt(const HelpLibrary::Loaded& loaded, int moves)
         show([&] { m_pane.gotoPage(loaded.firstPage); }, moves);
     }
     reportMalformedFiles(loaded.malformedFiles, &m_pane);
+    if (!loaded.limitReached.isNull()) {
+        reportLimit(loaded.root->fileName, loaded.limitReached);
+    }
+}
+
+void ContentsFiles::reportLimit(const QString& fileName, const QString& reason)
+{
+    QTimer::singleShot(0, this, [this, text = tr("'%1' is opened in part.\n%2.").arg(fileName, reason)] {
+        openMessage(QMessageBox::Warning, tr("Load contents error"), text, &m_pane);
+    });
 }
 
 /// How often the user has gone to another page.

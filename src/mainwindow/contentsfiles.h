@@ -59,6 +59,7 @@ private:
     void waitBriefly();
     void load(const QString& fileName, int moves);
     void adopt(const HelpLibrary::Loaded& loaded, int moves);
+    void reportLimit(const QString& fileName, const QString& reason);
     [[nodiscard]] int userMoves();
     /// Only if the user has not moved since there were so many moves.
     void show(const Step& step, int moves);

@@ -1,8 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QString>
+
 #include <string>
 #include <string_view>
+
+[[nodiscard]] inline QString toQString(std::string_view utf8)
+{
+    return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
+}
 
 /// Appends text with the characters escaped that mean something in HTML.
 void appendEscaped(std::string& html, std::string_view text);

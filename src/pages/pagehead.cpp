@@ -2,15 +2,11 @@
 #include "pages/pagehead.h"
 
 #include "pages/links.h"
+#include "pages/markup.h"
 
 #include <QRegularExpression>
 
 namespace {
-
-QString toQString(std::string_view text)
-{
-    return QString::fromUtf8(text.data(), qsizetype(text.size()));
-}
 
 QString textOf(const HtmlNode& element)
 {

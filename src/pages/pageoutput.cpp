@@ -247,9 +247,6 @@ void PageOutput::putPicture(std::string_view markup, bool isApart)
 
 void PageOutput::finish(PreparedPage& page)
 {
-    const auto toQString = [](std::string_view text) {
-        return QString::fromUtf8(text.data(), qsizetype(text.size()));
-    };
     putAnchors();
     page.isBeginning = page.isBeginning || isFull();
     size_t begin = 0;

@@ -16,11 +16,6 @@
 
 namespace {
 
-QString toQString(std::string_view text)
-{
-    return QString::fromUtf8(text.data(), qsizetype(text.size()));
-}
-
 std::string toStdString(const QString& text)
 {
     return text.toStdString();

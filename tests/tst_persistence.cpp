@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "browser/helpbrowser.h"
+#include "browser/helpsettings.h"
 #include "library/helplibrary.h"
 #include "mainwindow/helpmainwindow.h"
 #include "testfiles.h"
@@ -76,6 +77,7 @@ private Q_SLOTS:
     void keysAndTypes();
     void firstStart();
     void everythingComesBack();
+    void anotherDesktop();
     void colourOfAnotherDesktop();
     void garbage_data();
     void garbage();
@@ -149,6 +151,54 @@ void TestPersistence::everythingComesBack()
     QCOMPARE(run.window.size(), QSize(640, 480));
     run.browser().resetZoom();
     QCOMPARE(run.browser().getFontSize(), QApplication::font().pointSize());
+}
+
+/// Only what a person chose outlasts a change of the desktop.
+void TestPersistence::anotherDesktop()
+{
+    const QFont before = QApplication::font();
+    const QPalette colours = QApplication::palette();
+    QFont larger = before;
+    larger.setPointSize(before.pointSize() + 5);
+    larger.setFamily(QStringLiteral("Other Family"));
+    QPalette other = colours;
+    other.setColor(QPalette::Link, QColor(9, 8, 7));
+    // Windows hear of it from the event loop, which does not run here.
+    const auto desktop = [](Run& run, const QFont& font, const QPalette& palette) {
+        QApplication::setFont(font);
+        QApplication::setPalette(palette);
+        for (const auto type : {QEvent::ApplicationFontChange, QEvent::ApplicationPaletteChange}) {
+            QEvent event(type);
+            QApplication::sendEvent(&run.window, &event);
+        }
+    };
+    {
+        Run run;
+        run.browser().zoomIn();
+        run.browser().resetZoom();
+        // The settings are looked at and left as they are.
+        run.window.findChild<QAction*>(QStringLiteral("viewSettingsAction"))->trigger();
+        auto* dialog = run.window.findChild<HelpSettings*>();
+        QVERIFY(dialog != nullptr);
+        desktop(run, larger, other);
+        QCOMPARE(run.browser().getFontSize(), larger.pointSize());
+    }
+    {
+        Run run;
+        QCOMPARE(run.browser().getFontFamily(), larger.family());
+        QCOMPARE(run.browser().getFontSize(), larger.pointSize());
+        QCOMPARE(run.browser().getLinkColor(), QColor(9, 8, 7));
+        run.window.findChild<QAction*>(QStringLiteral("viewSettingsAction"))->trigger();
+        run.window.findChild<HelpSettings*>()->accept();
+        run.browser().zoomOut();
+        desktop(run, before, colours);
+        QCOMPARE(run.browser().getFontFamily(), before.family());
+        QCOMPARE(run.browser().getFontSize(), larger.pointSize() - 1);
+        QCOMPARE(run.browser().getLinkColor(), colours.color(QPalette::Active, QPalette::Link));
+    }
+    Run run;
+    QCOMPARE(run.browser().getFontFamily(), before.family());
+    QCOMPARE(run.browser().getFontSize(), larger.pointSize() - 1);
 }
 
 void TestPersistence::colourOfAnotherDesktop()

@@ -7,12 +7,15 @@
 #include "testfiles.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QApplication>
 #include <QImage>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTextBlock>
+#include <QTextFrame>
 #include <QTextList>
 #include <QTextTable>
+#include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
 
@@ -136,6 +139,8 @@ private Q_SLOTS:
     void switching();
     void anchors_data();
     void anchors();
+    void widthOfLines();
+    void zoomByTouchpad();
     void pictures();
     void copy_data();
     void copy();
@@ -269,6 +274,41 @@ void TestReadingView::anchors()
     Fixture f("== a.html\n<style></style>" + filler + html.toUtf8() + filler);
     f.show("a.html#x");
     QTEST(f.browser.cursorForPosition(QPoint(40, 8)).block().text(), "shown");
+}
+
+/// Lines have a hundred characters whatever their size.
+void TestReadingView::widthOfLines()
+{
+    Fixture f("== p.html\n<style></style><p>" + QByteArray("word ").repeated(100));
+    f.browser.resize(1500, 300);
+    f.show("p.html");
+    for (const int step : {1, 1, 1, -1, -1, -1, -1}) {
+        step > 0 ? f.browser.zoomIn() : f.browser.zoomOut();
+        const auto margins = f.browser.document()->rootFrame()->frameFormat();
+        const int width = f.browser.viewport()->width() - int(margins.leftMargin() + margins.rightMargin());
+        QVERIFY(qAbs(width - 100 * f.browser.fontMetrics().averageCharWidth()) <= 2);
+    }
+}
+
+/// A touchpad sends a notch of the wheel in pieces.
+void TestReadingView::zoomByTouchpad()
+{
+    Fixture f("== p.html\n<p>text");
+    f.show("p.html");
+    const int size = f.browser.getFontSize();
+    const auto turn = [&](int angle) {
+        QWheelEvent event({9, 9}, f.browser.viewport()->mapToGlobal(QPointF(9, 9)), {}, {0, angle},
+                          Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(f.browser.viewport(), &event);
+        return f.browser.getFontSize() - size;
+    };
+    for (int i = 0; i < 7; ++i) {
+        QCOMPARE(turn(15), 0);
+    }
+    QCOMPARE(turn(15), 1);
+    QCOMPARE(turn(240), 3);
+    QCOMPARE(turn(-60), 3);
+    QCOMPARE(turn(-60), 2);
 }
 
 /// A wide picture is made to fit; a click shows it at its size.

@@ -355,6 +355,9 @@ void PageView::showEvent(QShowEvent* event)
 void PageView::changeEvent(QEvent* event)
 {
     StyledView::changeEvent(event);
+    if (event->type() == QEvent::FontChange) {
+        fitMargins();
+    }
     if (event->type() == QEvent::PaletteChange) {
         m_appliedSheet.clear();
         restyle();

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "browser/styledview.h"
 
-#include <QApplication>
 #include <QPainter>
 #include <QWheelEvent>
 
@@ -13,9 +12,7 @@ constexpr int HintMargin = 32; // pixels
 
 } // namespace
 
-StyledView::StyledView(QWidget* parent)
-    : QTextBrowser(parent), m_style{QStringLiteral("monospace")}, m_fontFamily(font().family()),
-      m_defaultFontSize(getFontSize())
+StyledView::StyledView(QWidget* parent) : QTextBrowser(parent), m_style{QStringLiteral("monospace")}
 {
 }
 
@@ -28,9 +25,8 @@ void StyledView::setHint(const QString& hint)
 void StyledView::setFontFamily(const QString& family)
 {
     m_fontFamily = family;
-    QFont changed = font();
-    changed.setFamily(family);
-    applyFont(changed);
+    m_chosen.family = true;
+    applyChosenFont();
 }
 
 int StyledView::getFontSize() const
@@ -40,14 +36,26 @@ int StyledView::getFontSize() const
 
 void StyledView::setFontSize(int size)
 {
-    // Code has no size of its own, so it follows without a reload.
-    QFont changed = font();
-    if (changed.pointSize() == -1) {
-        changed.setPixelSize(size);
-    } else {
-        changed.setPointSize(size);
+    m_fontSize = size;
+    m_chosen.size = true;
+    applyChosenFont();
+}
+
+/// What is not set of a widget's font is the desktop's. Code has no size of its own, so it follows.
+void StyledView::applyChosenFont()
+{
+    const bool isInPixels = font().pointSize() == -1;
+    QFont own;
+    own.setResolveMask(0);
+    if (m_chosen.family) {
+        own.setFamily(m_fontFamily);
     }
-    applyFont(changed);
+    if (m_chosen.size && isInPixels) {
+        own.setPixelSize(m_fontSize);
+    } else if (m_chosen.size) {
+        own.setPointSize(m_fontSize);
+    }
+    applyFont(own);
 }
 
 void StyledView::zoomBy(int step)
@@ -57,12 +65,14 @@ void StyledView::zoomBy(int step)
 
 void StyledView::resetZoom()
 {
-    setFontSize(m_defaultFontSize);
+    m_chosen.size = false;
+    applyChosenFont();
 }
 
 void StyledView::setFontFixedFamily(const QString& family)
 {
     m_style.fixedFamily = family;
+    m_chosen.fixedFamily = true;
     restyle();
 }
 
@@ -73,27 +83,36 @@ QColor StyledView::getLinkColor() const
 
 void StyledView::setLinkColor(const QColor& color)
 {
-    m_style.hasOwnLinkColor = color != QApplication::palette(this).color(QPalette::Active, QPalette::Link);
-    QPalette changed = palette();
+    m_chosen.linkColor = m_style.hasOwnLinkColor = true;
+    QPalette own;
+    own.setResolveMask(0);
     for (const auto group : {QPalette::Disabled, QPalette::Active, QPalette::Inactive}) {
-        changed.setBrush(group, QPalette::Link, color);
+        own.setBrush(group, QPalette::Link, color);
     }
-    setPalette(changed);
+    setPalette(own);
     restyle();
 }
 
 void StyledView::setLinkUnderline(bool underline)
 {
     m_style.linkUnderline = underline;
+    m_chosen.linkUnderline = true;
     restyle();
 }
 
+/// Touchpads send a notch of the wheel in many small pieces.
 void StyledView::wheelEvent(QWheelEvent* event)
 {
     if (event->modifiers() != Qt::ControlModifier) {
+        m_wheelAngle = 0;
         QTextBrowser::wheelEvent(event);
-    } else if (hasPage() && event->angleDelta().y() != 0) {
-        zoomBy(event->angleDelta().y() > 0 ? 1 : -1);
+        return;
+    }
+    const int angle = event->angleDelta().y();
+    m_wheelAngle = angle * m_wheelAngle < 0 ? angle : m_wheelAngle + angle;
+    if (const int steps = m_wheelAngle / QWheelEvent::DefaultDeltasPerStep; steps != 0 && hasPage()) {
+        m_wheelAngle %= QWheelEvent::DefaultDeltasPerStep;
+        zoomBy(steps);
     }
 }
 

@@ -16,7 +16,18 @@ public:
     /// The text painted while no page is shown.
     void setHint(const QString& hint);
 
-    [[nodiscard]] QString getFontFamily() const { return m_fontFamily; }
+    /// What a person chose. All else is the desktop's and follows it.
+    struct Chosen {
+        bool family = false;
+        bool size = false;
+        bool fixedFamily = false;
+        bool linkColor = false;
+        bool linkUnderline = false;
+    };
+    /// What was set since the view was made; resetZoom() takes the choice of a size back.
+    [[nodiscard]] const Chosen& chosen() const { return m_chosen; }
+
+    [[nodiscard]] QString getFontFamily() const { return m_chosen.family ? m_fontFamily : font().family(); }
     void setFontFamily(const QString& family);
     /// In points, or in pixels when the font is sized in pixels.
     [[nodiscard]] int getFontSize() const;
@@ -26,8 +37,6 @@ public:
     void setFontFixedFamily(const QString& family);
     [[nodiscard]] QColor getLinkColor() const;
     void setLinkColor(const QColor& color);
-    /// Whether the link colour is another one than the desktop's.
-    [[nodiscard]] bool hasOwnLinkColor() const { return m_style.hasOwnLinkColor; }
     [[nodiscard]] bool getLinkUnderline() const { return m_style.linkUnderline; }
     void setLinkUnderline(bool underline);
 
@@ -49,9 +58,12 @@ protected:
 
 private:
     void zoomBy(int step);
+    void applyChosenFont();
 
     PageStyle m_style;
-    QString m_fontFamily;
-    int m_defaultFontSize;
+    Chosen m_chosen;
+    QString m_fontFamily; ///< if chosen, as is the size
+    int m_fontSize = 0;
+    int m_wheelAngle = 0; ///< turned since the last step of the zoom, in eighths of a degree
     QString m_hint;
 };

@@ -477,13 +477,25 @@ void HelpMainWindow::viewSettings()
     dialog->setFontFixedFamily(m_browser->getFontFixedFamily());
     dialog->setLinkUnderline(m_browser->getLinkUnderline());
     dialog->setLinkColor(m_browser->getLinkColor());
-    connect(dialog, &QDialog::accepted, m_browser, [this, dialog] {
-        m_browser->setFontFamily(dialog->getFontFamily());
-        m_browser->setFontFixedFamily(dialog->getFontFixedFamily());
-        m_browser->setLinkUnderline(dialog->getLinkUnderline());
-        m_browser->setLinkColor(dialog->getLinkColor());
-    });
+    connect(dialog, &QDialog::accepted, m_browser, [this, dialog] { applySettings(*dialog); });
     dialog->open();
+}
+
+/// What was left as it is stays the desktop's.
+void HelpMainWindow::applySettings(const HelpSettings& dialog)
+{
+    if (dialog.getFontFamily() != m_browser->getFontFamily()) {
+        m_browser->setFontFamily(dialog.getFontFamily());
+    }
+    if (dialog.getFontFixedFamily() != m_browser->getFontFixedFamily()) {
+        m_browser->setFontFixedFamily(dialog.getFontFixedFamily());
+    }
+    if (dialog.getLinkUnderline() != m_browser->getLinkUnderline()) {
+        m_browser->setLinkUnderline(dialog.getLinkUnderline());
+    }
+    if (dialog.getLinkColor() != m_browser->getLinkColor()) {
+        m_browser->setLinkColor(dialog.getLinkColor());
+    }
 }
 
 void HelpMainWindow::goBack()

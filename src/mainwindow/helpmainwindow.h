@@ -12,6 +12,7 @@ class ContentsFiles;
 class FullTextSearch;
 class HelpBrowser;
 class HelpLibrary;
+class HelpSettings;
 class PageSearch;
 class SidePanes;
 struct HelpContentsItem;
@@ -88,6 +89,7 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    void applySettings(const HelpSettings& dialog);
     void buildToolBar();
     void buildPanes();
     void showHint();

@@ -60,41 +60,56 @@ void makeReachable(QWidget& window)
     }
 }
 
+/// Of the flag that says whether a person chose the value of a key.
+QByteArray chosenKey(const char* key)
+{
+    return QByteArray(key) + "Chosen";
+}
+
 } // namespace
 
 void loadDisplay(PageView& view)
 {
     const SettingsStore store(SettingsStore::Access::Read);
-    if (const QString family = store.value("fontName").toString(); !family.isEmpty()) {
+    // What nobody chose is the desktop's of that time. Stores of other programs do not tell.
+    const auto isChosen = [&store](const char* key) {
+        return store.contains(key) && store.value(chosenKey(key).constData(), true).toBool();
+    };
+    if (const QString family = store.value("fontName").toString();
+        !family.isEmpty() && isChosen("fontName")) {
         view.setFontFamily(family);
     }
-    const int size = store.value("fontSize", view.getFontSize()).toInt();
-    if (size > 0 && size <= LargestFontSize) {
+    const int size = store.value("fontSize").toInt();
+    if (size > 0 && size <= LargestFontSize && isChosen("fontSize")) {
         view.setFontSize(size);
     }
-    if (const QString family = store.value("fontFixedName").toString(); !family.isEmpty()) {
+    if (const QString family = store.value("fontFixedName").toString();
+        !family.isEmpty() && isChosen("fontFixedName")) {
         view.setFontFixedFamily(family);
     }
     view.setReadingView(store.value("readingView", view.isReadingView()).toBool());
-    view.setLinkUnderline(store.value("linkUnderline", view.getLinkUnderline()).toBool());
-    // The colour of a desktop is no choice: another desktop, perhaps a dark one, has its own.
-    if (!store.value("linkColorChosen", true).toBool()) {
-        return;
+    if (isChosen("linkUnderline")) {
+        view.setLinkUnderline(store.value("linkUnderline").toBool());
     }
-    const auto argb = QRgb(store.value("linkColor", int(view.getLinkColor().rgba())).toInt());
-    view.setLinkColor(QColor::fromRgb(argb));
+    if (isChosen("linkColor")) {
+        view.setLinkColor(QColor::fromRgb(QRgb(store.value("linkColor").toInt())));
+    }
 }
 
 void saveDisplay(const PageView& view)
 {
     SettingsStore store(SettingsStore::Access::Write);
-    store.setValue("fontName", view.getFontFamily());
-    store.setValue("fontSize", view.getFontSize());
-    store.setValue("fontFixedName", view.getFontFixedFamily());
+    const auto save = [&store](const char* key, const QVariant& value, bool isChosen) {
+        store.setValue(key, value);
+        store.setValue(chosenKey(key).constData(), isChosen);
+    };
+    const auto& chosen = view.chosen();
+    save("fontName", view.getFontFamily(), chosen.family);
+    save("fontSize", view.getFontSize(), chosen.size);
+    save("fontFixedName", view.getFontFixedFamily(), chosen.fixedFamily);
+    save("linkUnderline", view.getLinkUnderline(), chosen.linkUnderline);
+    save("linkColor", int(view.getLinkColor().rgba()), chosen.linkColor);
     store.setValue("readingView", view.isReadingView());
-    store.setValue("linkUnderline", view.getLinkUnderline());
-    store.setValue("linkColor", int(view.getLinkColor().rgba()));
-    store.setValue("linkColorChosen", view.hasOwnLinkColor());
 }
 
 void loadGeometry(QWidget& window)

@@ -3,12 +3,12 @@ cmake_minimum_required(VERSION 3.25)
 # Fails on an include between the folders of src/ that the architecture does not allow.
 # Usage: cmake -DSOURCE_DIR=... -P layers.cmake
 
-set(allowed_app mainwindow search library fulltext pages)
+set(allowed_app mainwindow search library fulltext)
 set(allowed_mainwindow contents index browser search icons library fulltext pages)
-set(allowed_contents library fulltext pages)
-set(allowed_index library fulltext pages)
-set(allowed_browser library fulltext pages)
-set(allowed_search library fulltext pages)
+set(allowed_contents library)
+set(allowed_index library)
+set(allowed_browser library pages)
+set(allowed_search library fulltext)
 set(allowed_icons)
 set(allowed_library formats)
 set(allowed_fulltext pages)

@@ -11,6 +11,7 @@ namespace {
 
 constexpr size_t FewRows = 100;
 constexpr size_t LongestLine = 60; // bytes of a cell that count
+constexpr size_t LongestWord = 24; // bytes
 constexpr size_t ManyColumns = 50;
 
 template <typename Use>
@@ -48,15 +49,21 @@ size_t spanOf(const HtmlNode& cell, std::string_view name)
     return std::max<size_t>(1, span);
 }
 
-size_t lengthOf(const HtmlNode& cell)
+/// How much room a cell asks for: its words are not to be broken, and long texts are not to become high.
+size_t weightOf(const HtmlNode& cell)
 {
     size_t length = 1;
+    size_t longestWord = 1;
     const auto* node = nextNode(&cell, &cell);
     while (node != nullptr && length < LongestLine) {
         length += isBlank(node->content) ? 0 : node->content.size();
+        anyWord(node->content, [&longestWord](std::string_view word) {
+            longestWord = std::max(longestWord, word.size());
+            return false;
+        });
         node = nextNode(node, &cell);
     }
-    return std::min(length, LongestLine);
+    return 2 * std::min(longestWord, LongestWord) + std::min(length, LongestLine) / 2;
 }
 
 } // namespace
@@ -67,7 +74,7 @@ std::vector<int> columnPercents(const HtmlNode& table)
     if (rows.size() < FewRows) {
         return {};
     }
-    std::vector<size_t> lengths;
+    std::vector<size_t> weights;
     bool isDivisible = true;
     for (const auto* row : rows) {
         size_t column = 0;
@@ -75,16 +82,16 @@ std::vector<int> columnPercents(const HtmlNode& table)
             const size_t span = std::min(spanOf(cell, "colspan"), ManyColumns);
             isDivisible = isDivisible && spanOf(cell, "rowspan") == 1 && column + span <= ManyColumns;
             if (isDivisible) {
-                lengths.resize(std::max(lengths.size(), column + span), 1);
-                lengths[column] = span == 1 ? std::max(lengths[column], lengthOf(cell)) : lengths[column];
+                weights.resize(std::max(weights.size(), column + span), 1);
+                weights[column] = span == 1 ? std::max(weights[column], weightOf(cell)) : weights[column];
                 column += span;
             }
         });
     }
-    const size_t sum = std::accumulate(lengths.begin(), lengths.end(), size_t(0));
+    const size_t sum = std::accumulate(weights.begin(), weights.end(), size_t(0));
     std::vector<int> percents;
-    for (const size_t length : lengths) {
-        percents.push_back(std::max(1, int(length * 100 / sum)));
+    for (const size_t weight : weights) {
+        percents.push_back(std::max(1, int(weight * 100 / sum)));
     }
     return isDivisible ? percents : std::vector<int>();
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "scratch.h"
 
-#include "pages/htmltree.h"
+#include "markup/htmltree.h"
 #include "pages/links.h"
 #include "pages/pagedecoding.h"
 #include "pages/pagepreparation.h"

@@ -313,6 +313,9 @@ void TestPreparedPage::heads_data()
     addRow("base on the web", R"(<base href="http://x/y/"><p>)", ", , /set/page.html, ");
     addRow("refresh", R"(<meta http-equiv="Refresh" content="0; URL='new page.html'"><p>)",
            ", , /set/page.html, new page.html");
+    addRow("refresh without scripts",
+           R"(<noscript><meta http-equiv="refresh" content="0;url=a.html"></noscript><p>)",
+           ", , /set/page.html, ");
     addRow("refresh from the web", R"(<meta http-equiv="refresh" content="3;url=https://x/"><p>)",
            ", , /set/page.html, ");
     addRow("reload", R"(<meta http-equiv="refresh" content="30"><p>)", ", , /set/page.html, ");
@@ -367,6 +370,7 @@ void TestPreparedPage::hostile_data()
     addRow("many anchors", repeated("<a id='x'></a><a id='y'></a>", 50000) + u"x"_s, "x");
     addRow("zeros", u"a"_s + QChar(u'\0') + u"<p>b"_s, "a | b");
     addRow("unfinished", "<p>a <a href='x'>b<table><td>c <!-- ", "a b | c");
+    addRow("entities", "&lsqb;a&rsqb; &quest; &amp;lsqb; &lsqb &NotEqualTilde;", "[a] ? &lsqb; &lsqb ≂̸");
     addRow("only entities", "&#0;&#x110000;&bogus;&amp", "&bogus;&amp");
     addRow("second body", "<body><p>a<body><p>b</body></html><html lang='x'><p>c", "a | b | c");
 }

@@ -6,8 +6,8 @@
 #include "browser/pageresource.h"
 #include "browser/selectedtext.h"
 #include "browser/textcontrast.h"
+#include "markup/tags.h"
 #include "pages/linkcode.h"
-#include "pages/markup.h"
 #include "pages/pagepreparation.h"
 
 #include <QAbstractTextDocumentLayout>

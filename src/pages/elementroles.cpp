@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "pages/elementroles.h"
 
-#include "pages/htmltree.h"
+#include "markup/htmltree.h"
 
 #include <string_view>
 #include <unordered_map>

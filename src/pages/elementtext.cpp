@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "pages/elementtext.h"
 
-#include "pages/htmltree.h"
+#include "markup/htmltree.h"
 
 #include <algorithm>
 #include <array>

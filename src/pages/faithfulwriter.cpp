@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "pages/faithfulwriter.h"
 
+#include "markup/htmltree.h"
+#include "markup/tags.h"
 #include "pages/elementroles.h"
-#include "pages/htmltree.h"
-#include "pages/markup.h"
 
 #include <algorithm>
 #include <array>

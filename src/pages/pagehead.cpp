@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "pages/pagehead.h"
 
+#include "markup/tags.h"
 #include "pages/links.h"
-#include "pages/markup.h"
 
 #include <QRegularExpression>
 
@@ -48,7 +48,10 @@ PageHead readPageHead(const HtmlTree& tree, const QString& file)
         head.base = resolvedBase(file, toQString(attribute(*base, "href")));
     }
     const auto* end = tree.first("body");
-    for (const auto* node = tree.root(); node != nullptr && node != end; node = nextNode(node, tree.root())) {
+    // What a page says to browsers without scripts about itself is not about its content.
+    const auto isForOthers = [](const HtmlNode& node) { return isElement(node, "noscript"); };
+    for (const auto* node = tree.root(); node != nullptr && node != end;
+         node = nextNode(node, tree.root(), !isForOthers(*node))) {
         if (isElement(*node, "title") && head.title.isEmpty()) {
             head.title = textOf(*node);
         } else if (isElement(*node, "meta") && head.refresh.isEmpty() &&

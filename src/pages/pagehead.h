@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "pages/htmltree.h"
+#include "markup/htmltree.h"
 
 /// What a page says about itself.
 struct PageHead {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "pages/pageoutput.h"
 
-#include "pages/htmltree.h"
-#include "pages/markup.h"
+#include "markup/htmltree.h"
+#include "markup/tags.h"
 #include "pages/preparedpage.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "pages/pagepreparation.h"
 
+#include "markup/htmltree.h"
 #include "pages/faithfulwriter.h"
-#include "pages/htmltree.h"
 #include "pages/maincontent.h"
 #include "pages/pagehead.h"
 #include "pages/pagesurvey.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "pages/pagesurvey.h"
 
-#include "pages/htmltree.h"
+#include "markup/htmltree.h"
 
 #include <algorithm>
 #include <array>

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "pages/pagewriter.h"
 
+#include "markup/htmltree.h"
+#include "markup/tags.h"
 #include "pages/elementroles.h"
 #include "pages/elementtext.h"
-#include "pages/htmltree.h"
 #include "pages/linkcode.h"
 #include "pages/links.h"
 #include "pages/longtable.h"
-#include "pages/markup.h"
 
 #include <QUrl>
 

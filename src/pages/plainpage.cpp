@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "pages/plainpage.h"
 
+#include "markup/htmltree.h"
 #include "pages/elementtext.h"
-#include "pages/htmltree.h"
 #include "pages/maincontent.h"
 #include "pages/pagesurvey.h"
 

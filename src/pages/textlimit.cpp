@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "pages/textlimit.h"
 
-#include "pages/htmltree.h"
+#include "markup/htmltree.h"
 
 #include <algorithm>
 

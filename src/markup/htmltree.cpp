@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "pages/htmltree.h"
+#include "markup/htmltree.h"
+
+#include "markup/entities.h"
 
 #include <libxml/HTMLparser.h>
 #include <libxml/parserInternals.h>
@@ -63,7 +65,7 @@ struct HtmlTree::Handlers {
 HtmlTree::HtmlTree(const QString& html)
 {
     initializeParser();
-    QByteArray utf8 = html.toUtf8();
+    QByteArray utf8 = withoutNewEntities(html.toUtf8());
     std::replace(utf8.begin(), utf8.end(), '\0', ' ');
     xmlSAXHandler handlers = {};
     handlers.startElement = Handlers::startElement;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "pages/markup.h"
+#include "markup/tags.h"
 
 void appendEscaped(std::string& html, std::string_view text)
 {

@@ -11,7 +11,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     const QString html = decodePage(inputBytes(data, size));
-    const PlainPage page = readPlainPage(html);
+    const PlainPage page = readPlainPage(html, {});
     require(page.text.size() < 4096 + size_t(html.size()) * 8);
     Words words;
     for (const auto& text : {page.text, page.headings, page.title, html.toStdString()}) {

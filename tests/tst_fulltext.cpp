@@ -546,7 +546,7 @@ private Q_SLOTS:
     {
         QFETCH(const QString, html);
         const auto shown = preparePage(html, {}, Presentation::Reading);
-        const auto plain = readPlainPage(html);
+        const auto plain = readPlainPage(html, {});
         QCOMPARE(wordsOf(QString::fromStdString(plain.text)), wordsOf(shown.text));
         QString headings;
         for (const auto& heading : shown.headings) {

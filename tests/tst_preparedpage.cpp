@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "pages/linkcode.h"
 #include "pages/pagepreparation.h"
+#include "pages/pagesheets.h"
+#include "pages/plainpage.h"
 #include "testfiles.h"
 
 #include <QRegularExpression>
@@ -179,7 +181,8 @@ void addListsAndPictures()
            R"(<table cellspacing="0" cellpadding="2"><tr><td>a</td><td>b</td></tr></table>)");
     addRow("lists", R"(<ol start="3" type="a"><li>a<li><p>b</p><p>c</p></ol>)",
            R"(<ol start="3" type="a"><li>a</li><li><p>b</p><p>c</p></li></ol>)");
-    addRow("terms", "<dl><dt>T<dd>d</dl>", "<dl><dt>T</dt><dd>d</dd></dl>");
+    addRow("terms", "<dl><dt>T<dd>d</dl>",
+           R"(<dl><dt><span style="font-weight:normal;">T</span></dt><dd>d</dd></dl>)");
     addRow("text beside blocks", "<div>a<p>b</p>c <b>d</b></div>",
            "<div>a</div><p>b</p><div>c <b>d</b></div>");
     addRow("small picture", R"(<p>a <img src="i.png" width="9" onload="x"> b</p>)",
@@ -214,9 +217,8 @@ void addOtherElements()
     addRow("hidden",
            R"(<p>a<span hidden>b</span><span aria-hidden="true">c</span><span class="sr-only">d</span></p>)",
            "<p>a</p>");
-    addRow("nothing of the page's own looks",
-           R"(<p style="color:red" onclick="x" align="center"><font color="red">a</font></p>)",
-           R"(<p align="center">a</p>)");
+    addRow("no scripts and no fonts of old",
+           R"(<p onclick="x" align="center"><font color="red">a</font></p>)", R"(<p align="center">a</p>)");
     addRow("markup in text", R"(<p>&lt;b&gt; &amp;amp; "x"</p>)", "<p>&lt;b&gt; &amp;amp; &quot;x&quot;</p>");
 }
 
@@ -228,6 +230,8 @@ class TestPreparedPage : public QObject {
 private Q_SLOTS:
     void generators_data();
     void generators();
+    void sheets_data();
+    void sheets();
     void looks_data();
     void looks();
     void written_data();
@@ -265,6 +269,67 @@ void TestPreparedPage::looks_data()
     addCodeAndNotes();
     addListsAndPictures();
     addOtherElements();
+}
+
+void TestPreparedPage::sheets_data()
+{
+    addTexts("css", "html", "prepared");
+    addRow("weight and colour", ".x{font-weight:bold;color:#a00000}", "<p>a <span class=x>b</span></p>",
+           R"(<p>a <span style="font-weight:bold;color:#a00000;">b</span></p>)");
+    addRow(
+        "of a block", "p{font-style:italic}", "<p>a <b>b</b></p>",
+        R"(<p><span style="font-style:italic;">a</span> <b><span style="font-style:italic;">b</span></b></p>)");
+    addRow("fixed pitch", ".x{font-family:monospace;color:red}", "<p><span class=x>a</span></p>",
+           R"(<p><tt><span style="color:#ff0000;">a</span></tt></p>)");
+    addRow(
+        "taken back", "dt,b{font-weight:normal}em{font-style:normal}",
+        "<dl><dt>a<dd><b>b</b> <em>c</em></dl>",
+        R"(<dl><dt><span style="font-weight:normal;">a</span></dt><dd><b><span style="font-weight:normal;">b</span></b> )"
+        R"(<em><span style="font-style:normal;">c</span></em></dd></dl>)");
+    addRow("headings stay", "h2{font-weight:normal}", "<h2>a</h2>", "<h2>a</h2>");
+    addRow("code stays code", "code{font-family:serif}", "<p><code>a</code></p>", "<p><code>a</code></p>");
+    addRow("links look like links", "a{color:red;text-decoration:underline}", "<p><a href=x>a</a></p>",
+           R"(<p><a href="link:0">a</a></p>)");
+    addRow("lines", ".x{text-decoration:line-through}ins{color:#111}",
+           "<p><span class=x>a</span> <ins>b</ins></p>",
+           R"(<p><span style="text-decoration:line-through;">a</span> <ins>b</ins></p>)");
+    addRow("greys and the page's own colour", "body{color:#334455}.x{color:#999}",
+           "<p>a <span class=x>b</span></p>", "<p>a b</p>");
+    addRow(
+        "colour of code", "pre .k{color:#00f}", "<pre><span class=k>int</span> a;</pre>",
+        R"(<table class="code" width="100%" cellspacing="0"><tr><td class="code"><pre><span style="color:#0000ff;">int)"
+        R"(</span> a;</pre></td></tr></table>)");
+    addRow("hidden", ".x{display:none}.y{position:absolute;left:-9999px}",
+           "<p>a<span class=x>b</span><i class=y>c</i></p>", "<p>a</p>");
+    addRow("shown at a hand's turn", ".collapsible{display:none}", "<div class=collapsible><p>a</p></div>",
+           "<p>a</p>");
+    addRow("on paper only", "@media print{p{display:none}}", "<p>a</p>", "<p>a</p>");
+    addRow("style attribute", "x{}", "<p style='color:#00f'>a</p>",
+           R"(<p><span style="color:#0000ff;">a</span></p>)");
+    addRow("file", "", "<link rel=stylesheet href=a.css><p class=x>a</p>",
+           R"(<p><span style="color:#008000;">a</span></p>)");
+    addRow("alternate file", "", "<link rel='alternate stylesheet' href=a.css><p class=x>a</p>", "<p>a</p>");
+    addRow("imported", "@import 'b.css';", "<p class=x>a</p>",
+           R"(<p><span style="color:#008000;">a</span></p>)");
+    addRow("imported for others", "@import url(a.css) print;", "<p class=x>a</p>", "<p>a</p>");
+}
+
+/// What style sheets say is added to what elements look like.
+void TestPreparedPage::sheets()
+{
+    QFETCH(QString, css);
+    QFETCH(QString, html);
+    const TemporaryFiles files(
+        "== a.css\n.x{color:green}\n== b.css\n@import url(\"a.css\");@import 'b.css';");
+    StyleSheets sheets;
+    PageContext context{files.path(u"page.html"_s), {}};
+    context.styleSheets = &sheets;
+    const auto page = preparePage(u"<html><head><style>"_s + css + u"</style></head><body>"_s + html, context,
+                                  Presentation::Reading);
+    QTEST(bodyOf(page).remove(u"</body></html>"_s), "prepared");
+    const auto plain =
+        readPlainPage(u"<html><head><style>"_s + css + u"</style></head><body>"_s + html, context);
+    QCOMPARE(QString::fromStdString(plain.text).simplified(), page.text.simplified());
 }
 
 void TestPreparedPage::looks()

@@ -145,7 +145,12 @@ void PageView::prepare()
 {
     const bool isOwn = m_page.file.isEmpty();
     const auto pictureWidth = [this](const QString& file) { return m_pictures->widthOf(file); };
-    const PageContext context{m_page.file, pictureWidth, isOwn || m_page.isWhole || m_showsWholePages};
+    m_ground = palette().color(QPalette::Active, QPalette::Base);
+    const auto ink = [ground = m_ground](uint32_t color) -> uint32_t {
+        return readableOn(QColor::fromRgb(color), ground).rgb() & RGB_MASK;
+    };
+    const PageContext context{m_page.file, pictureWidth, isOwn || m_page.isWhole || m_showsWholePages,
+                              &m_styleSheets, ink};
     if (m_page.source.isHtml) {
         m_page.prepared =
             preparePage(m_page.source.text, context, isOwn ? Presentation::AsWritten : m_presentation);
@@ -360,6 +365,10 @@ void PageView::changeEvent(QEvent* event)
     }
     if (event->type() == QEvent::PaletteChange) {
         m_appliedSheet.clear();
+        // Colours of the page were made readable on another ground.
+        if (hasPage() && m_ground != palette().color(QPalette::Active, QPalette::Base)) {
+            prepare();
+        }
         restyle();
     }
 }

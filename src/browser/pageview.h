@@ -6,6 +6,7 @@
 #include "browser/styledview.h"
 #include "pages/pagecontext.h"
 #include "pages/pagefile.h"
+#include "pages/pagesheets.h"
 #include "pages/preparedpage.h"
 
 #include <QDateTime>
@@ -116,10 +117,12 @@ private:
     PagePictures* m_pictures; ///< owned by the document
     Presentation m_presentation = Presentation::Reading;
     QString m_appliedSheet;
+    QColor m_ground;        ///< that the page was prepared for
     int m_pendingPlace = 0; ///< to go to when the view is shown
     QString m_anchorBeyond; ///< asked for, but in what is not shown of the page
     bool m_isOverPicture = false;
     bool m_isLinkHovered = false;
     bool m_showsWholePages = false;
+    StyleSheets m_styleSheets;
     PageFiller m_filler{*document()};
 };

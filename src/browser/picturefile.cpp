@@ -80,7 +80,7 @@ bool hasBinaryHead(const QString& fileName)
 /// Decoding allocates at most this much.
 qint64 largestImage() // bytes
 {
-    constexpr qint64 mega = 1024 * 1024;
+    constexpr qint64 mega = 1 << 20;
     return QImageReader::allocationLimit() * mega;
 }
 

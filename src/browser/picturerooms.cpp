@@ -92,5 +92,5 @@ const PictureRooms::Columns& PictureRooms::columnsOf(QTextTable& table)
         }
     }
     columns.sum = std::accumulate(columns.wanted.begin(), columns.wanted.end(), qreal(0));
-    return *m_tables.insert(&table, std::move(columns));
+    return *m_tables.insert(&table, columns);
 }

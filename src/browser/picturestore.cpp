@@ -33,10 +33,9 @@ QImage PictureStore::picture(const QString& fileName, const QSize& pixels)
 {
     const QSize asked = affordable(pixels);
     if (!isReady(fileName, pixels)) {
-        auto decoded = std::make_unique<Decoded>(asked, file(fileName).read(asked));
-        const auto cost = std::max<qsizetype>(1, decoded->image.sizeInBytes());
-        const QImage image = decoded->image;
-        m_decoded.insert(fileName, decoded.release(), cost);
+        QImage image = file(fileName).read(asked);
+        auto decoded = std::make_unique<Decoded>(Decoded{asked, image});
+        m_decoded.insert(fileName, decoded.release(), std::max<qsizetype>(1, image.sizeInBytes()));
         return image;
     }
     return m_decoded.object(fileName)->image;

@@ -78,7 +78,9 @@ void PageReader::readText(const SourcePage& page, IndexedPage& result)
     }
     PlainPage plain;
     if (source.value().isHtml && !m_stop.stop_requested()) {
-        plain = readPlainPage(source.value().text);
+        PageContext context{page.file, {}};
+        context.styleSheets = &m_styleSheets;
+        plain = readPlainPage(source.value().text, context);
     } else if (!m_stop.stop_requested()) {
         plain.text = source.value().text.toStdString();
     }

@@ -13,6 +13,8 @@
 #include <utility>
 #include <vector>
 
+class StyleSheets;
+
 /// A page as it goes into the database.
 struct IndexedPage {
     std::string path; ///< UTF-8, as are all texts
@@ -52,7 +54,8 @@ struct IndexedPage {
 class PageReader {
 public:
     /// What is read when a stop is asked for is of no use.
-    PageReader(const SearchSource& source, std::stop_token stop) : m_source(source), m_stop(std::move(stop))
+    PageReader(const SearchSource& source, StyleSheets& styleSheets, std::stop_token stop)
+        : m_source(source), m_styleSheets(styleSheets), m_stop(std::move(stop))
     {
     }
 
@@ -64,6 +67,7 @@ private:
     void addColumn(std::string_view text, std::string& column);
 
     const SearchSource& m_source;
+    StyleSheets& m_styleSheets;
     std::stop_token m_stop;
     Words m_words;
 };

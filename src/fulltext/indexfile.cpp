@@ -8,7 +8,7 @@
 namespace {
 
 constexpr int64_t ApplicationId = 0x51534458; // "QSDX"
-constexpr int64_t Format = 1;
+constexpr int64_t Format = 2;
 
 constexpr const char* Schema = R"(
 BEGIN IMMEDIATE;
@@ -22,7 +22,7 @@ CREATE VIRTUAL TABLE IF NOT EXISTS words USING fts5(body, title, keywords, headi
 CREATE VIRTUAL TABLE IF NOT EXISTS vocabulary USING fts5vocab(words, 'row');
 INSERT INTO words(words, rank) VALUES('automerge', 0), ('crisismerge', 256), ('hashsize', 4000000);
 PRAGMA application_id = 1364411480;
-PRAGMA user_version = 1;
+PRAGMA user_version = 2;
 COMMIT;
 )";
 

@@ -34,7 +34,7 @@ PageQueue::~PageQueue()
 void PageQueue::work()
 {
     lowerPriority();
-    PageReader reader(m_source, m_stop);
+    PageReader reader(m_source, m_styleSheets, m_stop);
     std::unique_lock lock(m_mutex);
     while (!m_isClosed && !m_stop.stop_requested() && m_nextPage < m_pages.size()) {
         const auto& page = *m_pages[m_nextPage++];

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "fulltext/indexedpage.h"
+#include "pages/pagesheets.h"
 
 #include <condition_variable>
 #include <deque>
@@ -29,6 +30,7 @@ private:
 
     const SearchSource& m_source;
     const std::vector<const SourcePage*>& m_pages;
+    StyleSheets m_styleSheets; ///< of all threads
     std::stop_token m_stop;
     std::mutex m_mutex;
     std::condition_variable_any m_changed;

@@ -359,8 +359,11 @@ const std::string& SearchEngine::textOf(const QString& page)
     if (!source.ok()) {
         return none;
     }
-    auto text = std::make_unique<std::string>(source.value().isHtml ? readPlainPage(source.value().text).text
-                                                                    : source.value().text.toStdString());
+    PageContext context{page, {}};
+    context.styleSheets = &m_styleSheets;
+    auto text =
+        std::make_unique<std::string>(source.value().isHtml ? readPlainPage(source.value().text, context).text
+                                                            : source.value().text.toStdString());
     text->resize(std::min(text->size(), SnippetSource));
     text->shrink_to_fit();
     const auto cost = qsizetype(text->size()) + 1;

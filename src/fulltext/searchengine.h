@@ -5,6 +5,7 @@
 #include "fulltext/searchanswer.h"
 #include "fulltext/searchindex.h"
 #include "fulltext/snippet.h"
+#include "pages/pagesheets.h"
 
 #include <QCache>
 #include <QString>
@@ -68,5 +69,6 @@ private:
     [[nodiscard]] const std::string& textOf(const QString& page);
 
     std::vector<std::unique_ptr<Set>> m_sets;
+    StyleSheets m_styleSheets;
     QCache<QString, std::string> m_texts{32'000'000}; ///< of pages shown lately; cost in bytes
 };

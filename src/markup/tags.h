@@ -3,12 +3,20 @@
 
 #include <QString>
 
+#include <algorithm>
+#include <array>
 #include <string>
 #include <string_view>
 
 [[nodiscard]] inline QString toQString(std::string_view utf8)
 {
     return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
+}
+
+template <size_t Size>
+[[nodiscard]] bool isOneOf(std::string_view word, const std::array<std::string_view, Size>& words)
+{
+    return std::find(words.begin(), words.end(), word) != words.end();
 }
 
 /// Appends text with the characters escaped that mean something in HTML.

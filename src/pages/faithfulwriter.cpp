@@ -10,12 +10,6 @@
 
 namespace {
 
-template <size_t Size>
-bool isOneOf(std::string_view word, const std::array<std::string_view, Size>& words)
-{
-    return std::find(words.begin(), words.end(), word) != words.end();
-}
-
 bool isEmptyElement(std::string_view name)
 {
     static constexpr std::array<std::string_view, 3> names{"hr", "wbr", "col"};

@@ -89,9 +89,11 @@ std::vector<int> columnPercents(const HtmlNode& table)
         });
     }
     const size_t sum = std::accumulate(weights.begin(), weights.end(), size_t(0));
-    std::vector<int> percents;
-    for (const size_t weight : weights) {
-        percents.push_back(std::max(1, int(weight * 100 / sum)));
+    if (!isDivisible || sum == 0) {
+        return {};
     }
-    return isDivisible ? percents : std::vector<int>();
+    std::vector<int> percents(weights.size());
+    std::transform(weights.begin(), weights.end(), percents.begin(),
+                   [sum](size_t weight) { return std::max(1, int(weight * 100 / sum)); });
+    return percents;
 }

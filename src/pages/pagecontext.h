@@ -3,7 +3,10 @@
 
 #include <QString>
 
+#include <cstdint>
 #include <functional>
+
+class StyleSheets;
 
 /// How pages are to be laid out.
 enum class Presentation {
@@ -19,4 +22,8 @@ struct PageContext {
     /// Whether to prepare all of a page that takes long to show: one that is very large or has absurdly long
     /// words or paragraphs.
     bool isWhole = false;
+    /// The style sheets of files; null to look at those in the page only.
+    StyleSheets* styleSheets = nullptr;
+    /// Makes a colour of the page's text, 0xRRGGBB, readable on what it is shown on; may be empty.
+    std::function<uint32_t(uint32_t color)> ink = {};
 };

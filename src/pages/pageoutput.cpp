@@ -93,10 +93,10 @@ void PageOutput::addJoint()
 /// Ends a part, with all elements that are open, and begins them anew.
 void PageOutput::divide()
 {
-    for (auto open = m_divisible.rbegin(); open != m_divisible.rend(); ++open) {
-        dropMargin(m_html, open->begin, "margin-bottom:8px");
-        m_html += open->end;
-    }
+    std::for_each(m_divisible.rbegin(), m_divisible.rend(), [this](const Divisible& open) {
+        dropMargin(m_html, open.begin, "margin-bottom:8px");
+        m_html += open.end;
+    });
     m_joints.push_back(m_html.size());
     for (auto& open : m_divisible) {
         open.begin = m_html.size();

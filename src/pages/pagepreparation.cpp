@@ -5,9 +5,11 @@
 #include "pages/faithfulwriter.h"
 #include "pages/maincontent.h"
 #include "pages/pagehead.h"
+#include "pages/pagesheets.h"
 #include "pages/pagesurvey.h"
 #include "pages/readingwriter.h"
 #include "pages/textlimit.h"
+#include "styles/pagestyles.h"
 
 #include <algorithm>
 
@@ -44,7 +46,9 @@ PreparedPage preparePage(const QString& html, const PageContext& context, Presen
         return page;
     }
     if (presentation == Presentation::Reading && tree.first("frameset") == nullptr) {
-        const PageSurvey survey(*root);
+        PageStyles styles({});
+        addStyleSheets(styles, tree, page.base, context.styleSheets);
+        const PageSurvey survey(*root, styles);
         if (survey.isWebPage()) {
             const auto* body = tree.first("body");
             const auto content = findMainContent(body == nullptr ? *root : *body);

@@ -2,6 +2,8 @@
 #include "pages/pagesurvey.h"
 
 #include "markup/htmltree.h"
+#include "markup/tags.h"
+#include "styles/pagestyles.h"
 
 #include <algorithm>
 #include <array>
@@ -12,12 +14,6 @@
 namespace {
 
 constexpr size_t ShortText = 40; // bytes: what generated a page, when
-
-template <size_t Size>
-bool isOneOf(std::string_view word, const std::array<std::string_view, Size>& words)
-{
-    return std::find(words.begin(), words.end(), word) != words.end();
-}
 
 /// A table of contents within the page's text is the author's own.
 bool isLocalContents(const HtmlNode& nav)
@@ -49,10 +45,11 @@ bool isOpenedByScript(const HtmlNode& element)
                        [&](std::string_view mark) { return classes.find(mark) != std::string_view::npos; });
 }
 
-bool isHidden(const HtmlNode& element, Role role)
+bool isHidden(const HtmlNode& element, const ElementNotes& notes)
 {
-    return (role == Role::Hidden || hasAttribute(element, "hidden") ||
-            attribute(element, "aria-hidden") == "true" || isSwitchedOff(element)) &&
+    const bool isHiddenByStyle = notes.style == nullptr ? isSwitchedOff(element) : notes.style->isHidden();
+    return (notes.role == Role::Hidden || hasAttribute(element, "hidden") ||
+            attribute(element, "aria-hidden") == "true" || isHiddenByStyle) &&
            !isOpenedByScript(element);
 }
 
@@ -66,7 +63,8 @@ bool isFurniture(const HtmlNode& element, const ElementNotes& notes)
     const auto role = attribute(element, "role");
     const bool isFooter = notes.role == Role::Footer || name == "footer" || role == "contentinfo";
     const bool isShort = !notes.hasHeading && notes.text <= ShortText;
-    const bool isProbable = notes.role == Role::ProbableFurniture || isOneOf(role, siteRoles);
+    const bool isFixed = notes.style != nullptr && notes.style->isFixed;
+    const bool isProbable = isFixed || notes.role == Role::ProbableFurniture || isOneOf(role, siteRoles);
     return notes.role == Role::Furniture || (isFooter && (isShort || notes.isMostlyLinks())) ||
            (isProbable && notes.isMostlyLinks());
 }
@@ -91,12 +89,12 @@ const ElementNotes& notesOf(const HtmlNode& element)
     return *element.notes;
 }
 
-PageSurvey::PageSurvey(HtmlNode& root)
+PageSurvey::PageSurvey(HtmlNode& root, PageStyles& styles)
 {
     std::vector<const HtmlNode*> elements;
     for (auto* node = &root; node != nullptr; node = nextNode(node, &root)) {
         if (isElement(*node)) {
-            look(*node);
+            look(*node, styles);
             elements.push_back(node);
         } else if (isText(*node)) {
             auto& parent = *node->parent->notes;
@@ -108,15 +106,18 @@ PageSurvey::PageSurvey(HtmlNode& root)
                   [this](const HtmlNode* element) { conclude(*element); });
 }
 
-void PageSurvey::look(HtmlNode& element)
+void PageSurvey::look(HtmlNode& element, PageStyles& styles)
 {
     auto& notes = m_notes.emplace_back();
     notes.element = elementOf(element);
     notes.role = roleOf(element);
-    notes.isHidden = isHidden(element, notes.role);
+    const bool isInner = m_notes.size() > 1;
+    if (styles.hasSheets()) {
+        notes.style = &styles.compute(element, isInner ? notesOf(*element.parent).style : nullptr);
+    }
+    notes.isHidden = isHidden(element, notes);
     notes.hasHeading = notes.element == Element::Heading;
     notes.hasPicture = notes.element == Element::Picture;
-    const bool isInner = m_notes.size() > 1;
     notes.isInLink = notes.element == Element::Link || (isInner && notesOf(*element.parent).isInLink);
     element.notes = &notes;
 }

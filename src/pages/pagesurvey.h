@@ -6,6 +6,9 @@
 #include <cstddef>
 #include <deque>
 
+class PageStyles;
+struct ComputedStyle;
+
 /// What is known of an element after a look at all of its page.
 struct ElementNotes {
     Element element = Element::Transparent;
@@ -17,6 +20,7 @@ struct ElementNotes {
     /// search boxes, marks for permanent links, numbers of code lines.
     bool isFurniture = false;
     bool isInLink = false;
+    const ComputedStyle* style = nullptr; ///< null when the page has no style sheets
     // What there is to read in it, without hidden parts and furniture.
     bool hasHeading = false;
     bool hasPicture = false;
@@ -31,13 +35,14 @@ struct ElementNotes {
 class PageSurvey {
 public:
     /// Notes are attached to the elements below `root`, which must not outlive the survey.
-    explicit PageSurvey(HtmlNode& root);
+    /// The looks that `styles` has for them are noted, too, and must outlive the survey.
+    PageSurvey(HtmlNode& root, PageStyles& styles);
 
     /// Whether the page was made for a web browser: it has style sheets, scripts, navigation or furniture.
     [[nodiscard]] bool isWebPage() const { return m_isWebPage; }
 
 private:
-    void look(HtmlNode& element);
+    void look(HtmlNode& element, PageStyles& styles);
     void conclude(const HtmlNode& element);
 
     std::deque<ElementNotes> m_notes;

@@ -50,9 +50,18 @@ bool PageWriter::visit(const HtmlNode& node)
 
 void PageWriter::open(std::string_view markup, End end)
 {
+    m_lastMarkup = markup;
     m_output.open(markup, end);
     end.textBegin = m_output.textLength();
     m_ends.push_back(std::move(end));
+}
+
+void PageWriter::putText(std::string_view text, std::string_view tags, std::string ends)
+{
+    PageOutput::End end{std::move(ends)};
+    m_output.open(tags, end);
+    putText(text);
+    m_output.close(end);
 }
 
 void PageWriter::leave(const HtmlNode& element)

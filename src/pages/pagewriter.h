@@ -92,11 +92,17 @@ protected:
     /// The page cannot be divided from here on.
     void keepWhole() { m_output.keepWhole(); }
     void putText(std::string_view text) { m_output.putText(text); }
+    /// Text in an inline element, `tags` such as "<tt><span>".
+    void putText(std::string_view text, std::string_view tags, std::string ends);
+    /// What the element that was begun last was begun with.
+    [[nodiscard]] std::string_view lastMarkup() const { return m_lastMarkup; }
     /// The same, with blanks as they are written.
     void putWritten(std::string_view text) { m_output.putWritten(text); }
     void breakLine() { m_output.breakLine(); }
     /// Where one paragraph ends and another begins.
     void breakBlock() { m_output.breakBlock(); }
+
+    [[nodiscard]] const PageContext& context() const { return m_context; }
 
     /// Writes an element that looks the same in all presentations; false for others.
     bool putSpecial(const HtmlNode& element);
@@ -104,8 +110,14 @@ protected:
 private:
     static constexpr size_t DeepestElement = 200;
 
+    const PageContext& m_context;
+
     void open(std::string_view markup, End end);
-    void openNothing() { m_ends.emplace_back(); }
+    void openNothing()
+    {
+        m_lastMarkup.clear();
+        m_ends.emplace_back();
+    }
     [[nodiscard]] bool visit(const HtmlNode& node);
     void leave(const HtmlNode& element);
     void putPicture(const HtmlNode& element);
@@ -124,10 +136,10 @@ private:
         size_t part = 0;
     };
 
-    const PageContext& m_context;
     PreparedPage& m_page;
     PageOutput m_output;
     std::vector<End> m_ends;
+    std::string m_lastMarkup;
     LongTable m_longTable;
     int m_openLinks = 0;
 };

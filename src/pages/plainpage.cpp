@@ -4,7 +4,10 @@
 #include "markup/htmltree.h"
 #include "pages/elementtext.h"
 #include "pages/maincontent.h"
+#include "pages/pagehead.h"
+#include "pages/pagesheets.h"
 #include "pages/pagesurvey.h"
+#include "styles/pagestyles.h"
 
 #include <algorithm>
 #include <vector>
@@ -147,7 +150,7 @@ std::string titleOf(const HtmlTree& tree)
 
 } // namespace
 
-PlainPage readPlainPage(const QString& html)
+PlainPage readPlainPage(const QString& html, const PageContext& context)
 {
     const HtmlTree tree(html);
     PlainPage page;
@@ -158,7 +161,9 @@ PlainPage readPlainPage(const QString& html)
     page.language = language.empty() ? attribute(*tree.root(), "xml:lang") : language;
     page.title = titleOf(tree);
     page.text.reserve(size_t(html.size()));
-    const PageSurvey survey(*tree.root());
+    PageStyles styles({});
+    addStyleSheets(styles, tree, readPageHead(tree, context.file).base, context.styleSheets);
+    const PageSurvey survey(*tree.root(), styles);
     const bool isReading = survey.isWebPage() && tree.first("frameset") == nullptr;
     const HtmlNode* body = tree.first("body");
     const HtmlNode& all = body == nullptr ? *tree.root() : *body;

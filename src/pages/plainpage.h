@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "pages/pagecontext.h"
+
 #include <QString>
 
 #include <string>
@@ -14,4 +16,5 @@ struct PlainPage {
 };
 
 /// Reads the text that preparePage() gives for the reading view, without writing HTML. Never fails.
-[[nodiscard]] PlainPage readPlainPage(const QString& html);
+/// Of the context, only the file and the style sheets count.
+[[nodiscard]] PlainPage readPlainPage(const QString& html, const PageContext& context);

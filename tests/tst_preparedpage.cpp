@@ -116,6 +116,9 @@ void addLaterGenerators()
 <div id="content"><div class="sect1"><h2>One</h2><div class="admonitionblock tip"><table><tr><td class="icon">
 <div class="title">Tip</div></td><td class="content">Try.</td></tr></table></div></div></div></body></html>)",
            "whole", "Guide | One | Tip | Try.");
+    addRow("encyclopedia", R"(<html><head><style>x{}</style></head><body><div id="content"><h1>Title</h1>
+<div id="bodyContent"><p>Text.</p></div></div><div class="footer">end</div></body></html>)",
+           "generator", "Title | Text.");
     addRow("office suite", R"(<html><head><style>p.western{color:red}</style></head><body><p class="western">
 <font face="Arial"><b>Title</b></font></p><p style="display: none">gone</p><p>Te<i>x</i>t.</p></body></html>)",
            "whole", "Title | Text.");

@@ -21,8 +21,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double LeastContrast = 4.5;
-
 /// A page with all that the reading view gives a look of its own.
 const char* const AllLooks = R"(<html><head><style>x{}</style></head><body><h1 id="t">Title</h1>
 <p>Text with <code>code</code>, <a href="a.html"><code>linked code</code></a>, <kbd>Ctrl</kbd>,
@@ -139,6 +137,7 @@ private Q_SLOTS:
     void switching();
     void anchors_data();
     void anchors();
+    void coloursOfSheets();
     void widthOfLines();
     void zoomByTouchpad();
     void pictures();
@@ -274,6 +273,23 @@ void TestReadingView::anchors()
     Fixture f("== a.html\n<style></style>" + filler + html.toUtf8() + filler);
     f.show("a.html#x");
     QTEST(f.browser.cursorForPosition(QPoint(40, 8)).block().text(), "shown");
+}
+
+/// Colours that a sheet gives are readable on the desktop's, also when it turns dark while the page is shown.
+void TestReadingView::coloursOfSheets()
+{
+    Fixture f("== p.html\n<style>b{color:#000080}</style><p>text <b>word</b>");
+    f.show("p.html");
+    const auto color = [&] {
+        return f.browser.document()->find(u"word"_s).charFormat().foreground().color();
+    };
+    QCOMPARE(color(), QColor(0, 0, 0x80));
+    QPalette dark = f.browser.palette();
+    dark.setColor(QPalette::Base, QColor(30, 30, 30));
+    dark.setColor(QPalette::Text, Qt::white);
+    f.browser.setPalette(dark);
+    QVERIFY2(contrast(color(), QColor(30, 30, 30)) >= LeastContrast, qPrintable(color().name()));
+    QVERIFY(color().blue() > color().red());
 }
 
 /// Lines have a hundred characters whatever their size.

@@ -88,7 +88,8 @@ std::vector<std::optional<Indexed>> index(const QStringList& files, SearchEngine
         for (const auto& error : result.errors) {
             complain(error);
         }
-        all.push_back(Indexed{source, std::move(result)});
+        Indexed indexed{source, std::move(result)};
+        all.emplace_back(std::move(indexed));
     }
     return all;
 }

@@ -54,6 +54,24 @@ const HtmlNode* onlyArticle(const HtmlNode& body)
     return found;
 }
 
+/// The title of a page often stands in front of what else there is to read.
+const HtmlNode* withTitle(const HtmlNode* found)
+{
+    const auto isTitle = [](const HtmlNode& node) {
+        return isElement(node, "h1") && !notesOf(node).isHidden && notesOf(node).hasContent();
+    };
+    for (const auto* node = found; node != nullptr; node = nextNode(node, found)) {
+        if (isTitle(*node)) {
+            return found;
+        }
+    }
+    const auto* before = found->previous;
+    while (before != nullptr && !isTitle(*before)) {
+        before = before->previous;
+    }
+    return before == nullptr ? found : found->parent;
+}
+
 bool isGeneratedDocument(const HtmlNode& body)
 {
     for (const auto* child = body.firstChild; child != nullptr; child = child->next) {
@@ -122,10 +140,10 @@ const HtmlNode* densest(const HtmlNode& body)
 MainContent findMainContent(const HtmlNode& body)
 {
     if (const auto* found = findFirst(body, isLandmark)) {
-        return {found, ContentFoundBy::Landmark};
+        return {withTitle(found), ContentFoundBy::Landmark};
     }
     if (const auto* found = findFirst(body, isKnownContainer)) {
-        return {found, ContentFoundBy::Generator};
+        return {withTitle(found), ContentFoundBy::Generator};
     }
     if (const auto* found = onlyArticle(body)) {
         return {found, ContentFoundBy::Landmark};

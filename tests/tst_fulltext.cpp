@@ -27,6 +27,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int Patience = 60'000; // ms; indexes are made with the lowest priority
+
 SearchSource sourceOf(const QString& contentsFile)
 {
     HelpLibrary library;
@@ -386,11 +388,11 @@ private Q_SLOTS:
             SearchService service;
             QSignalSpy idle(&service, &SearchService::becameIdle);
             service.addHelpSet(sourceOf(searched.files().path(u"a.cnt"_s)));
-            QTRY_VERIFY(!idle.isEmpty());
+            QTRY_VERIFY_WITH_TIMEOUT(!idle.isEmpty(), Patience);
             qint64 total = 0;
             connect(&service, &SearchService::answered, this,
                     [&](const SearchAnswer& answer) { total = answer.total; });
-            QTRY_VERIFY((service.search({u"apple"_s, {}}), total == 1));
+            QTRY_VERIFY_WITH_TIMEOUT((service.search({u"apple"_s, {}}), total == 1), Patience);
         }
         QCOMPARE(searched.update().state, IndexingResult::State::Complete);
         QCOMPARE(searched.search(u"apple"_s).total, 1);

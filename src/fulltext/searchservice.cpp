@@ -266,17 +266,16 @@ void SearchService::addHelpSet(const SearchSource& source)
     m_indexing->add(kept, IndexTrust::Sound);
 }
 
-/// A damaged index is made anew once only: where the new one is damaged, too, another would not be better.
+/// An index is checked once and made anew once only: where the new one is damaged, too, another would not be
+/// better, and searches without hits must not begin the work again and again.
 void SearchService::repair(const std::shared_ptr<const SearchSource>& source, IndexTrust trust)
 {
     const QString file = source->contentsFile();
-    if (m_sources.value(file) != source || (trust == IndexTrust::Damaged && m_repaired.contains(file))) {
-        return;
+    auto& worst = m_repaired[file];
+    if (m_sources.value(file) == source && trust > worst) {
+        worst = trust;
+        m_indexing->add(source, trust);
     }
-    if (trust == IndexTrust::Damaged) {
-        m_repaired.insert(file);
-    }
-    m_indexing->add(source, trust);
 }
 
 void SearchService::removeHelpSet(const QString& contentsFile)

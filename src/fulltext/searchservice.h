@@ -7,7 +7,6 @@
 
 #include <QHash>
 #include <QObject>
-#include <QSet>
 
 #include <memory>
 
@@ -51,7 +50,7 @@ private:
     void repair(const std::shared_ptr<const SearchSource>& source, IndexTrust trust);
 
     QHash<QString, std::shared_ptr<const SearchSource>> m_sources; ///< by contents files
-    QSet<QString> m_repaired;                                      ///< contents files
+    QHash<QString, IndexTrust> m_repaired; ///< by contents files, what it was because of
     std::unique_ptr<Searching> m_searching;
     std::unique_ptr<Indexing> m_indexing; ///< after the former, which it uses
 };

@@ -206,6 +206,8 @@ void addOtherElements()
 {
     addRow("frame", R"(<iframe src="f.html" title="Inner"></iframe>)",
            R"(<p><a href="link:0">Inner</a></p>)");
+    addRow("text after a frame", R"(<h3>a<iframe src="f.html"></iframe>b</h3>)",
+           R"(<h3>a<p><a href="link:0">f.html</a></p>b</h3>)");
     addRow(
         "form",
         R"(<form>Name <input value="you"> <select><option>a<option>b</select> <input type=hidden value=x><button>Go</button></form>)",

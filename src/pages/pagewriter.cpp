@@ -66,6 +66,16 @@ void PageWriter::putText(std::string_view text, std::string_view tags, std::stri
 
 void PageWriter::leave(const HtmlNode& element)
 {
+    close();
+    if (m_longTable.table == &element) {
+        m_longTable = {};
+    }
+    left(element);
+}
+
+/// Ends what was opened last.
+void PageWriter::close()
+{
     const End end = std::move(m_ends.back());
     m_ends.pop_back();
     m_openLinks -= end.link != 0 ? 1 : 0;
@@ -74,10 +84,6 @@ void PageWriter::leave(const HtmlNode& element)
         (end.link != 0 ? m_page.links[end.link - 1].text : m_page.headings[end.heading - 1].text) = inner;
     }
     m_output.close(end);
-    if (m_longTable.table == &element) {
-        m_longTable = {};
-    }
-    left(element);
 }
 
 void PageWriter::openTable(const HtmlNode& table, const std::string& attributes)
@@ -224,7 +230,7 @@ void PageWriter::putFrame(const HtmlNode& element)
     }
     openBlock("<p>", "</p>");
     putLink(source, text.empty() ? source : text);
-    leave(element);
+    close();
 }
 
 /// A part of a picture that leads elsewhere.

@@ -120,6 +120,7 @@ private:
     }
     [[nodiscard]] bool visit(const HtmlNode& node);
     void leave(const HtmlNode& element);
+    void close();
     void putPicture(const HtmlNode& element);
     void putAlternative(std::string_view text);
     void putFrame(const HtmlNode& element);

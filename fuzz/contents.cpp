@@ -5,6 +5,7 @@
 #include "formats/helpsettitle.h"
 #include "formats/paths.h"
 #include "library/helpset.h"
+#include "sources/nativesource.h"
 
 #include <array>
 
@@ -43,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const QString top = scratch.path(QStringLiteral("a.cnt"));
     static_cast<void>(getTitle(top));
     static_cast<void>(onlyOneTopContent(top));
-    HelpSet set(top, ContentsReader().read(top));
+    HelpSet set(top, std::make_shared<NativeSource>(top));
     require(set.isReadable());
     require(countRows(set.topRows()) == set.records().size());
     for (const auto& record : set.records()) {

@@ -4,7 +4,7 @@
 #include "fulltext/querymatcher.h"
 #include "fulltext/snippet.h"
 #include "fulltext/words.h"
-#include "pages/pagedecoding.h"
+#include "markup/pagedecoding.h"
 #include "pages/plainpage.h"
 
 /// The bytes of a page, from decoding to its words and to a snippet.

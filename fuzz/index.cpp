@@ -3,6 +3,7 @@
 
 #include "library/helpset.h"
 #include "library/keywordindex.h"
+#include "sources/nativesource.h"
 
 /// Two index files, cut at a line "==", of one help set; the first line is typed into the look-up field, too.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
@@ -14,7 +15,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const QString second = scratch.write(QStringLiteral("b.idx"), cut < 0 ? "" : bytes.sliced(cut + 4));
 
     HelpContentsRoot root;
-    IndexTask task{{{first, QStringLiteral("A"), 0, 1}, {second, {}, 0, 2}}, {scratch.path({})}, &root};
+    const std::vector<IndexReference> references{{first, QStringLiteral("A"), 0, 1}, {second, {}, 0, 2}};
+    const IndexTask task{std::make_shared<NativeSource>(references, std::vector<QString>{scratch.path({})}),
+                         &root};
     auto entries = readIndexEntries(task);
     const std::vector<std::span<HelpIndexItem>> items{entries.items};
     KeywordIndex index;

@@ -2,8 +2,8 @@
 #include "scratch.h"
 
 #include "markup/htmltree.h"
+#include "markup/pagedecoding.h"
 #include "pages/links.h"
-#include "pages/pagedecoding.h"
 #include "pages/pagepreparation.h"
 
 namespace {

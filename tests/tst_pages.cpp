@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "markup/pagedecoding.h"
 #include "pages/builtinpage.h"
 #include "pages/links.h"
-#include "pages/pagedecoding.h"
 #include "pages/pagefile.h"
 
 #include "testfiles.h"

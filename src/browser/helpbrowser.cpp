@@ -129,7 +129,7 @@ bool HelpBrowser::isUrlShow(const QString& url)
         return true;
     }
     // A local file is never handed to another program, whatever its name.
-    if (isRemoteName(url) && !QFileInfo::exists(url)) {
+    if (isRemoteName(url) && !isPageFile(url) && !QFileInfo::exists(url)) {
         if (!openInExternalBrowser(url)) {
             openMessage(QMessageBox::Information, tr("Load help file error"),
                         tr("On-line Help can display local file only."), this);
@@ -224,7 +224,7 @@ void HelpBrowser::display(const QString& url, const HelpContentsItem* item, cons
         return;
     }
     const QString scheme = foreignScheme(url);
-    if (!scheme.isEmpty() && !QFileInfo::exists(url)) {
+    if (!scheme.isEmpty() && !isPageFile(url) && !QFileInfo::exists(url)) {
         const QString reason = tr("Links of the kind \"%1:\" are not followed.").arg(scheme);
         displayBuiltin(makeErrorPage(url, reason, {}, namedBy), {});
         return;
@@ -239,14 +239,14 @@ void HelpBrowser::displayFile(const QString& url, const HelpContentsItem* item, 
         scrollTo(location.anchor);
         return;
     }
-    const QFileInfo info(location.file);
     const auto source = readPage(location.file);
     if (!source.ok()) {
         displayError(source.error(), url, item, namedBy);
         return;
     }
     m_targets.clear();
-    showPage({info.absoluteFilePath(), info.lastModified(), info.size(), source.value(), false, {}});
+    showPage(
+        {HelpLibrary::absoluteName(location.file), pageFileState(location.file), source.value(), false, {}});
     if (passOn(item, namedBy)) {
         return;
     }

@@ -2,8 +2,7 @@
 #include "browser/pageresource.h"
 
 #include "pages/pagefile.h"
-
-#include <QFileInfo>
+#include "sources/pagefiles.h"
 
 namespace {
 
@@ -16,8 +15,8 @@ constexpr qint64 LargestStyleSheet = 4096; // bytes
 QString loadStyleSheet(const QUrl& url)
 {
     const QString file = url.isLocalFile() && url.host().isEmpty() ? url.toLocalFile() : QString();
-    const QFileInfo info(file);
-    const bool isSmall = info.isFile() && info.size() <= LargestStyleSheet;
+    const auto state = file.isEmpty() ? std::nullopt : pageFileState(file);
+    const bool isSmall = state && state->size <= LargestStyleSheet;
     const auto sheet = isSmall ? readPage(file) : Result<PageText, PageError>(PageError::TooLarge);
     // For a null value the document would open the file by itself, whatever it is.
     return sheet.ok() ? sheet.value().text : QStringLiteral("");

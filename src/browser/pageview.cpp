@@ -233,9 +233,8 @@ bool PageView::isBlank() const
 
 bool PageView::isShown(const QString& file) const
 {
-    const QFileInfo info(file);
-    return !m_page.file.isEmpty() && m_page.file == info.absoluteFilePath() && m_page.size == info.size() &&
-           m_page.modified == info.lastModified();
+    return !m_page.file.isEmpty() && m_page.file == QFileInfo(file).absoluteFilePath() &&
+           m_page.state == pageFileState(file);
 }
 
 /// Anchors may be written with percent escapes in links, in the page, or in neither.

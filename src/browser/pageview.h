@@ -8,14 +8,12 @@
 #include "pages/pagefile.h"
 #include "pages/pagesheets.h"
 #include "pages/preparedpage.h"
-
-#include <QDateTime>
+#include "sources/pagefiles.h"
 
 /// A page on the screen.
 struct ShownPage {
     QString file; ///< absolute path; empty for pages of the viewer's own
-    QDateTime modified;
-    qint64 size = -1;
+    std::optional<PageFileState> state;
     PageText source;
     bool isWhole = false;  ///< show all of it, however long that takes
     PreparedPage prepared; ///< its title, links and text are there for plain text, too

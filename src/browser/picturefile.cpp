@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "browser/picturefile.h"
 
+#include "sources/pagefiles.h"
+
 #include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
@@ -9,17 +11,38 @@
 #include <QXmlStreamWriter>
 
 #include <algorithm>
+#include <memory>
 
 namespace {
 
 constexpr qint64 HeadSize = 4096;             // bytes that tell what a file is
 constexpr qint64 LargestDrawing = 16'000'000; // bytes of an SVG picture
 
-/// The image reader takes any file that begins as XML for a possible SVG picture, XHTML pages as well.
-bool hasSvgRoot(const QString& fileName)
+/// Opened for reading; null when there is no such file.
+std::unique_ptr<QIODevice> openPicture(const QString& fileName)
 {
-    QFile file(fileName);
-    const QByteArray head = file.open(QIODevice::ReadOnly) ? file.read(HeadSize).toLower() : QByteArray();
+    std::unique_ptr<QIODevice> device;
+    if (fileName.isEmpty()) {
+        return device;
+    }
+    if (QFileInfo(fileName).isFile()) {
+        device = std::make_unique<QFile>(fileName);
+    } else if (isPageFile(fileName)) {
+        const auto bytes = readPageFile(fileName);
+        auto buffer = std::make_unique<QBuffer>();
+        buffer->setData(bytes.ok() ? bytes.value() : QByteArray());
+        device = std::move(buffer);
+    }
+    if (device != nullptr && !device->open(QIODevice::ReadOnly)) {
+        device.reset();
+    }
+    return device;
+}
+
+/// The image reader takes any file that begins as XML for a possible SVG picture, XHTML pages as well.
+bool hasSvgRoot(QIODevice& device)
+{
+    const QByteArray head = device.peek(HeadSize).toLower();
     const qsizetype svg = head.indexOf("<svg");
     const qsizetype html = head.indexOf("<html");
     return svg >= 0 && (html < 0 || svg < html);
@@ -50,13 +73,12 @@ bool leadsOut(const QXmlStreamReader& reader)
 }
 
 /// An SVG picture without its references to other files; empty when it is malformed or very large.
-QByteArray closedSvg(const QString& fileName)
+QByteArray closedSvg(QIODevice& device)
 {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > LargestDrawing) {
+    if (device.size() > LargestDrawing) {
         return {};
     }
-    QXmlStreamReader reader(&file);
+    QXmlStreamReader reader(&device);
     QByteArray result;
     QXmlStreamWriter writer(&result);
     while (!reader.atEnd()) {
@@ -71,10 +93,9 @@ QByteArray closedSvg(const QString& fileName)
 }
 
 /// What begins as text may be text that begins like a picture.
-bool hasBinaryHead(const QString& fileName)
+bool hasBinaryHead(QIODevice& device)
 {
-    QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) && file.read(HeadSize).contains('\0');
+    return device.peek(HeadSize).contains('\0');
 }
 
 /// Decoding allocates at most this much.
@@ -88,18 +109,19 @@ qint64 largestImage() // bytes
 
 PictureFile::PictureFile(const QString& fileName)
 {
-    if (fileName.isEmpty() || !QFileInfo(fileName).isFile()) {
+    const auto device = openPicture(fileName);
+    if (device == nullptr) {
         return;
     }
-    QImageReader reader(fileName);
+    QImageReader reader(device.get());
     const QByteArray format = reader.format();
     // What is in a compressed SVG picture cannot be told.
-    if (format.isEmpty() || format == "svgz" || (format == "svg" && !hasSvgRoot(fileName))) {
+    if (format.isEmpty() || format == "svgz" || (format == "svg" && !hasSvgRoot(*device))) {
         return;
     }
     m_fileName = fileName;
     if (format == "svg") {
-        m_drawing = closedSvg(fileName);
+        m_drawing = closedSvg(*device);
         QBuffer buffer(&m_drawing);
         m_size = QImageReader(&buffer, "svg").size();
         return;
@@ -117,9 +139,10 @@ QImage PictureFile::read(const QSize& pixels) const
 {
     QByteArray drawing = m_drawing;
     QBuffer buffer(&drawing);
+    const auto device = drawing.isEmpty() ? openPicture(m_fileName) : nullptr;
     QImageReader reader;
-    if (drawing.isEmpty()) {
-        reader.setFileName(m_fileName);
+    if (device != nullptr) {
+        reader.setDevice(device.get());
     } else {
         reader.setDevice(&buffer);
         reader.setFormat("svg");
@@ -133,12 +156,12 @@ QImage PictureFile::read(const QSize& pixels) const
 
 bool isPicture(const QString& fileName)
 {
-    const bool isFile = !fileName.isEmpty() && QFileInfo(fileName).isFile();
-    const QByteArray format = isFile ? QImageReader::imageFormat(fileName) : QByteArray();
+    const auto device = openPicture(fileName);
+    const QByteArray format = device == nullptr ? QByteArray() : QImageReader(device.get()).format();
     if (format.isEmpty() || format == "svgz") {
         return false;
     }
-    if (format != "svg" && hasBinaryHead(fileName)) {
+    if (format != "svg" && hasBinaryHead(*device)) {
         return true;
     }
     const PictureFile file(fileName);

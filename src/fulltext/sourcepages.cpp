@@ -2,31 +2,9 @@
 #include "fulltext/sourcepages.h"
 
 #include "pages/pagefile.h"
+#include "sources/pagefiles.h"
 
 #include <QDir>
-#include <QFile>
-
-#include <optional>
-
-#include <sys/stat.h>
-
-namespace {
-
-struct FileState {
-    int64_t size;
-    int64_t time;
-};
-
-std::optional<FileState> stateOf(const QString& file)
-{
-    struct stat state = {};
-    if (::stat(QFile::encodeName(file).constData(), &state) != 0 || !S_ISREG(state.st_mode)) {
-        return std::nullopt;
-    }
-    return FileState{state.st_size, int64_t(state.st_mtim.tv_sec) * 1'000'000'000 + state.st_mtim.tv_nsec};
-}
-
-} // namespace
 
 qsizetype anchorBegin(QStringView name, QStringView file)
 {
@@ -88,7 +66,7 @@ int SourcePages::addFile(const QString& file)
     if (hasSteps && m_positions.contains(clean)) {
         return m_positions.value(clean);
     }
-    const auto state = stateOf(clean);
+    const auto state = pageFileState(clean);
     if (!state) {
         return -1;
     }

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "library/helplibrary.h"
 
-#include "formats/contentsreader.h"
-#include "formats/helpsettitle.h"
 #include "formats/pagelocation.h"
 #include "formats/paths.h"
 #include "formats/regularfile.h"
 #include "library/helpset.h"
+#include "sources/sources.h"
 
 #include <algorithm>
 #include <numeric>
@@ -30,7 +29,7 @@ HelpLibrary::~HelpLibrary() = default;
 HelpLibrary::Loaded HelpLibrary::loadContents(const QString& fileName,
                                               const HelpContentsListViewItem* current)
 {
-    const auto set = std::make_shared<HelpSet>(fileName, ContentsReader().read(fileName));
+    const auto set = std::make_shared<HelpSet>(fileName, openSource(fileName));
     set->adoptIndex(readIndexEntries(set->indexTask()));
     return adoptContents(set, current);
 }
@@ -145,7 +144,7 @@ void HelpLibrary::readAhead(const QString& fileName)
     reading->fileName = fileName;
     m_reading.run(
         [fileName](const std::stop_token& stop) {
-            return std::make_shared<HelpSet>(fileName, ContentsReader().read(fileName, stop));
+            return std::make_shared<HelpSet>(fileName, openSource(fileName), stop);
         },
         [this, reading](std::shared_ptr<HelpSet>&& set) {
             reading->ready = std::move(set);
@@ -383,11 +382,11 @@ bool HelpLibrary::isFile(const QString& fileName)
 
 std::optional<HelpLibrary::Refusal> HelpLibrary::refusalOf(const QString& fileName)
 {
-    const auto error = RegularFile(fileName).error();
+    const auto error = sourceError(fileName);
     return error ? std::optional<Refusal>({describe(*error), ::isGone(*error)}) : std::nullopt;
 }
 
 QString HelpLibrary::getTitle(const QString& fileName)
 {
-    return ::getTitle(fileName);
+    return sourceTitle(fileName);
 }

@@ -1,124 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "library/helpset.h"
 
-#include "formats/indexreader.h"
-#include "formats/linereader.h"
-#include "formats/paths.h"
-#include "formats/textfile.h"
-
-#include <QCoreApplication>
-#include <QHash>
-
-#include <algorithm>
 #include <map>
 #include <utility>
 
-namespace {
-
-/// Reads the index files of a help set one after the other, each once, however often it is named.
-class IndexReading {
-public:
-    IndexReading(const IndexTask& task, const std::stop_token& stop) : m_task(task), m_stop(stop) {}
-
-    IndexEntries read()
-    {
-        for (const auto& reference : m_task.references) {
-            const auto* file = textOf(reference);
-            if (file == nullptr) {
-                continue;
-            }
-            m_lines += file->lines;
-            if (m_lines > MaximumKeywordLines || !addEntries(reference, *file->text)) {
-                m_entries.limitReached =
-                    QCoreApplication::translate(
-                        "HelpSet",
-                        "More than %1 keywords, or far too many lines of them; the rest is not read")
-                        .arg(MaximumKeywords);
-                note(m_task.files[size_t(reference.file)], reference.line, Problem::Severity::Error,
-                     m_entries.limitReached);
-                break;
-            }
-        }
-        return std::move(m_entries);
-    }
-
-private:
-    struct File {
-        const QString* text;
-        size_t lines; ///< at most
-    };
-
-    /// Null when it cannot be read.
-    const File* textOf(const IndexReference& reference)
-    {
-        const QString path = absoluteFilePath(reference.fileName);
-        if (const auto known = m_files.constFind(path); known != m_files.cend()) {
-            return &*known;
-        }
-        const auto text = readText(reference.fileName);
-        if (!text.ok()) {
-            note(m_task.files[size_t(reference.file)], reference.line, Problem::Severity::Warning,
-                 QCoreApplication::translate("HelpSet", "The index file \"%1\" cannot be read: %2")
-                     .arg(reference.fileName, describe(text.error())));
-            return nullptr;
-        }
-        const auto& kept = m_entries.texts.emplace_back(text.value());
-        const size_t lines = lineBound(kept);
-        const size_t needed = std::min(m_entries.items.size() + lines, MaximumKeywords);
-        if (needed > m_entries.items.capacity()) {
-            m_entries.items.reserve(std::max(needed, 2 * m_entries.items.capacity()));
-        }
-        return &*m_files.insert(path, {&kept, lines});
-    }
-
-    /// False when there are too many.
-    bool addEntries(const IndexReference& reference, QStringView text)
-    {
-        const auto& source = *m_entries.sources.emplace_back(std::make_unique<HelpIndexSource>(
-            HelpIndexSource{absoluteFilePath(reference.fileName), extractRightDir(reference.fileName),
-                            reference.title, m_task.root}));
-        auto& items = m_entries.items;
-        const auto first = int(items.size());
-        IndexReader reader(text);
-        while (!m_stop.stop_requested() && reader.next()) {
-            if (items.size() == MaximumKeywords) {
-                return false;
-            }
-            const auto& line = reader.line();
-            auto& item = items.emplace_back();
-            item.keyword = line.keyword;
-            item.pageName = line.page;
-            item.source = &source;
-            item.parentDistance = line.parent < 0 ? 0 : int(items.size()) - 1 - (first + line.parent);
-            item.namedInLine = line.line;
-            if (line.isCut) {
-                note(source.fileName, line.line, Problem::Severity::Warning,
-                     QCoreApplication::translate("HelpSet", "The line is too long"));
-            }
-        }
-        return true;
-    }
-
-    void note(const QString& file, int line, Problem::Severity severity, const QString& message)
-    {
-        m_entries.problems.push_back({file, line, severity, message});
-    }
-
-    const IndexTask& m_task;
-    const std::stop_token& m_stop;
-    IndexEntries m_entries;
-    QHash<QString, File> m_files; ///< by absolute paths
-    size_t m_lines = 0;
-};
-
-} // namespace
-
 IndexEntries readIndexEntries(const IndexTask& task, const std::stop_token& stop)
 {
-    return IndexReading(task, stop).read();
+    KeywordCollector collector(task.root);
+    task.source->readKeywords(collector, stop);
+    return collector.take();
 }
 
-HelpSet::HelpSet(const QString& fileName, ContentsOutline outline) : m_outline(std::move(outline))
+HelpSet::HelpSet(const QString& fileName, std::shared_ptr<Source> source, const std::stop_token& stop)
+    : m_source(std::move(source)), m_outline(m_source->readContents(stop))
 {
     m_root.fileName = fileName;
     m_root.own.title = m_outline.title;

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "formats/contentsoutline.h"
 #include "library/helpcontentsitem.h"
 #include "library/helpcontentslistviewitem.h"
-#include "library/helpindexitem.h"
+#include "library/keywordcollector.h"
 #include "library/pagetable.h"
+#include "sources/source.h"
 
 #include <deque>
 #include <memory>
@@ -15,37 +15,24 @@
 #include <stop_token>
 #include <vector>
 
-/// The keyword entries of one help set, which keep their addresses when this is moved.
-struct IndexEntries {
-    std::vector<HelpIndexItem> items; ///< in load order
-    std::deque<QString> texts;        ///< that the entries view into
-    std::vector<std::unique_ptr<const HelpIndexSource>> sources;
-    std::vector<Problem> problems;
-    QString limitReached; ///< a sentence on what was left out; null when all was read
-};
-
-/// What is needed to read the index files of a help set, in any thread.
+/// What is needed to read the keywords of a help set, in any thread.
 struct IndexTask {
-    std::vector<IndexReference> references;
-    std::vector<QString> files;       ///< that the references stand in
+    std::shared_ptr<Source> source;
     HelpContentsRoot* root = nullptr; ///< not looked at
 };
-
-constexpr size_t MaximumKeywords = 2'000'000;
-constexpr size_t MaximumKeywordLines = 50'000'000; ///< empty ones, and those of files named again, included
 
 /// Once a stop has been asked for, entries are missing.
 [[nodiscard]] IndexEntries readIndexEntries(const IndexTask& task, const std::stop_token& stop = {});
 
-/// One loaded contents file with all that came from it. Owns its records, rows and keyword entries, which
+/// One loaded help set with all that came from it. Owns its records, rows and keyword entries, which
 /// keep their addresses for as long as the set lives. May be made in any thread.
 class HelpSet {
 public:
-    /// Adopts what was read; the keyword entries come with adoptIndex().
-    HelpSet(const QString& fileName, ContentsOutline outline);
+    /// Reads the contents; the keyword entries come with adoptIndex().
+    HelpSet(const QString& fileName, std::shared_ptr<Source> source, const std::stop_token& stop = {});
     Q_DISABLE_COPY_MOVE(HelpSet)
 
-    [[nodiscard]] IndexTask indexTask() { return {m_outline.indexFiles, m_outline.files, &m_root}; }
+    [[nodiscard]] IndexTask indexTask() { return {m_source, &m_root}; }
     /// Takes over what indexTask() led to; once.
     void adoptIndex(IndexEntries entries);
 
@@ -57,7 +44,7 @@ public:
     [[nodiscard]] HelpContentsItem* firstRecord() { return m_records.empty() ? nullptr : &m_records.front(); }
     [[nodiscard]] const std::vector<HelpContentsItem>& records() const { return m_records; }
     [[nodiscard]] std::span<HelpContentsListViewItem* const> topRows() const { return m_topRows; }
-    /// The title that the contents file itself gives, else its name.
+    /// The title that it gives itself, else its name.
     [[nodiscard]] QString ownTitle() const;
     /// In load order.
     [[nodiscard]] std::vector<HelpIndexItem>& indexItems() { return m_index.items; }
@@ -79,6 +66,7 @@ private:
     void adoptRows();
     void enterPages();
 
+    std::shared_ptr<Source> m_source;
     ContentsOutline m_outline; ///< without its entries, which became records and rows
     HelpContentsRoot m_root;
     HelpContentsItem* m_firstPage = nullptr;

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "library/installedcontents.h"
 
-#include "formats/helpsettitle.h"
 #include "formats/paths.h"
 #include "formats/regularfile.h"
 #include "library/settingsstore.h"
+#include "sources/sources.h"
 
 #include <algorithm>
 #include <optional>
@@ -105,7 +105,7 @@ QStringList sortingCntList(const QStringList& list)
     std::vector<std::pair<QString, QString>> titled;
     titled.reserve(size_t(list.size()));
     for (const auto& name : list) {
-        titled.emplace_back(getTitle(name), name);
+        titled.emplace_back(sourceTitle(name), name);
     }
     std::stable_sort(titled.begin(), titled.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });

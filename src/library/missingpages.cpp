@@ -3,9 +3,9 @@
 
 #include "formats/pagelocation.h"
 #include "formats/paths.h"
-#include "formats/regularfile.h"
 #include "library/helplibrary.h"
 #include "library/helpset.h"
+#include "sources/pagefiles.h"
 
 #include <QCoreApplication>
 #include <QHash>
@@ -38,8 +38,7 @@ private:
         if (known != m_exists.cend()) {
             return *known;
         }
-        const bool found =
-            isRegularFile(path) || isRegularFile(getRightDir(path) + QStringLiteral("index.html"));
+        const bool found = isPageFile(path) || isPageFile(getRightDir(path) + QStringLiteral("index.html"));
         m_exists.insert(path, found);
         return found;
     }

@@ -2,7 +2,7 @@
 #include "pages/links.h"
 
 #include "formats/paths.h"
-#include "formats/regularfile.h"
+#include "sources/pagefiles.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -32,11 +32,11 @@ QString absoluteIn(const QString& dir, const QString& name)
 QString existingFile(const QString& dir, QStringView path)
 {
     QString preferred = absoluteIn(dir, decoded(path));
-    if (isRegularFile(preferred)) {
+    if (isPageFile(preferred)) {
         return preferred;
     }
     QString raw = absoluteIn(dir, path.toString());
-    if (isRegularFile(raw)) {
+    if (isPageFile(raw)) {
         return raw;
     }
     const qsizetype query = path.indexOf(u'?');
@@ -72,7 +72,7 @@ Target resolve(const QString& pageFile, const QString& href)
     }
     const QString file = existingFile(dir, path);
     // A file may look like a scheme ("std::list.html"); one that exists wins.
-    if (!foreignScheme(href).isEmpty() && !isRegularFile(file)) {
+    if (!foreignScheme(href).isEmpty() && !isPageFile(file)) {
         return {href, {}};
     }
     return {file, anchor};

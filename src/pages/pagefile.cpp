@@ -2,8 +2,8 @@
 #include "pages/pagefile.h"
 
 #include "formats/paths.h"
-#include "formats/regularfile.h"
-#include "pages/pagedecoding.h"
+#include "markup/pagedecoding.h"
+#include "sources/pagefiles.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -36,7 +36,7 @@ PageError fromFileError(FileError error)
 QString withIndexPage(const QString& file)
 {
     const QString index = getRightDir(file) + QStringLiteral("index.html");
-    return QFileInfo(fileSystemName(file)).isDir() && isRegularFile(index) ? index : file;
+    return QFileInfo(fileSystemName(file)).isDir() && isPageFile(index) ? index : file;
 }
 
 bool isText(const QByteArray& bytes)
@@ -90,11 +90,11 @@ bool looksLikeHtml(const QString& file, const QString& text)
 
 PageLocation locatePage(const QString& name)
 {
-    if (isRegularFile(name) || !name.contains(u'#')) {
+    if (isPageFile(name) || !name.contains(u'#')) {
         return {withIndexPage(name), {}};
     }
     const auto found =
-        splitPageName(name, [](const QString& file) { return isRegularFile(withIndexPage(file)); });
+        splitPageName(name, [](const QString& file) { return isPageFile(withIndexPage(file)); });
     if (found) {
         return {withIndexPage(found->file), found->anchor};
     }
@@ -131,7 +131,7 @@ QString describe(PageError error)
 
 Result<PageText, PageError> readPage(const QString& file, qint64 most)
 {
-    const auto read = readRegularFile(file, most);
+    const auto read = readPageFile(file, most);
     if (!read.ok()) {
         return fromFileError(read.error());
     }

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "pages/pagesheets.h"
 
-#include "formats/regularfile.h"
 #include "markup/htmltree.h"
 #include "markup/tags.h"
 #include "pages/links.h"
+#include "sources/pagefiles.h"
 #include "styles/pagestyles.h"
-
-#include <QFileInfo>
 
 #include <string>
 
@@ -61,19 +59,19 @@ bool isStyleSheet(const HtmlNode& link)
 
 std::shared_ptr<const StyleSheet> StyleSheets::sheet(const QString& file)
 {
-    const auto modified = QFileInfo(file).lastModified();
+    const auto state = pageFileState(file);
     {
         const std::lock_guard lock(m_mutex);
-        if (const auto* known = m_sheets.object(file); known != nullptr && known->modified == modified) {
+        if (const auto* known = m_sheets.object(file); known != nullptr && known->state == state) {
             return known->sheet;
         }
     }
-    const auto read = readRegularFile(file, LargestFile);
+    const auto read = readPageFile(file, LargestFile);
     const QByteArray bytes = read.ok() ? read.value() : QByteArray();
     auto sheet =
         std::make_shared<const StyleSheet>(readStyleSheet({bytes.constData(), size_t(bytes.size())}));
     const std::lock_guard lock(m_mutex);
-    m_sheets.insert(file, new Kept{modified, sheet}, std::max<qsizetype>(1, bytes.size()));
+    m_sheets.insert(file, new Kept{state, sheet}, std::max<qsizetype>(1, bytes.size()));
     return sheet;
 }
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "sources/pagefiles.h"
 #include "styles/stylesheet.h"
 
 #include <QCache>
-#include <QDateTime>
 #include <QString>
 
 #include <memory>
@@ -24,7 +24,7 @@ private:
     static constexpr qsizetype LargestSum = 16'000'000; ///< bytes of files
 
     struct Kept {
-        QDateTime modified;
+        std::optional<PageFileState> state;
         std::shared_ptr<const StyleSheet> sheet;
     };
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "pages/pagedecoding.h"
+#include "markup/pagedecoding.h"
 
 #include "formats/textdecoding.h"
 

@@ -4,7 +4,8 @@ cmake_minimum_required(VERSION 3.25)
 # Usage: cmake -DSOURCE_DIR=... -P layers.cmake
 
 set(allowed_app mainwindow search library fulltext)
-set(allowed_mainwindow contents index browser search icons library fulltext pages)
+set(allowed_mainwindow desk contents index browser search icons library fulltext pages)
+set(allowed_desk browser library pages fulltext)
 set(allowed_contents library)
 set(allowed_index library)
 set(allowed_browser library pages sources markup)

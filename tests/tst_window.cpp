@@ -142,6 +142,8 @@ private Q_SLOTS:
     void floatingPanes();
     void exportAsksBeforeReplacing();
     void removeContents();
+    void removingKeepsWhatIsRead_data();
+    void removingKeepsWhatIsRead();
     void sameFileTwice();
     void malformedFiles();
     void index();
@@ -323,6 +325,33 @@ void TestWindow::removeContents()
     QCOMPARE(f.enabled(), QString());
     QCOMPARE(f.window->windowTitle(), QStringLiteral("On-line Help"));
     QVERIFY(f.page().isEmpty());
+}
+
+void TestWindow::removingKeepsWhatIsRead_data()
+{
+    addTexts("steps", "removed", "after", "back");
+    addRow("another set is removed", "a2 b1 a3", "b", "leaf", "book");
+    addRow("the set of the page goes", "a2 b1", "b", "book", "start");
+    addRow("pages before and behind go", "a2 b1 a3 b1", "a", "other", "other");
+    addRow("nothing else was read", "", "a", "other", "other");
+}
+
+/// Page and history of the other help sets stay; `steps` are the pages that are shown one after another.
+void TestWindow::removingKeepsWhatIsRead()
+{
+    QFETCH(QString, steps);
+    QFETCH(QString, removed);
+    Fixture f;
+    f.open();
+    f.load("a.cnt");
+    f.load("b.cnt");
+    for (const auto& name : steps.split(u' ', Qt::SkipEmptyParts)) {
+        f.browser()->setSource(f.files.path(name + QStringLiteral(".html")));
+    }
+    f.menu("removeMenu")->actions().at(removed == QStringLiteral("a") ? 0 : 1)->trigger();
+    QTEST(f.page(), "after");
+    f.trigger("goBackAction");
+    QTEST(f.page(), "back");
 }
 
 void TestWindow::sameFileTwice()

@@ -4,6 +4,7 @@
 #include "app/arguments.h"
 #include "library/helplibrary.h"
 #include "mainwindow/helpmainwindow.h"
+#include "mainwindow/wish.h"
 
 #include <QApplication>
 #include <QBuffer>
@@ -23,6 +24,16 @@ namespace {
 bool isShowRequest(int argc, char* argv[])
 {
     return argc == 3 && isOption(argv[1], "show");
+}
+
+/// The contents files that are left once the toolkit has taken its own options out of the list.
+QStringList remainingFileNames(int argc, char* argv[])
+{
+    QStringList names;
+    for (int i = 1; i < argc; ++i) {
+        names.append(absoluteFileNameArgument(argv[i]));
+    }
+    return names;
 }
 
 /// Large files are read while the toolkit starts; for others a thread is not worth its start.
@@ -117,19 +128,12 @@ int runViewer(int argc, char* argv[])
     QGuiApplication::setDesktopFileName(QStringLiteral("quenda"));
     HelpMainWindow window(library);
     IndexAfterPage indexAfterPage(library, window);
-    if (isDefault) {
-        window.loadDefault();
-    } else {
-        for (int i = 1; i < argc; ++i) {
-            const QString problem = window.insertContents(absoluteFileNameArgument(argv[i]));
-            if (!problem.isEmpty()) {
-                complain(problem);
-            }
-            window.gotoFirstPage();
-        }
-    }
-    if (isShowRequest(argc, argv)) {
-        window.showInstalled(absoluteFileNameArgument(argv[2]));
+    const Wish wish =
+        isDefault ? Wish{.lastSession = true,
+                         .show = isShowRequest(argc, argv) ? absoluteFileNameArgument(argv[2]) : QString()}
+                  : Wish{.open = remainingFileNames(argc, argv)};
+    for (const auto& problem : window.fulfil(wish)) {
+        complain(problem);
     }
     window.show();
     return QApplication::exec();

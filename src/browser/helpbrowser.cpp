@@ -76,7 +76,7 @@ void HelpBrowser::open(const QString& url, HelpContentsItem* item, const NamedBy
     }
     const int leftPlace = place();
     display(url, item != nullptr ? item : m_library.findPage(url), namedBy);
-    if (isCurrent(url, item)) {
+    if (!m_stepping && isCurrent(url, item)) {
         return;
     }
     if (item == nullptr) {
@@ -85,41 +85,41 @@ void HelpBrowser::open(const QString& url, HelpContentsItem* item, const NamedBy
     if (!item->title().isNull()) {
         Q_EMIT captionChanged(item->title());
     }
-    record(item, leftPlace);
+    if (!m_stepping) {
+        record(item, leftPlace);
+    }
     announce();
 }
 
 bool HelpBrowser::isCurrent(const QString& url, const HelpContentsItem* item) const
 {
-    if (isGenerated(item) || isGenerated(m_currentLink)) {
-        return item == m_currentLink;
+    const auto* current = m_history.current();
+    if (isGenerated(item) || isGenerated(current)) {
+        return item == current;
     }
-    return HelpLibrary::isOneFile(m_currentLink == nullptr ? QString() : m_currentLink->page(), url);
+    return HelpLibrary::isOneFile(current == nullptr ? QString() : current->page(), url);
 }
 
 void HelpBrowser::record(HelpContentsItem* item, int leftPlace)
 {
-    if (m_homeLink == nullptr) {
-        m_homeLink = item;
+    if (m_isPassing) {
+        m_history.replace(item);
+    } else if (m_history.enter(item, leftPlace)) {
+        Q_EMIT backEnabled(true);
     }
-    if (!m_stepping) {
-        if (m_currentLink != nullptr && !m_currentLink->page().trimmed().isEmpty()) {
-            m_backLinks.push_back({m_currentLink, leftPlace});
-            Q_EMIT backEnabled(true);
-        }
-        m_forwardLinks.clear();
-        Q_EMIT forwardEnabled(false);
-    }
-    m_currentLink = item;
+    Q_EMIT forwardEnabled(false);
 }
 
 void HelpBrowser::announce()
 {
-    const auto* row = m_currentLink->listViewItem;
+    m_isLost = false;
+    auto* current = m_history.current();
+    const auto* row = current->listViewItem;
     Q_EMIT sourceEmpty(!hasPage());
     Q_EMIT upEnabled(row != nullptr && row->parent != nullptr);
-    Q_EMIT homeEnabled(!isSamePage(m_currentLink, m_homeLink));
+    Q_EMIT homeEnabled(!isSamePage(current, m_history.home()));
     Q_EMIT syncEnabled(row != nullptr);
+    Q_EMIT currentChanged(current);
 }
 
 bool HelpBrowser::isUrlShow(const QString& url)
@@ -165,50 +165,94 @@ void HelpBrowser::showPicture(const QString& file)
 
 void HelpBrowser::backward()
 {
-    step(m_backLinks, m_forwardLinks);
+    step(PageHistory::Direction::Back);
 }
 
 void HelpBrowser::forward()
 {
-    step(m_forwardLinks, m_backLinks);
+    step(PageHistory::Direction::Forward);
 }
 
-void HelpBrowser::step(std::vector<Visit>& from, std::vector<Visit>& to)
+void HelpBrowser::step(PageHistory::Direction direction)
 {
-    if (from.empty()) {
-        return;
+    if (const auto visit = m_history.step(direction, place())) {
+        revisit(*visit);
     }
-    to.push_back({m_currentLink, place()});
-    const Visit visit = from.back();
+}
+
+void HelpBrowser::revisit(const PageHistory::Visit& visit)
+{
     {
         const QScopedValueRollback stepping(m_stepping, true);
         setSource(visit.item);
     }
     setPlace(visit.place);
-    if (!from.empty()) {
-        from.pop_back();
-    }
-    Q_EMIT backEnabled(!m_backLinks.empty());
-    Q_EMIT forwardEnabled(!m_forwardLinks.empty());
+    Q_EMIT backEnabled(m_history.canStep(PageHistory::Direction::Back));
+    Q_EMIT forwardEnabled(m_history.canStep(PageHistory::Direction::Forward));
 }
 
 void HelpBrowser::home()
 {
-    if (m_homeLink == nullptr || m_homeLink->page().trimmed().isEmpty()) {
+    auto* home = m_history.home();
+    if (home == nullptr || home->page().trimmed().isEmpty()) {
         return;
     }
-    m_currentLink = nullptr;
-    m_forwardLinks.clear();
+    m_history.leave();
     Q_EMIT forwardEnabled(false);
-    setSource(m_homeLink);
+    setSource(home);
+}
+
+void HelpBrowser::reloadPage()
+{
+    auto* current = m_history.current();
+    if (current == nullptr || !hasPage()) {
+        return;
+    }
+    const int top = place();
+    const QScopedValueRollback stepping(m_stepping, true);
+    dropPage();
+    setSource(current);
+    setPlace(top);
+}
+
+void HelpBrowser::forget(const HelpContentsRoot& root)
+{
+    const bool isLast = m_library.roots().size() == 1;
+    const bool hadCurrent = m_history.current() != nullptr;
+    m_history.forget(
+        [&](const HelpContentsItem& item) { return isLast || HelpLibrary::belongsTo(item, root); });
+    Q_EMIT backEnabled(m_history.canStep(PageHistory::Direction::Back));
+    Q_EMIT forwardEnabled(m_history.canStep(PageHistory::Direction::Forward));
+    if (m_history.current() != nullptr) {
+        Q_EMIT homeEnabled(!isSamePage(m_history.current(), m_history.home()));
+        return;
+    }
+    m_isLost = hadCurrent;
+    m_targets.clear();
+    Q_EMIT upEnabled(false);
+    Q_EMIT homeEnabled(false);
+    Q_EMIT syncEnabled(false);
+}
+
+void HelpBrowser::recover()
+{
+    if (!std::exchange(m_isLost, false)) {
+        return;
+    }
+    if (const auto visit = m_history.stepBackFromNowhere()) {
+        revisit(*visit);
+        return;
+    }
+    m_history = {};
+    Q_EMIT forwardEnabled(false);
+    setSource(QString());
+    Q_EMIT captionChanged({});
+    Q_EMIT currentChanged(nullptr);
 }
 
 void HelpBrowser::clearLinks()
 {
-    m_currentLink = nullptr;
-    m_homeLink = nullptr;
-    m_backLinks.clear();
-    m_forwardLinks.clear();
+    m_history = {};
     m_targets.clear();
     Q_EMIT backEnabled(false);
     Q_EMIT forwardEnabled(false);

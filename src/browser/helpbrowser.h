@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "browser/pagehistory.h"
 #include "browser/pageview.h"
 #include "browser/recordpage.h"
 
@@ -9,6 +10,7 @@
 class HelpLibrary;
 class ImageWindow;
 struct HelpContentsItem;
+struct HelpContentsRoot;
 struct HelpIndexItem;
 
 /// The page view: loads pages by its own rules (link policy, pages that say why there is none to show), keeps
@@ -21,7 +23,7 @@ public:
     ~HelpBrowser() override;
 
     /// Record of the page shown; null when none.
-    [[nodiscard]] HelpContentsItem* getCurrentLink() const { return m_currentLink; }
+    [[nodiscard]] HelpContentsItem* getCurrentLink() const { return m_history.current(); }
 
     /// Shows the page of this name; the empty name clears the view.
     void setSource(const QString& url);
@@ -39,6 +41,15 @@ public:
     void backward() override;
     void forward() override;
     void home() override;
+    /// Reads the page shown again, if only because its pictures have changed, and keeps the place.
+    void reloadPage();
+    /// The pages shown from now on take the place of each other in the history, until this is off again.
+    void setPassing(bool isPassing) { m_isPassing = isPassing; }
+
+    /// Lets go of all that comes from a help set which is about to be removed.
+    void forget(const HelpContentsRoot& root);
+    /// After forget(): when the page shown has gone, shows what was read before it, else no page.
+    void recover();
     /// Forgets history, home page and current record; the page stays on the screen.
     virtual void clearLinks();
 
@@ -51,21 +62,18 @@ Q_SIGNALS:
     void syncEnabled(bool value);
     /// A page of a help set with this title is shown.
     void captionChanged(const QString& title);
+    /// Another record is the one of the page shown.
+    void currentChanged(HelpContentsItem* record);
 
 protected:
     [[nodiscard]] QString linkTarget(const QString& href) const override;
 
 private:
-    /// A page that was left.
-    struct Visit {
-        HelpContentsItem* item;
-        int place; ///< what stood at the top of the view
-    };
-
     void open(const QString& url, HelpContentsItem* item, const NamedBy& namedBy);
     void record(HelpContentsItem* item, int leftPlace);
     void announce();
-    void step(std::vector<Visit>& from, std::vector<Visit>& to);
+    void step(PageHistory::Direction direction);
+    void revisit(const PageHistory::Visit& visit);
     [[nodiscard]] bool isCurrent(const QString& url, const HelpContentsItem* item) const;
 
     void display(const QString& url, const HelpContentsItem* item, const NamedBy& namedBy);
@@ -80,11 +88,10 @@ private:
 
     HelpLibrary& m_library;
     std::vector<RecordLink> m_targets; ///< of the links of a page of the viewer's own
-    bool m_stepping = false;           ///< backward() or forward() is loading a page
-    bool m_passingOn = false;          ///< a page that another one passes its readers on to is loading
-    std::vector<Visit> m_backLinks;    ///< the most recent one is the last
-    std::vector<Visit> m_forwardLinks; ///< the next page is the last
-    HelpContentsItem* m_currentLink = nullptr;
-    QList<ImageWindow*> m_pictures;         ///< open windows
-    HelpContentsItem* m_homeLink = nullptr; ///< first page shown since the history was last forgotten
+    bool m_stepping = false;           ///< a page of the history is loading
+    bool m_isPassing = false;
+    bool m_isLost = false;    ///< the record of the page on the screen has gone
+    bool m_passingOn = false; ///< a page that another one passes its readers on to is loading
+    PageHistory m_history;
+    QList<ImageWindow*> m_pictures; ///< open windows
 };

@@ -29,12 +29,12 @@ void anyAnchor(const QTextBlock& first, Use use)
 
 } // namespace
 
-bool contains(const QTextDocument& document, const QString& name, int position)
+int find(const QTextDocument& document, const QString& name, int position)
 {
-    bool found = false;
-    anyAnchor(document.findBlock(position), [&](const QString& anchor, int /*place*/) {
-        found = anchor == name;
-        return found;
+    int found = -1;
+    anyAnchor(document.findBlock(position), [&](const QString& anchor, int place) {
+        found = anchor == name ? place : -1;
+        return found >= 0;
     });
     return found;
 }

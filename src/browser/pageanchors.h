@@ -7,8 +7,8 @@ class QTextDocument;
 /// The named places of a page.
 namespace PageAnchors {
 
-/// Looks at the text from a position on.
-[[nodiscard]] bool contains(const QTextDocument& document, const QString& name, int position);
+/// Where the place of this name is, looked for from a position on; -1 when there is none.
+[[nodiscard]] int find(const QTextDocument& document, const QString& name, int position);
 
 /// The name that the page itself gave to the last place at or before a position; empty when there is none.
 [[nodiscard]] QString before(const QTextDocument& document, int position);

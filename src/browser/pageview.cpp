@@ -3,19 +3,16 @@
 
 #include "browser/pageanchors.h"
 #include "browser/pagebudget.h"
+#include "browser/pagemenu.h"
 #include "browser/pageresource.h"
 #include "browser/selectedtext.h"
 #include "browser/textcontrast.h"
-#include "markup/tags.h"
 #include "pages/linkcode.h"
 #include "pages/pagepreparation.h"
 
 #include <QAbstractTextDocumentLayout>
-#include <QApplication>
-#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QFileInfo>
-#include <QMenu>
 #include <QMimeData>
 #include <QScrollBar>
 #include <QTextFrame>
@@ -120,7 +117,7 @@ void PageView::showPage(ShownPage page)
 {
     m_page = std::move(page);
     m_pictures->clear();
-    m_pendingPlace = 0;
+    m_places.forget();
     m_anchorBeyond.clear();
     document()->setBaseUrl(m_page.file.isEmpty() ? QUrl() : QUrl::fromLocalFile(m_page.file));
     prepare();
@@ -237,76 +234,20 @@ bool PageView::isShown(const QString& file) const
            m_page.state == pageFileState(file);
 }
 
-/// Anchors may be written with percent escapes in links, in the page, or in neither.
 void PageView::scrollTo(const QString& anchor)
 {
     if (anchor.isEmpty()) {
         verticalScrollBar()->setValue(0);
         return;
     }
-    for (const auto& name : {anchor, QUrl::fromPercentEncoding(anchor.toUtf8()),
-                             QString::fromLatin1(QUrl::toPercentEncoding(anchor))}) {
-        if (findAnchor(name)) {
-            scrollBeyond([this, &name] { scrollToAnchor(name); });
-            horizontalScrollBar()->setValue(0);
-            return;
-        }
-    }
-    verticalScrollBar()->setValue(0);
-    if (m_page.prepared.isBeginning && m_page.source.text.contains(anchor)) {
+    if (const int position = m_places.goTo(anchor, m_page.prepared.html); position >= 0) {
+        Q_EMIT arrived(position);
+    } else if (m_page.prepared.isBeginning && m_page.source.text.contains(anchor)) {
         m_anchorBeyond = anchor;
         Q_EMIT noticed(tr("The place named \"%1\" is not in the part of the page that is shown").arg(anchor));
     } else if (anchor != u"top") {
         Q_EMIT noticed(tr("The page has no place named \"%1\"").arg(anchor));
     }
-}
-
-/// Completes a long page as far as needed.
-bool PageView::findAnchor(const QString& name)
-{
-    const QString written = QString::fromStdString(attributeText("name", name.toStdString()));
-    if (!m_page.prepared.html.contains(written)) {
-        return false;
-    }
-    int position = 0;
-    while (!PageAnchors::contains(*document(), name, position)) {
-        position = document()->characterCount() - 1;
-        if (!m_filler.addPart()) {
-            return false;
-        }
-    }
-    return true;
-}
-
-/// Calls `scroll`, which goes to a place, until there is as much of a long page below the place as it takes.
-void PageView::scrollBeyond(const std::function<void()>& scroll)
-{
-    const auto* bar = verticalScrollBar();
-    do {
-        scroll();
-    } while (isVisible() && bar->value() == bar->maximum() && m_filler.addPart());
-}
-
-int PageView::place() const
-{
-    return verticalScrollBar()->value() == 0 ? 0 : cursorForPosition(QPoint(PageMargin, 0)).position();
-}
-
-void PageView::setPlace(int place)
-{
-    // A view that is not laid out yet has no range to scroll in.
-    m_pendingPlace = isVisible() ? 0 : place;
-    if (place <= 0) {
-        verticalScrollBar()->setValue(0);
-        return;
-    }
-    while (place >= document()->characterCount() && m_filler.addPart()) {
-    }
-    QTextCursor cursor(document());
-    cursor.setPosition(std::min(place, document()->characterCount() - 1));
-    scrollBeyond([this, &cursor] {
-        verticalScrollBar()->setValue(verticalScrollBar()->value() + cursorRect(cursor).top());
-    });
 }
 
 void PageView::applyFont(const QFont& changed)
@@ -351,9 +292,7 @@ bool PageView::viewportEvent(QEvent* event)
 void PageView::showEvent(QShowEvent* event)
 {
     StyledView::showEvent(event);
-    if (const int place = std::exchange(m_pendingPlace, 0); place > 0) {
-        setPlace(place);
-    }
+    m_places.viewIsShown();
 }
 
 void PageView::changeEvent(QEvent* event)
@@ -409,29 +348,15 @@ void PageView::mouseReleaseEvent(QMouseEvent* event)
 
 void PageView::contextMenuEvent(QContextMenuEvent* event)
 {
-    const QString href = hrefOf(QUrl(anchorAt(event->pos())));
-    auto* menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    // What it offers is about this page.
-    connect(this, &PageView::pageChanged, menu, &QWidget::close);
-    if (!href.isEmpty()) {
-        menu->addAction(tr("&Open Link"), this, [this, href] { activateLink(href); });
-        menu->addAction(tr("Copy &Link Location"), this,
-                        [this, href] { QApplication::clipboard()->setText(linkTarget(href)); });
-        menu->addSeparator();
+    PageMenu::Offers offers;
+    if (const QString href = hrefOf(QUrl(anchorAt(event->pos()))); !href.isEmpty()) {
+        offers.linkTarget = linkTarget(href);
+        offers.openLink = [this, href] { activateLink(href); };
     }
     if (const QString picture = reducedPictureAt(event->pos()); !picture.isEmpty()) {
-        menu->addAction(tr("Show &Picture"), this, [this, picture] { Q_EMIT pictureActivated(picture); });
-        menu->addSeparator();
+        offers.showPicture = [this, picture] { Q_EMIT pictureActivated(picture); };
     }
-    auto* copyAction = menu->addAction(tr("&Copy"), this, &QTextBrowser::copy);
-    copyAction->setEnabled(textCursor().hasSelection());
-    auto* selectAllAction = menu->addAction(tr("Select &All"), this, [this] {
-        completePage();
-        selectAll();
-    });
-    selectAllAction->setEnabled(hasPage());
-    menu->popup(event->globalPos());
+    PageMenu::open(*this, offers, event->globalPos());
 }
 
 void PageView::keyPressEvent(QKeyEvent* event)

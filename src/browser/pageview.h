@@ -3,6 +3,7 @@
 
 #include "browser/pagefiller.h"
 #include "browser/pagepictures.h"
+#include "browser/pageplaces.h"
 #include "browser/styledview.h"
 #include "pages/pagecontext.h"
 #include "pages/pagefile.h"
@@ -41,8 +42,8 @@ public:
     /// Goes to a named place of the page; an empty name means its top.
     void scrollTo(const QString& anchor);
     /// Position in the text of what stands at the top of the view.
-    [[nodiscard]] int place() const;
-    void setPlace(int place);
+    [[nodiscard]] int place() const { return m_places.place(); }
+    void setPlace(int place) { m_places.setPlace(place); }
 
     /// Whether pages made for web browsers are laid out by the viewer's own rules; otherwise all pages are
     /// shown as they were written.
@@ -63,6 +64,8 @@ Q_SIGNALS:
     void pictureActivated(const QString& file);
     /// Another page, or none, is shown.
     void pageChanged();
+    /// The view has gone to a named place at this position of the text.
+    void arrived(int position);
     /// Something about the page just shown that the user should know.
     void noticed(const QString& text);
 
@@ -74,6 +77,8 @@ protected:
     /// Prepares the page and shows it from its top.
     void showPage(ShownPage page);
     void clearPage();
+    /// The page has to be read again when it is asked for.
+    void dropPage() { m_page.state.reset(); }
     /// Whether the page shown has neither text nor pictures.
     [[nodiscard]] bool isBlank() const;
     /// Whether the page of this file is shown as the file is now.
@@ -100,8 +105,6 @@ protected:
 
 private:
     void showWholePage();
-    [[nodiscard]] bool findAnchor(const QString& name);
-    void scrollBeyond(const std::function<void()>& scroll);
     void activateLink(const QString& href);
     void hoverLink(const QString& target);
     void prepare();
@@ -116,11 +119,11 @@ private:
     Presentation m_presentation = Presentation::Reading;
     QString m_appliedSheet;
     QColor m_ground;        ///< that the page was prepared for
-    int m_pendingPlace = 0; ///< to go to when the view is shown
     QString m_anchorBeyond; ///< asked for, but in what is not shown of the page
     bool m_isOverPicture = false;
     bool m_isLinkHovered = false;
     bool m_showsWholePages = false;
     StyleSheets m_styleSheets;
     PageFiller m_filler{*document()};
+    PagePlaces m_places{*this, m_filler};
 };

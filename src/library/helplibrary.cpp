@@ -96,7 +96,9 @@ void HelpLibrary::removeContents(HelpContentsRoot* root)
             reading->set = nullptr;
         }
     }
-    m_pageRecords.clear();
+    m_pageRecords.remove_if([&](const PageRecord& record) {
+        return m_helpSets.empty() || belongsTo(record.item, removed->root());
+    });
     renewIndex();
     Q_EMIT helpSetRemoved();
 }
@@ -363,6 +365,12 @@ QString HelpLibrary::pageTitle(const QString& link) const
     }
     const qsizetype hash = anchorPosition(link);
     return link.sliced(link.lastIndexOf(u'/', hash < 0 ? -1 : hash) + 1);
+}
+
+bool HelpLibrary::belongsTo(const HelpContentsItem& item, const HelpContentsRoot& root)
+{
+    return item.root() == &root || &item == &root ||
+           (item.keyword != nullptr && item.keyword->source->contentsItem == &root);
 }
 
 bool HelpLibrary::isOneFile(const QString& a, const QString& b)

@@ -13,6 +13,7 @@
 #include <chrono>
 #include <deque>
 #include <functional>
+#include <list>
 #include <memory>
 #include <optional>
 #include <span>
@@ -46,7 +47,8 @@ public:
     /// Loads a contents file, even one that is loaded already. Its top-level rows go behind the help set that
     /// `current` belongs to, without a current row before all others. The keyword rows are not rebuilt.
     Loaded loadContents(const QString& fileName, const HelpContentsListViewItem* current);
-    /// Destroys the help set of this root record, all page records, and rebuilds the keyword rows.
+    /// Destroys the help set of this root record with the page records that belong to it, with the last help
+    /// set all of them, and rebuilds the keyword rows.
     void removeContents(HelpContentsRoot* root);
     void buildIndex();
 
@@ -96,6 +98,8 @@ public:
     /// file name with the anchor.
     [[nodiscard]] QString pageTitle(const QString& link) const;
 
+    /// Whether a record goes when this help set is removed.
+    [[nodiscard]] static bool belongsTo(const HelpContentsItem& item, const HelpContentsRoot& root);
     [[nodiscard]] static bool isOneFile(const QString& a, const QString& b);
     [[nodiscard]] static QString absoluteName(const QString& fileName);
     /// Whether a regular file of this name exists.
@@ -152,7 +156,7 @@ private:
 
     std::vector<std::shared_ptr<HelpSet>> m_helpSets; ///< in load order; shared with running tasks
     std::vector<HelpContentsListViewItem*> m_topRows;
-    std::deque<PageRecord> m_pageRecords;
+    std::list<PageRecord> m_pageRecords;
     KeywordIndex m_keywordIndex;
     std::vector<std::shared_ptr<Reading>> m_readings;
     BackgroundTasks m_reading{BackgroundTasks::Priority::Normal}; ///< of contents files

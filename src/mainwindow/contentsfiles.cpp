@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/contentsfiles.h"
 
-#include "browser/helpbrowser.h"
 #include "browser/messages.h"
 #include "contents/helpcontents.h"
+#include "desk/desk.h"
 #include "library/installedcontents.h"
 #include "mainwindow/helpsetmenu.h"
 #include "mainwindow/mainmenus.h"
@@ -23,10 +23,9 @@ constexpr auto Patience = 100ms; // a user does not notice
 
 } // namespace
 
-ContentsFiles::ContentsFiles(HelpLibrary& library, HelpContents& pane, const HelpBrowser& browser,
+ContentsFiles::ContentsFiles(HelpLibrary& library, HelpContents& pane, const Desk& desk,
                              const MainMenus& menus, QObject* parent)
-    : QObject(parent), m_library(library), m_pane(pane), m_browser(browser), m_menus(menus),
-      m_patience(Patience)
+    : QObject(parent), m_library(library), m_pane(pane), m_desk(desk), m_menus(menus), m_patience(Patience)
 {
     connect(&library, &HelpLibrary::keywordsLeftOut, this, &ContentsFiles::reportLimit);
     connect(&library, &HelpLibrary::helpSetAboutToBeRemoved, this, [this] { m_shown = nullptr; });
@@ -62,8 +61,7 @@ void ContentsFiles::removeContents(int menuId)
         return;
     }
     m_library.removeContents(*root);
-    m_pane.gotoFirstPage();
-    m_shown = m_browser.getCurrentLink();
+    m_shown = m_desk.current();
     m_menus.removeMenu->removeEntry(menuId);
 }
 
@@ -174,7 +172,7 @@ void ContentsFiles::reportLimit(const QString& fileName, const QString& reason)
 /// How often the user has gone to another page.
 int ContentsFiles::userMoves()
 {
-    const auto* current = m_browser.getCurrentLink();
+    const auto* current = m_desk.current();
     m_userMoves += current != nullptr && current != m_shown ? 1 : 0;
     m_shown = current;
     return m_userMoves;
@@ -184,7 +182,7 @@ void ContentsFiles::show(const Step& step, int moves)
 {
     if (userMoves() == moves) {
         step();
-        m_shown = m_browser.getCurrentLink();
+        m_shown = m_desk.current();
     }
 }
 

@@ -11,7 +11,7 @@
 #include <deque>
 #include <functional>
 
-class HelpBrowser;
+class Desk;
 class HelpContents;
 struct MainMenus;
 
@@ -24,8 +24,8 @@ class ContentsFiles : public QObject {
 public:
     using Step = std::function<void()>;
 
-    ContentsFiles(HelpLibrary& library, HelpContents& pane, const HelpBrowser& browser,
-                  const MainMenus& menus, QObject* parent);
+    ContentsFiles(HelpLibrary& library, HelpContents& pane, const Desk& desk, const MainMenus& menus,
+                  QObject* parent);
     ~ContentsFiles() override;
 
     /// See the services of HelpMainWindow of the same names.
@@ -66,7 +66,7 @@ private:
 
     HelpLibrary& m_library;
     HelpContents& m_pane;
-    const HelpBrowser& m_browser;
+    const Desk& m_desk;
     const MainMenus& m_menus;
     QHash<int, QString> m_installed; ///< file names by the ids of their menu entries
     QStringList m_installedFiles;    ///< in menu order

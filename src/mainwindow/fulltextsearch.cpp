@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/fulltextsearch.h"
 
-#include "browser/helpbrowser.h"
 #include "browser/messages.h"
+#include "desk/desk.h"
 #include "library/helplibrary.h"
 #include "library/helpset.h"
 #include "mainwindow/backgroundprogress.h"
@@ -23,10 +23,9 @@ QString keyOf(const HelpContentsRoot& root)
 
 } // namespace
 
-FullTextSearch::FullTextSearch(HelpLibrary& library, SearchPane& pane, HelpBrowser& browser,
-                               QStatusBar& statusBar)
-    : m_library(library), m_pane(pane), m_browser(browser),
-      m_progress(new BackgroundProgress(tr("Indexing"), statusBar)), m_marks(browser, statusBar, nullptr)
+FullTextSearch::FullTextSearch(HelpLibrary& library, SearchPane& pane, Desk& desk, QStatusBar& statusBar)
+    : m_library(library), m_pane(pane), m_desk(desk),
+      m_progress(new BackgroundProgress(tr("Indexing"), statusBar))
 {
     m_startTimer.setSingleShot(true);
     m_startTimer.setInterval(StartDelay);
@@ -50,10 +49,7 @@ void FullTextSearch::connectPane()
     connect(&m_pane, &SearchPane::indexingRequested, this, &FullTextSearch::indexAgain);
     connect(&m_pane, &SearchPane::problemsRequested, this, &FullTextSearch::showProblems);
     connect(&m_pane, &SearchPane::pageRequested, this, [this](const SearchHit& hit, const QString& query) {
-        Q_EMIT aboutToShow();
-        m_marks.clear();
-        m_browser.setSource(hit.page);
-        m_marks.mark(query, hit.isEnglish);
+        m_desk.showFound(hit.page, query, hit.isEnglish);
     });
 }
 

@@ -6,75 +6,40 @@
 #include <QAction>
 #include <QMainWindow>
 
-namespace {
-
-QAction* make(QMainWindow& window, const char* name, const QString& text, const QKeySequence& shortcut = {})
-{
-    auto* action = new QAction(text, &window);
-    action->setObjectName(QLatin1StringView(name));
-    action->setShortcut(shortcut);
-    return action;
-}
-
-QAction* makeGo(QMainWindow& window, const char* name, const QString& text, GoIcon icon,
-                const QKeySequence& shortcut = {})
-{
-    auto* action = make(window, name, text, shortcut);
-    action->setIcon(goIcon(icon));
-    return action;
-}
-
-QKeySequence key(const char* sequence)
-{
-    return {QLatin1StringView(sequence)};
-}
-
-} // namespace
-
-HelpActions::HelpActions(QMainWindow& window)
-    : fileAddContentsAction(make(window, "fileAddContentsAction", tr("&Add Contents..."))),
-      filePrintAction(make(window, "filePrintAction", tr("&Print..."), Qt::CTRL | Qt::Key_P)),
-      filePreviewAction(make(window, "filePreviewAction", tr("Print Pre&view..."))),
-      fileExportAction(make(window, "fileExportAction", tr("Export as P&DF..."))),
-      fileExitAction(make(window, "fileExitAction", tr("E&xit"))),
-      editCopyAction(make(window, "editCopyAction", tr("&Copy"), Qt::CTRL | Qt::Key_C)),
-      editFindAction(make(window, "editFindAction", tr("&Find..."), Qt::CTRL | Qt::Key_F)),
-      editFindNextAction(make(window, "editFindNextAction", tr("Find &Next"), Qt::Key_F3)),
-      editFindPreviousAction(
-          make(window, "editFindPreviousAction", tr("Find &Previous"), Qt::SHIFT | Qt::Key_F3)),
+HelpActions::HelpActions(Desk& desk, QMainWindow& window)
+    : page(desk, window), fileAddContentsAction(makeCommand(window, "fileAddContentsAction",
+                                                            tr("&Add Contents..."), Qt::CTRL | Qt::Key_O)),
+      filePrintAction(makeCommand(window, "filePrintAction", tr("&Print..."), Qt::CTRL | Qt::Key_P)),
+      filePreviewAction(makeCommand(window, "filePreviewAction", tr("Print Pre&view..."))),
+      fileExportAction(makeCommand(window, "fileExportAction", tr("Export as P&DF..."))),
+      fileExitAction(makeCommand(window, "fileExitAction", tr("E&xit"), Qt::CTRL | Qt::Key_Q)),
       editSearchAllAction(
-          make(window, "editSearchAllAction", tr("&Search All..."), Qt::CTRL | Qt::SHIFT | Qt::Key_F)),
-      viewZoomInAction(make(window, "viewZoomInAction", tr("Zoom &In"), Qt::CTRL | Qt::Key_Plus)),
-      viewZoomOutAction(make(window, "viewZoomOutAction", tr("Zoom &Out"), Qt::CTRL | Qt::Key_Minus)),
-      viewZoomResetAction(make(window, "viewZoomResetAction", tr("Normal Si&ze"), Qt::CTRL | Qt::Key_0)),
-      viewReadingAction(
-          make(window, "viewReadingAction", tr("&Reading View"), Qt::CTRL | Qt::SHIFT | Qt::Key_R)),
-      viewContentsAction(make(window, "viewContentsAction", tr("&Contents"))),
-      viewGoToolbarAction(make(window, "viewGoToolbarAction", tr("Go Toolbar"))),
-      viewSettingsAction(make(window, "viewSettingsAction", tr("Settings..."))),
-      goBackAction(makeGo(window, "goBackAction", tr("Back"), GoIcon::Back, key("Alt+Left"))),
-      goForwardAction(makeGo(window, "goForwardAction", tr("Forward"), GoIcon::Forward, key("Alt+Right"))),
-      goUpAction(makeGo(window, "goUpAction", tr("Up"), GoIcon::Up)),
-      goHomeAction(makeGo(window, "goHomeAction", tr("Home"), GoIcon::Home, key("Alt+Up"))),
-      goSyncAction(makeGo(window, "goSyncAction", tr("Synchronize"), GoIcon::Sync)),
-      helpManualAction(make(window, "helpManualAction", tr("Quenda &Manual"), Qt::Key_F1)),
-      helpAboutAction(make(window, "helpAboutAction", tr("&About Quenda")))
+          makeCommand(window, "editSearchAllAction", tr("&Search All..."), Qt::CTRL | Qt::SHIFT | Qt::Key_F)),
+      viewContentsAction(makeCommand(window, "viewContentsAction", tr("&Contents"))),
+      viewGoToolbarAction(makeCommand(window, "viewGoToolbarAction", tr("Go &Toolbar"))),
+      viewFullScreenAction(makeCommand(window, "viewFullScreenAction", tr("F&ull Screen"), Qt::Key_F11)),
+      viewSettingsAction(makeCommand(window, "viewSettingsAction", tr("&Settings..."))),
+      goUpAction(makeCommand(window, "goUpAction", tr("&Up"))),
+      goSyncAction(makeCommand(window, "goSyncAction", tr("&Synchronize"))),
+      helpManualAction(makeCommand(window, "helpManualAction", tr("Quenda &Manual"), Qt::Key_F1)),
+      helpAboutAction(makeCommand(window, "helpAboutAction", tr("&About Quenda")))
 {
-    viewReadingAction->setCheckable(true);
     viewContentsAction->setCheckable(true);
     viewGoToolbarAction->setCheckable(true);
-    // On most keyboards the plus sign needs Shift, the equals sign beside it does not.
-    viewZoomInAction->setShortcuts({Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal});
-}
-
-QList<QAction*> HelpActions::pageActions() const
-{
-    return {filePrintAction,   filePreviewAction,  fileExportAction,       editCopyAction,
-            editFindAction,    editFindNextAction, editFindPreviousAction, viewZoomInAction,
-            viewZoomOutAction, viewZoomResetAction};
+    viewFullScreenAction->setCheckable(true);
+    page.goBackAction->setIcon(goIcon(GoIcon::Back));
+    page.goForwardAction->setIcon(goIcon(GoIcon::Forward));
+    goUpAction->setIcon(goIcon(GoIcon::Up));
+    page.goHomeAction->setIcon(goIcon(GoIcon::Home));
+    goSyncAction->setIcon(goIcon(GoIcon::Sync));
+    for (auto* action : {filePrintAction, filePreviewAction, fileExportAction}) {
+        page.need(Desk::Condition::Page, action);
+    }
+    page.need(Desk::Condition::Up, goUpAction);
+    page.need(Desk::Condition::Row, goSyncAction);
 }
 
 QList<QAction*> HelpActions::goActions() const
 {
-    return {goBackAction, goForwardAction, goUpAction, goHomeAction, goSyncAction};
+    return {page.goBackAction, page.goForwardAction, goUpAction, page.goHomeAction, goSyncAction};
 }

@@ -9,14 +9,13 @@
 #include <memory>
 
 class ContentsFiles;
+class Desk;
 class FullTextSearch;
-class HelpBrowser;
 class HelpLibrary;
-class HelpSettings;
-class PageSearch;
 class SidePanes;
 struct HelpContentsItem;
 struct HelpIndexItem;
+struct Wish;
 
 /// The viewer's window: commands, panes and page view, and the wiring between them. The library must outlive
 /// it.
@@ -30,6 +29,10 @@ public:
     /// Whether the window leaves its state in the settings store when it is destroyed, and the indexes of its
     /// help sets in the cache; it does by default.
     void setPersistent(bool persistent);
+
+    /// The one way in for what comes from outside. Returns a sentence for each contents file that cannot be
+    /// opened.
+    QStringList fulfil(const Wish& wish);
 
     /// Loads one contents file into both panes and shows its first page. Skips a file that cannot be opened
     /// and returns a sentence that says why; empty otherwise.
@@ -49,71 +52,44 @@ public:
     void showLinkInStatusBar(const QString& text);
 
 protected Q_SLOTS:
-    virtual void sourceEmpty(bool value);
     virtual void fileAddContents();
     virtual void fileRemoveContents(int index);
     virtual void fileShowInstalled(int index);
     virtual void filePrint();
-    virtual void filePreview();
-    virtual void fileExport();
     virtual void fileExit();
-    virtual void selectionChanged();
-    virtual void editCopy();
-    virtual void editFind();
-    virtual void editFindNext();
-    virtual void editFindPrevious();
-    virtual void editSearchAll();
-    virtual void viewZoomIn();
-    virtual void viewZoomOut();
-    virtual void viewZoomReset();
-    virtual void viewReading();
     virtual void viewContents();
     virtual void viewGoToolbar();
     virtual void viewContentsChanged(bool visible);
     virtual void viewGoToolbarChanged(bool visible);
     virtual void viewSettings();
-    virtual void goBack();
-    virtual void goForward();
     virtual void goUp();
-    virtual void goHome();
     virtual void goSync();
-    virtual void goBackEnabled(bool value);
-    virtual void goForwardEnabled(bool value);
-    virtual void goUpEnabled(bool value);
-    virtual void goHomeEnabled(bool value);
-    virtual void goSyncEnabled(bool value);
-    virtual void helpManual();
-    virtual void helpAbout();
 
 protected:
     bool event(QEvent* event) override;
 
 private:
-    void applySettings(const HelpSettings& dialog);
     void buildToolBar();
     void buildPanes();
-    void showHint();
     void buildPaneShortcuts();
-    void connectActions();
+    void connectCommands();
     void connectPanes();
-    void connectBrowserAndMenus();
+    void connectDesk();
     void connectBackground();
+    void showHint();
 
     void loadSettings();
     void saveSettings() const;
-    void showLastPage();
     void selectCurrentRow();
-    void findAgain(bool forward);
-    void saveOpenFiles() const;
+    void helpManual();
     void stop();
 
     HelpLibrary& m_library;
+    Desk* m_desk;
     HelpActions m_actions;
     MainMenus m_menus;
     QToolBar* m_goToolBar = nullptr;
     SidePanes* m_panes = nullptr;
-    HelpBrowser* m_browser = nullptr;
-    PageSearch* m_search = nullptr;
     std::unique_ptr<FullTextSearch> m_fullText;
     ContentsFiles* m_contentsFiles = nullptr;
     QStringList m_refusals; ///< of files that were to be opened

@@ -33,17 +33,19 @@ MainMenus::MainMenus(QMenuBar& bar, const HelpActions& actions)
     fileMenu->addSeparator();
     fileMenu->addAction(actions.fileExitAction);
 
+    const auto& page = actions.page;
     auto* editMenu = bar.addMenu(tr("&Edit"));
-    editMenu->addActions({actions.editCopyAction, actions.editFindAction, actions.editFindNextAction,
-                          actions.editFindPreviousAction});
+    editMenu->addActions(
+        {page.editCopyAction, page.editFindAction, page.editFindNextAction, page.editFindPreviousAction});
     editMenu->addSeparator();
     editMenu->addAction(actions.editSearchAllAction);
 
     auto* viewMenu = bar.addMenu(tr("&View"));
-    viewMenu->addActions({actions.viewZoomInAction, actions.viewZoomOutAction, actions.viewZoomResetAction});
-    viewMenu->addAction(actions.viewReadingAction);
+    viewMenu->addActions({page.viewZoomInAction, page.viewZoomOutAction, page.viewZoomResetAction});
+    viewMenu->addActions({page.viewReadingAction, page.viewReloadAction});
     viewMenu->addSeparator();
-    viewMenu->addActions({actions.viewContentsAction, actions.viewGoToolbarAction});
+    viewMenu->addActions(
+        {actions.viewContentsAction, actions.viewGoToolbarAction, actions.viewFullScreenAction});
     viewMenu->addSeparator();
     viewMenu->addAction(actions.viewSettingsAction);
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "mainwindow/pagesearch.h"
+#include "desk/pagesearch.h"
 
 #include "browser/helpbrowser.h"
 

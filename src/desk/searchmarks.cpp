@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "mainwindow/searchmarks.h"
+#include "desk/searchmarks.h"
 
 #include "browser/helpbrowser.h"
 #include "fulltext/matchranges.h"

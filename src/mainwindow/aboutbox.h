@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+class QWidget;
+
+/// Tells name, version and licence of the program.
+void openAboutBox(QWidget* window);

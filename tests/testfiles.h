@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -47,6 +48,25 @@ private:
     QTemporaryDir m_dir;
     QStringList m_names;
 };
+
+/// The text of a file of the sources.
+inline QString sourceText(const char* name)
+{
+    QFile file(qEnvironmentVariable("QUENDA_SOURCES") + u'/' + QString::fromUtf8(name));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+/// What the group of an expression matches in a text, in order.
+inline QStringList matches(const QString& text, const QString& expression)
+{
+    QStringList found;
+    const QRegularExpression pattern(expression, QRegularExpression::MultilineOption |
+                                                     QRegularExpression::DotMatchesEverythingOption);
+    for (const auto& match : pattern.globalMatch(text)) {
+        found += match.captured(1);
+    }
+    return found;
+}
 
 /// Adds columns of QString.
 template <typename... Names>

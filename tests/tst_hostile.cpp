@@ -2,7 +2,6 @@
 #include "hostilesets.h"
 #include "testprogram.h"
 
-#include <QElapsedTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -283,6 +282,8 @@ private Q_SLOTS:
         use();
     }
 
+    void cleanup() { tellAfterFailure(); }
+
     void init()
     {
         m_files = std::make_unique<TemporaryFiles>();
@@ -325,18 +326,11 @@ private:
             ::setrlimit(RLIMIT_CPU, &time);
             obeyPermissions();
         });
-        QElapsedTimer timer;
-        timer.start();
         process.start(program, arguments);
-        const bool isFinished = process.waitForFinished(Patience);
-        if (!isFinished) {
-            process.kill();
-            process.waitForFinished();
-        }
-        m_code = isFinished && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-        m_out = process.readAllStandardOutput();
-        qInfo("%s: %lld ms", qUtf8Printable(arguments.constFirst()), timer.elapsed());
-        QVERIFY2(m_code >= 0, process.readAllStandardError().right(400));
+        const auto answer = finish(process, Patience);
+        m_code = answer.code;
+        m_out = answer.out;
+        QVERIFY(m_code >= 0);
         QVERIFY(!QFileInfo::exists(m_files->path(u"started"_s)));
     }
 

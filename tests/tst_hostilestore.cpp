@@ -2,7 +2,6 @@
 #include "testfiles.h"
 #include "testprogram.h"
 
-#include <QElapsedTimer>
 #include <QMap>
 #include <QRandomGenerator>
 
@@ -53,6 +52,8 @@ private Q_SLOTS:
         m_files = std::make_unique<TemporaryFiles>("== a.cnt\n:title = A\n== b.cnt\n:title = B\n");
         QCOMPARE(request("install", u"a.cnt"_s).code, 0);
     }
+
+    void cleanup() { tellAfterFailure(); }
 
     void cannotBeWritten_data()
     {

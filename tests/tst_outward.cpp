@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "testfiles.h"
+#include "testprogram.h"
 
-#include <QProcess>
 #include <QStandardPaths>
 
 #include <sys/stat.h>
@@ -85,7 +85,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("program");
         QTest::addColumn<QStringList>("arguments");
         const QStringList sets{m_sets->path(u"a.cnt"_s), m_sets->path(u"b.cnt"_s)};
-        const QString program = qEnvironmentVariable("QUENDA_PROGRAM");
+        const QString program = testProgram();
         QTest::newRow("clicks") << QCoreApplication::applicationDirPath() + u"/windowdriver"_s << sets;
         QTest::newRow("picture") << program
                                  << QStringList{u"--screenshot"_s, m_sets->path(u"out.png"_s)} + sets;
@@ -110,6 +110,8 @@ private Q_SLOTS:
         QCOMPARE(programs, 1);
     }
 
+    void cleanup() { tellAfterFailure(); }
+
 private:
     [[nodiscard]] QList<Call> trace(const QString& program, const QStringList& arguments) const
     {
@@ -128,8 +130,7 @@ private:
                                             u"-e"_s, u"trace=%network,execve,open,openat,openat2,creat"_s,
                                             u"-o"_s, log, program} +
                                     arguments);
-        if (!process.waitForFinished(60'000) || process.exitCode() != 0) {
-            process.kill();
+        if (finish(process, 60'000).code != 0) {
             return {};
         }
         QFile file(log);

@@ -30,13 +30,27 @@ QString absoluteFileNameArgument(const char* argument)
     return HelpLibrary::absoluteName(fileNameArgument(argument));
 }
 
-void complain(const QString& text)
+QStringList absoluteFileNameArguments(int argc, char* argv[])
+{
+    QStringList names;
+    for (int i = 2; i < argc; ++i) {
+        names += absoluteFileNameArgument(argv[i]);
+    }
+    return names;
+}
+
+QByteArray printable(const QString& text)
 {
     QString line = text;
     for (auto& c : line) {
         c = c.category() == QChar::Other_Control ? QChar(u'?') : c;
     }
-    std::fprintf(stderr, "quenda: %s\n", qUtf8Printable(line));
+    return line.toUtf8();
+}
+
+void complain(const QString& text)
+{
+    std::fprintf(stderr, "quenda: %s\n", printable(text).constData());
 }
 
 void useOffscreenPlatform()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 #include <string_view>
 
@@ -13,9 +13,13 @@
 
 /// The same, made absolute.
 [[nodiscard]] QString absoluteFileNameArgument(const char* argument);
+/// All from argv[2] on.
+[[nodiscard]] QStringList absoluteFileNameArguments(int argc, char* argv[]);
 
-/// Writes a line to standard error, behind the program's name. Control characters, which a terminal could act
-/// on, become question marks.
+/// A text in one line, as UTF-8. Control characters, which a terminal could act on, become question marks.
+[[nodiscard]] QByteArray printable(const QString& text);
+
+/// Writes a printable line to standard error, behind the program's name.
 void complain(const QString& text);
 
 /// Lets the toolkit run without a display, unless the user chose a platform; call it before the application

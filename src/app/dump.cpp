@@ -168,10 +168,13 @@ private:
 
 } // namespace
 
-int dump(const QStringList& fileNames)
+std::optional<int> dumpHelpSets(int argc, char* argv[])
 {
+    if (argc < 3) {
+        return std::nullopt;
+    }
     Dump dump;
-    const bool complete = dump.load(fileNames);
+    const bool complete = dump.load(absoluteFileNameArguments(argc, argv));
     if (!dump.write()) {
         complain(QCoreApplication::translate("Dump", "standard output cannot be written"));
         return 1;

@@ -54,14 +54,11 @@ std::optional<Job> parse(int argc, char* argv[])
 
 } // namespace
 
-int renderPage(int argc, char* argv[])
+std::optional<int> renderPage(int argc, char* argv[])
 {
     const auto job = parse(argc, argv);
     if (!job) {
-        complain(QCoreApplication::translate("Usage",
-                                             "usage: quenda --pdf OUT.pdf [--as-written] PAGE.html, or "
-                                             "quenda --png OUT.png [--width W] [--as-written] PAGE.html"));
-        return 2;
+        return std::nullopt;
     }
     useOffscreenPlatform();
     // The arguments are ours, the toolkit's options are not among them.

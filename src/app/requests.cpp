@@ -7,7 +7,6 @@
 #include <QCoreApplication>
 #include <QSettings>
 
-#include <array>
 #include <cstdio>
 
 namespace {
@@ -15,30 +14,13 @@ namespace {
 using InstalledContents::Answer;
 using InstalledContents::Outcome;
 
-struct Request {
-    std::string_view name;
-    Outcome (*serve)(const QString& fileName);
-    const char* yes;
-    const char* no;
-};
-
-const std::array requests{
-    Request{"install", InstalledContents::installContents, "installed", "already installed"},
-    Request{"uninstall", InstalledContents::uninstallContents, "uninstalled", "not installed"},
-    Request{"isinstall",
-            [](const QString& fileName) { return Outcome{InstalledContents::isinstallContents(fileName)}; },
-            "installed", "not installed"},
-};
-
-int serve(const Request& request, const char* fileName)
+int report(const char* fileName, const Outcome& outcome, const char* yes, const char* no)
 {
-    const Outcome outcome = request.serve(fileNameArgument(fileName));
     // The name goes out byte for byte as it came in.
     if (outcome.answer == Answer::NotFound) {
         std::printf("contents file \"%s\" not found\n", fileName);
     } else {
-        std::printf("contents \"%s\" %s\n", fileName,
-                    outcome.answer == Answer::Yes ? request.yes : request.no);
+        std::printf("contents \"%s\" %s\n", fileName, outcome.answer == Answer::Yes ? yes : no);
     }
     std::fflush(stdout);
     if (!outcome.stored) {
@@ -50,15 +32,20 @@ int serve(const Request& request, const char* fileName)
 
 } // namespace
 
-std::optional<int> serveRequest(int argc, char* argv[])
+std::optional<int> serveInstall(int /*argc*/, char* argv[])
 {
-    if (argc != 3) {
-        return std::nullopt;
-    }
-    for (const auto& request : requests) {
-        if (isOption(argv[1], request.name)) {
-            return serve(request, argv[2]);
-        }
-    }
-    return std::nullopt;
+    return report(argv[2], InstalledContents::installContents(fileNameArgument(argv[2])), "installed",
+                  "already installed");
+}
+
+std::optional<int> serveUninstall(int /*argc*/, char* argv[])
+{
+    return report(argv[2], InstalledContents::uninstallContents(fileNameArgument(argv[2])), "uninstalled",
+                  "not installed");
+}
+
+std::optional<int> serveIsinstall(int /*argc*/, char* argv[])
+{
+    return report(argv[2], {InstalledContents::isinstallContents(fileNameArgument(argv[2]))}, "installed",
+                  "not installed");
 }

@@ -3,6 +3,8 @@
 
 #include <optional>
 
-/// Serves an install, uninstall or query request: writes its one line to standard output and returns the exit
-/// status. Nothing when the arguments are no such request.
-[[nodiscard]] std::optional<int> serveRequest(int argc, char* argv[]);
+/// Serve an install, uninstall or query request for the contents file argv[2]: write its one line to standard
+/// output and return the exit status.
+[[nodiscard]] std::optional<int> serveInstall(int argc, char* argv[]);
+[[nodiscard]] std::optional<int> serveUninstall(int argc, char* argv[]);
+[[nodiscard]] std::optional<int> serveIsinstall(int argc, char* argv[]);

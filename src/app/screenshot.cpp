@@ -32,8 +32,11 @@ void printSummary(const HelpLibrary& library)
 
 } // namespace
 
-int takeScreenshot(int argc, char* argv[])
+std::optional<int> takeScreenshot(int argc, char* argv[])
 {
+    if (argc < 3) {
+        return std::nullopt;
+    }
     useOffscreenPlatform();
     const QString picture = fileNameArgument(argv[2]);
     const QApplication application(argc, argv);

@@ -113,16 +113,6 @@ bool repair(SearchEngine& engine)
     return !damaged.empty();
 }
 
-/// A text in one line, in which nothing acts on a terminal.
-QByteArray printable(const QString& text)
-{
-    QString line = text;
-    for (auto& c : line) {
-        c = c.category() == QChar::Other_Control ? QChar(u'?') : c;
-    }
-    return line.toUtf8();
-}
-
 void writeLines(const SearchAnswer& answer)
 {
     if (!answer.nearest.isNull()) {
@@ -192,12 +182,11 @@ void writeHit(JsonWriter& json, const SearchHit& hit)
 
 } // namespace
 
-int searchHelpSets(int argc, char* argv[])
+std::optional<int> searchHelpSets(int argc, char* argv[])
 {
     const auto job = parseArguments(argc, argv);
     if (!job) {
-        complain(translated("usage: quenda --search WORDS [--limit N] [--json] [FILE.cnt ...]"));
-        return 2;
+        return std::nullopt;
     }
     SearchEngine engine;
     const QStringList files =
@@ -216,13 +205,12 @@ int searchHelpSets(int argc, char* argv[])
     return !isWhole ? 2 : answer->total == 0 ? 1 : 0;
 }
 
-int indexHelpSets(int argc, char* argv[])
+std::optional<int> indexHelpSets(int argc, char* argv[])
 {
-    QStringList files;
-    for (int i = 2; i < argc; ++i) {
-        files += absoluteFileNameArgument(argv[i]);
+    if (argc < 3) {
+        return std::nullopt;
     }
-    const auto indexed = index(files, nullptr, IndexPatience::Endless);
+    const auto indexed = index(absoluteFileNameArguments(argc, argv), nullptr, IndexPatience::Endless);
     for (const auto& one : indexed) {
         if (one && !one->result.isKept) {
             complain(translated(R"(the index of "%1" is not kept: %2)")

@@ -104,7 +104,7 @@ private:
 
 } // namespace
 
-int runViewer(int argc, char* argv[])
+std::optional<int> runViewer(int argc, char* argv[])
 {
     returnFreedMemory();
     // Decided before the toolkit takes its own options out of the list.

@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef QUENDA_SANITIZED
 constexpr rlim_t MaximumMemory = RLIM_INFINITY;
 constexpr rlim_t MaximumTime = 60; // seconds
 #else

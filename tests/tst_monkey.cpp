@@ -12,7 +12,7 @@
 #include <malloc.h>
 #include <memory>
 #include <vector>
-#ifdef __SANITIZE_ADDRESS__
+#ifdef QUENDA_SANITIZED_ADDRESSES
 extern "C" size_t __sanitizer_get_current_allocated_bytes(); // NOLINT: the run-time library's
 #endif
 
@@ -80,7 +80,7 @@ alpha = none.html
 /// Bytes that are allocated.
 qint64 heapSize()
 {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef QUENDA_SANITIZED_ADDRESSES
     return qint64(__sanitizer_get_current_allocated_bytes());
 #else
     const auto info = ::mallinfo2();

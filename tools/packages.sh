@@ -4,8 +4,8 @@
 build_packages=(g++ cmake ninja-build qt6-base-dev libfontconfig-dev libsqlite3-dev libstemmer-dev libxml2-dev)
 run_packages=(fonts-dejavu-core libqt6svg6)
 test_packages=(poppler-utils strace)
-check_packages=(clang-format clang-tidy)
-fuzz_packages=(clang libclang-rt-14-dev)
+check_packages=(clang-format clang-tidy python3)
+sanitizer_packages=(clang libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev libxcb-xtest0-dev pkg-config python3 xvfb)
 
 say() { printf '%s\n' "==> $*"; }
@@ -31,13 +31,14 @@ need() {
         "${missing[@]}" >/dev/null
 }
 
-# build PRESET: configures once, then builds what changed.
+# build PRESET [TARGET ...]: configures once, then builds what changed.
 build() {
-    local log=$root/build/$1.log
+    local preset=$1 log=$root/build/$1.log
+    shift
     mkdir -p "$root/build"
-    say "Building ($1)"
-    if [[ ! -f $root/build/$1/build.ninja ]]; then
-        (cd "$root" && cmake --preset "$1") >"$log" 2>&1 || { cat "$log" >&2; exit 1; }
+    say "Building ($preset)"
+    if [[ ! -f $root/build/$preset/build.ninja ]]; then
+        (cd "$root" && cmake --preset "$preset") >"$log" 2>&1 || { cat "$log" >&2; exit 1; }
     fi
-    (cd "$root" && cmake --build --preset "$1") >"$log" 2>&1 || { cat "$log" >&2; exit 1; }
+    (cd "$root" && cmake --build --preset "$preset" ${1:+--target "$@"}) >"$log" 2>&1 || { cat "$log" >&2; exit 1; }
 }

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
-// Writes, for each page named on standard input, a line of JSON with the text that the page view holds.
+// Writes, for each page named on standard input, a line of JSON with the text that the page view holds; with
+// --tree with its elements and words, as they are read, and the page.
 #include "browser/pagefiller.h"
 #include "browser/picturefile.h"
+#include "markup/htmltree.h"
+#include "markup/tags.h"
 #include "pages/pagefile.h"
 #include "pages/pagepreparation.h"
 
@@ -43,14 +46,49 @@ QJsonObject describePage(const QString& file)
             {QStringLiteral("shown"), document.toPlainText().remove(QChar::ObjectReplacementCharacter)}};
 }
 
+/// Each element with a sign before its name and one at its end, each word, and a sign behind each of these.
+QString treeText(const QString& html)
+{
+    const HtmlTree tree(html);
+    std::string text;
+    const auto put = [&text](std::string_view begin, std::string_view rest) {
+        text.append(begin).append(rest).append("\x1f");
+        return false;
+    };
+    if (tree.root() != nullptr) {
+        walk(
+            *tree.root(),
+            [&put](const HtmlNode& node) {
+                return isElement(node)
+                           ? !put("\x1e", node.name)
+                           : anyWord(node.content, [&put](std::string_view word) { return put(word, {}); });
+            },
+            [&put](const HtmlNode&) { put("\x1d", {}); });
+    }
+    return toQString(text);
+}
+
+QJsonObject describeTree(const QString& file)
+{
+    const auto source = readPage(file);
+    if (!source.ok()) {
+        return {{QStringLiteral("file"), file}, {QStringLiteral("error"), describe(source.error())}};
+    }
+    return {{QStringLiteral("file"), file},
+            {QStringLiteral("html"), source.value().text},
+            {QStringLiteral("tree"), treeText(source.value().text)}};
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
+    const bool isTree = argc > 1 && std::string_view(argv[1]) == "--tree";
     for (std::string line; std::getline(std::cin, line);) {
-        const auto object = describePage(QString::fromLocal8Bit(line.data(), qsizetype(line.size())));
+        const QString file = QString::fromLocal8Bit(line.data(), qsizetype(line.size()));
+        const auto object = isTree ? describeTree(file) : describePage(file);
         std::cout << QJsonDocument(object).toJson(QJsonDocument::Compact).constData() << '\n';
     }
     return 0;

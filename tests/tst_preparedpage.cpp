@@ -181,7 +181,7 @@ b)"_s));
 void addListsAndPictures()
 {
     addRow("text beside cells", "<table><tr>a<td>b</td></tr></table>",
-           R"(<table cellspacing="0" cellpadding="2"><tr><td>a</td><td>b</td></tr></table>)");
+           R"(<div>a</div><table cellspacing="0" cellpadding="2"><tr><td>b</td></tr></table>)");
     addRow("lists", R"(<ol start="3" type="a"><li>a<li><p>b</p><p>c</p></ol>)",
            R"(<ol start="3" type="a"><li>a</li><li><p>b</p><p>c</p></li></ol>)");
     addRow("terms", "<dl><dt>T<dd>d</dl>",
@@ -350,20 +350,19 @@ void TestPreparedPage::written_data()
     addRow("as it is",
            R"(<body bgcolor="#fff"><p style="color:red" onclick="x;" title="<b>">a  b</p><hr width="5">)",
            R"(<html><body bgcolor="#fff"><p style="color:red">a  b</p><hr width="5"></body></html>)");
-    addRow(
-        "style sheets",
-        "<head><link rel=stylesheet href=a.css><style>p > b{x}</style><script>no</script></head><body>a",
-        R"(<html><head><link href="a.css" rel="stylesheet"/><style>p > b{x}</style></head><body>a</body></html>)");
+    addRow("style sheets",
+           "<head><link rel=stylesheet href=a.css><style>p > b{x}</style><script>no</script></head><body>a",
+           R"(<html><link href="a.css" rel="stylesheet"/><style>p > b{x}</style><body>a</body></html>)");
     addRow(
         "picture", R"(<body><img src="i.png" style="float:right" alt="x"><img src="no.png.gif" alt="gone">)",
         R"(<html><body><img src="file:///set/i.png" style="float:right"><span class="alt">gone</span></body></html>)");
     addRow(
         "frames",
         R"(<html><frameset cols="1,2"><frame src="toc.html" name="toc"><frameset><frame src="a b.html"></frameset><noframes><p>No frames.</p></noframes></frameset></html>)",
-        R"(<html><noframes><body><p>No frames.</p></body></noframes><p><a href="link:0">toc</a></p><p><a href="link:1">a b.html</a></p></html>)");
+        R"(<html><p><a href="link:0">toc</a></p><p><a href="link:1">a b.html</a></p></html>)");
     addRow("rich text of the toolkit's own",
            R"(<html><head><meta name="qrichtext" content="1"></head><body><p>a</p>)",
-           "<html><head></head><body><p>a</p></body></html>");
+           "<html><body><p>a</p></body></html>");
 }
 
 void TestPreparedPage::written()
@@ -441,7 +440,7 @@ void TestPreparedPage::hostile_data()
     addRow("zeros", u"a"_s + QChar(u'\0') + u"<p>b"_s, "a | b");
     addRow("unfinished", "<p>a <a href='x'>b<table><td>c <!-- ", "a b | c");
     addRow("entities", "&lsqb;a&rsqb; &quest; &amp;lsqb; &lsqb &NotEqualTilde;", "[a] ? &lsqb; &lsqb ≂̸");
-    addRow("only entities", "&#0;&#x110000;&bogus;&amp", "&bogus;&amp");
+    addRow("only entities", "&#0;&#x110000;&bogus;&amp", "\uFFFD\uFFFD&bogus;&");
     addRow("second body", "<body><p>a<body><p>b</body></html><html lang='x'><p>c", "a | b | c");
 }
 

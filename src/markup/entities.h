@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QByteArray>
+#include <cstddef>
+#include <string>
+#include <string_view>
 
-/// Replaces the names of characters that HTML 5 has beyond those of HTML 4, such as "&lsqb;", by the
-/// characters; UTF-8.
-[[nodiscard]] QByteArray withoutNewEntities(const QByteArray& html);
+/// Appends, as UTF-8, what the reference to a character at the beginning of `text` means, such as "&lt;", and
+/// returns its length; 0 when there is none, and the "&" means itself.
+size_t readReference(std::string_view text, bool isInAttribute, std::string& out);
+
+/// Appends a text, with the references in it replaced.
+void appendDecoded(std::string_view text, bool isInAttribute, std::string& out);

@@ -1,162 +1,25 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "markup/htmlstore.h"
+
+#include <QByteArray>
 #include <QString>
 
-#include <deque>
-#include <memory>
-#include <string_view>
-#include <vector>
-
-struct ElementNotes;
-
-struct HtmlAttribute {
-    std::string_view name; ///< in lower case
-    std::string_view value;
-    const HtmlAttribute* next = nullptr;
-};
-
-/// An element or a piece of text of a page. All texts are UTF-8 and live as long as the tree.
-struct HtmlNode {
-    std::string_view name;    ///< in lower case; empty for text
-    std::string_view content; ///< of text
-    const HtmlAttribute* attributes = nullptr;
-    HtmlNode* parent = nullptr;
-    HtmlNode* previous = nullptr;
-    HtmlNode* next = nullptr;
-    HtmlNode* firstChild = nullptr;
-    HtmlNode* lastChild = nullptr;
-    ElementNotes* notes = nullptr; ///< for PageSurvey
-};
-
-/// The elements of a page, as a forgiving HTML parser sees them. Nodes are made in blocks and never freed one
-/// by one: a page has many of them, and they go together.
+/// The elements of a page, as a web browser without scripts sees them.
 class HtmlTree {
 public:
     explicit HtmlTree(const QString& html);
     HtmlTree(const HtmlTree&) = delete;
     HtmlTree& operator=(const HtmlTree&) = delete;
 
-    /// The html element; null when the page has no elements.
+    /// The html element; null when there is nothing in the page.
     [[nodiscard]] HtmlNode* root() const { return m_root; }
     /// The body, or the first element of this name before it; null when there is none.
     [[nodiscard]] HtmlNode* first(std::string_view name) const;
 
 private:
-    struct Handlers;
-
-    void startElement(std::string_view name, const unsigned char** attributes);
-    void endElement(std::string_view name);
-    void openBody();
-    void addText(std::string_view text);
-    HtmlNode& addNode();
-    [[nodiscard]] std::string_view store(std::string_view text);
-
-    std::deque<HtmlNode> m_nodes;
-    std::deque<HtmlAttribute> m_attributes;
-    std::vector<std::unique_ptr<char[]>> m_blocks; ///< of texts
-    char* m_free = nullptr;                        ///< where the last block is free
-    size_t m_freeSize = 0;
+    QByteArray m_source; ///< most texts are parts of it
+    HtmlStore m_store;
     HtmlNode* m_root = nullptr;
-    HtmlNode* m_body = nullptr;
-    HtmlNode* m_open = nullptr; ///< the innermost open element
 };
-
-[[nodiscard]] inline bool isElement(const HtmlNode& node)
-{
-    return !node.name.empty();
-}
-
-[[nodiscard]] inline bool isElement(const HtmlNode& node, std::string_view name)
-{
-    return node.name == name;
-}
-
-[[nodiscard]] inline bool isText(const HtmlNode& node)
-{
-    return node.name.empty();
-}
-
-[[nodiscard]] bool hasAttribute(const HtmlNode& node, std::string_view name);
-/// Empty when the attribute is absent, too.
-[[nodiscard]] std::string_view attribute(const HtmlNode& node, std::string_view name);
-
-/// The node after `node` in the order of the page; null at the end of `top`. `isDeep` tells whether to look
-/// into `node` itself.
-template <typename Node>
-[[nodiscard]] Node* nextNode(Node* node, const HtmlNode* top, bool isDeep = true)
-{
-    if (isDeep && node->firstChild != nullptr) {
-        return node->firstChild;
-    }
-    while (node != top && node->next == nullptr) {
-        node = node->parent;
-    }
-    return node == top ? nullptr : node->next;
-}
-
-[[nodiscard]] constexpr bool isBlank(char c)
-{
-    return c == ' ' || c == '\n' || c == '\t' || c == '\r' || c == '\f';
-}
-
-/// The position of the next character that is a blank, or is none; the text's size when there is no more.
-[[nodiscard]] constexpr size_t nextBlank(std::string_view text, size_t from)
-{
-    while (from < text.size() && !isBlank(text[from])) {
-        ++from;
-    }
-    return from;
-}
-[[nodiscard]] constexpr size_t nextNonBlank(std::string_view text, size_t from)
-{
-    while (from < text.size() && isBlank(text[from])) {
-        ++from;
-    }
-    return from;
-}
-
-[[nodiscard]] constexpr bool isBlank(std::string_view text)
-{
-    return nextNonBlank(text, 0) == text.size();
-}
-
-/// Visits an element and what is in it, in the order of the page: `enter` says whether to go into a node,
-/// `leave` gets each node that was gone into when all in it has been visited.
-template <typename Enter, typename Leave>
-void walk(const HtmlNode& top, Enter enter, Leave leave)
-{
-    const HtmlNode* node = &top;
-    while (node != nullptr) {
-        const bool isEntered = enter(*node);
-        if (isEntered && node->firstChild != nullptr) {
-            node = node->firstChild;
-            continue;
-        }
-        if (isEntered) {
-            leave(*node);
-        }
-        while (node != &top && node->next == nullptr) {
-            node = node->parent;
-            leave(*node);
-        }
-        node = node == &top ? nullptr : node->next;
-    }
-}
-
-/// Calls `use` with each word of a list separated by blanks until it returns true; returns whether it did.
-template <typename Use>
-bool anyWord(std::string_view words, Use use)
-{
-    for (size_t begin = nextNonBlank(words, 0); begin < words.size();) {
-        const size_t end = nextBlank(words, begin);
-        if (use(words.substr(begin, end - begin))) {
-            return true;
-        }
-        begin = nextNonBlank(words, end);
-    }
-    return false;
-}
-
-/// Equal but for the case of ASCII letters; `lower` is in lower case.
-[[nodiscard]] bool equalsLower(std::string_view text, std::string_view lower);

@@ -20,46 +20,6 @@ void add(Words<Value>& words, Value value, std::string_view names)
     });
 }
 
-Words<Element> makeElements()
-{
-    Words<Element> words;
-    add(words, Element::Ignored,
-        "head script style template title meta link base col colgroup param source track datalist wbr "
-        "annotation annotation-xml");
-    add(words, Element::Block,
-        "html body div section article main header footer aside center details address hgroup fieldset "
-        "form nav dialog search noscript noframes frameset object video audio canvas map figure");
-    add(words, Element::Paragraph, "p legend");
-    add(words, Element::Heading, "h1 h2 h3 h4 h5 h6");
-    add(words, Element::Inline, "b strong i em cite dfn var u ins s strike del small big sub sup");
-    add(words, Element::Code, "code tt samp");
-    add(words, Element::Preformatted, "pre listing xmp plaintext textarea");
-    add(words, Element::List, "ul ol menu dir");
-    add(words, Element::Cell, "td th");
-    add(words, Element::Frame, "iframe frame embed");
-    add(words, Element::Choice, "select");
-    add(words, Element::Keys, "kbd");
-    add(words, Element::Quotation, "q");
-    add(words, Element::Item, "li");
-    add(words, Element::Terms, "dl");
-    add(words, Element::Term, "dt");
-    add(words, Element::Description, "dd");
-    add(words, Element::Table, "table");
-    add(words, Element::Row, "tr");
-    add(words, Element::TableCaption, "caption");
-    add(words, Element::Caption, "figcaption");
-    add(words, Element::Quote, "blockquote");
-    add(words, Element::Link, "a");
-    add(words, Element::Picture, "img image");
-    add(words, Element::Break, "br");
-    add(words, Element::Rule, "hr");
-    add(words, Element::Summary, "summary");
-    add(words, Element::Field, "input");
-    add(words, Element::Area, "area");
-    add(words, Element::Drawing, "svg");
-    return words;
-}
-
 void addFurniture(Words<Role>& words)
 {
     add(words, Role::Furniture,
@@ -123,12 +83,58 @@ Words<Role> makeRoles()
 
 } // namespace
 
+/// In groups of what they mean; an element that HTML gets anew belongs into one of them.
+// clang-format off
 Element elementOf(const HtmlNode& node)
 {
-    static const auto elements = makeElements();
-    const auto found = elements.find(node.name);
-    return found == elements.end() ? Element::Transparent : found->second;
+    using enum Tag;
+    switch (node.tag) {
+    case Text: case Head: case Script: case Style: case Template: case Title: case Meta: case Link:
+    case Base: case Basefont: case Bgsound: case Col: case Colgroup: case Param: case Source: case Track:
+    case Datalist: case Wbr: case Keygen: case Noframes: case Noembed: case ForeignNote: return Element::Ignored;
+    case Html: case Body: case Div: case Section: case Article: case Main: case Header: case Footer:
+    case Aside: case Center: case Details: case Address: case Hgroup: case Fieldset: case Form:
+    case Nav: case Dialog: case Search: case Noscript: case Frameset: case Object: case Applet: case Marquee:
+    case Video: case Audio: case Canvas: case Map: case Figure: case ForeignDocument: return Element::Block;
+    case P: case Legend: return Element::Paragraph;
+    case H1: case H2: case H3: case H4: case H5: case H6: return Element::Heading;
+    case B: case Strong: case I: case Em: case Cite: case Dfn: case Var: case U: case Ins: case S:
+    case Strike: case Del: case Small: case Big: case Sub: case Sup: return Element::Inline;
+    case Code: case Tt: case Samp: return Element::Code;
+    case Kbd: return Element::Keys;
+    case Q: return Element::Quotation;
+    case Pre: case Listing: case Xmp: case Plaintext: case Textarea: return Element::Preformatted;
+    case Ul: case Ol: case Menu: case Dir: return Element::List;
+    case Li: return Element::Item;
+    case Dl: return Element::Terms;
+    case Dt: return Element::Term;
+    case Dd: return Element::Description;
+    case Table: return Element::Table;
+    case Caption: return Element::TableCaption;
+    case Tr: return Element::Row;
+    case Td: case Th: return Element::Cell;
+    case Figcaption: return Element::Caption;
+    case Blockquote: return Element::Quote;
+    case A: return Element::Link;
+    case Img: case Image: return Element::Picture;
+    case Br: return Element::Break;
+    case Hr: return Element::Rule;
+    case Summary: return Element::Summary;
+    case Iframe: case Frame: case Embed: return Element::Frame;
+    case Input: return Element::Field;
+    case Select: return Element::Choice;
+    case Area: return Element::Area;
+    case Svg: return Element::Drawing;
+    case Unknown: case ForeignText: case Math: case Abbr: case Acronym: case Bdi: case Bdo: case Button:
+    case Data: case Font: case Label: case Mark: case Meter: case Nobr: case Optgroup: case Option:
+    case Output: case Picture: case Progress: case Rb: case Rp: case Rt: case Rtc: case Ruby: case Slot:
+    case Span: case Tbody: case Tfoot: case Thead: case Time: return Element::Transparent;
+    case Foreign:
+    return node.name == "annotation" ? Element::Ignored : Element::Transparent;
+    }
+    return Element::Transparent;
 }
+// clang-format on
 
 Role roleOf(const HtmlNode& node)
 {

@@ -25,8 +25,9 @@ bool isTablePart(std::string_view name)
 
 bool isLeftOut(std::string_view name)
 {
-    static constexpr std::array<std::string_view, 8> names{
-        "script", "template", "title", "meta", "base", "datalist", "annotation", "annotation-xml"};
+    static constexpr std::array<std::string_view, 10> names{
+        "script",   "template", "title",   "meta",       "base",
+        "datalist", "noframes", "noembed", "annotation", "annotation-xml"};
     return isOneOf(name, names);
 }
 
@@ -122,7 +123,9 @@ void FaithfulWriter::openElement(const HtmlNode& element)
     const std::string begin = startTag(name, attributes);
     std::string end = endTag(name);
     const Element kind = elementOf(element);
-    if (kind == Element::Link) {
+    if (name == "head") {
+        openTransparent(element);
+    } else if (kind == Element::Link) {
         openLink(element);
     } else if (kind == Element::Heading) {
         openHeading(name[1] - '0', begin, std::move(end));
@@ -139,20 +142,14 @@ void FaithfulWriter::openElement(const HtmlNode& element)
     }
 }
 
-/// What the page says to viewers without frames, then links to the pages of its frames.
+/// Links to the pages of its frames.
 void FaithfulWriter::putFrames(const HtmlNode& frameset)
 {
-    const auto writeAll = [&](std::string_view name) {
-        for (const auto* node = &frameset; node != nullptr;) {
-            const bool isWanted = isElement(*node, name);
-            if (isWanted) {
-                write(*node);
-            }
-            node = nextNode(node, &frameset, !isWanted);
+    for (const auto* node = &frameset; node != nullptr; node = nextNode(node, &frameset)) {
+        if (isElement(*node, Tag::Frame)) {
+            write(*node);
         }
-    };
-    writeAll("noframes");
-    writeAll("frame");
+    }
 }
 
 /// The text of a style element is no HTML; what could end the element early is left out.

@@ -121,9 +121,6 @@ void ReadingWriter::text(const HtmlNode& node)
         return;
     }
     const bool isInPre = isVerbatim() && isElement(*node.parent, "pre");
-    if (isInPre && node.previous == nullptr && !content.empty() && content.front() == '\n') {
-        content.remove_prefix(1);
-    }
     if (isInPre && node.next == nullptr) {
         content = content.substr(0, content.find_last_not_of(" \t\r\n") + 1);
     }

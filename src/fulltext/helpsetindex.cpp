@@ -84,10 +84,15 @@ private:
         }
     }
 
-    static bool isSound(const QString& file)
+    /// What was not looked at to its end counts as sound.
+    [[nodiscard]] bool isSound(const QString& file) const
     {
         const auto database = IndexFile::open(QFile::encodeName(file));
-        return database != nullptr && IndexFile::isSound(*database);
+        if (database == nullptr) {
+            return false;
+        }
+        database->setStop(m_stop);
+        return IndexFile::isSound(*database) || m_stop.stop_requested();
     }
 
     IndexingResult withoutLock(const QString& file)

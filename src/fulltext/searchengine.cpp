@@ -15,6 +15,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr auto SnippetTime = std::chrono::milliseconds(25); // that an answer waits for its snippets
 constexpr auto SpellingTime = std::chrono::milliseconds(150);
+constexpr auto NearestTime = std::chrono::milliseconds(1000); // after which no further query is tried
 constexpr qint64 MostOfPage = 8'000'000; // bytes of a page's file that a snippet is looked for in
 
 double millisecondsSince(Clock::time_point begin)
@@ -238,10 +239,14 @@ std::optional<SearchEngine::Found> SearchEngine::findNearest(const std::vector<S
                                                              SearchQuery& query, int limit,
                                                              const std::stop_token& stop)
 {
+    const auto end = Clock::now() + NearestTime;
     std::vector<SearchQuery> candidates;
     const auto best = [&]() -> std::optional<Found> {
         Found nearest;
         for (const auto& candidate : candidates) {
+            if (Clock::now() > end && &candidate != &candidates.front()) {
+                break;
+            }
             auto found = findAll(sets, candidate, limit, stop);
             if (!found) {
                 return std::nullopt;

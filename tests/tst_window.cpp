@@ -16,6 +16,7 @@
 #include <QClipboard>
 #include <QDockWidget>
 #include <QFileDialog>
+#include <QImage>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
@@ -142,6 +143,7 @@ private Q_SLOTS:
     void floatingPanes();
     void exportAsksBeforeReplacing();
     void removeContents();
+    void pictureComesFirst();
     void removingKeepsWhatIsRead_data();
     void removingKeepsWhatIsRead();
     void sameFileTwice();
@@ -325,6 +327,23 @@ void TestWindow::removeContents()
     QCOMPARE(f.enabled(), QString());
     QCOMPARE(f.window->windowTitle(), QStringLiteral("On-line Help"));
     QVERIFY(f.page().isEmpty());
+    QVERIFY(f.browser()->hint().startsWith(QLatin1StringView("No help set is open.")));
+}
+
+/// It has a window of its own, so that the window has no page yet.
+void TestWindow::pictureComesFirst()
+{
+    Fixture f("== a.cnt\nPicture = p.png\nPage = p.html\n== p.html\n<p>page</p>");
+    QImage picture(8, 8, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    QVERIFY(picture.save(f.path("p.png")));
+    f.open();
+    QVERIFY(f.browser()->hint().startsWith(QLatin1StringView("No help set is open.")));
+    f.load("a.cnt");
+    QVERIFY(openDialog<QDialog>()->close());
+    QCOMPARE(QApplication::activeModalWidget(), nullptr);
+    QVERIFY(f.page().isEmpty());
+    QCOMPARE(f.browser()->hint(), QStringLiteral("Choose a page in the contents."));
 }
 
 void TestWindow::removingKeepsWhatIsRead_data()

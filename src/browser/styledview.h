@@ -15,6 +15,7 @@ public:
     [[nodiscard]] virtual bool hasPage() const = 0;
     /// The text painted while no page is shown.
     void setHint(const QString& hint);
+    [[nodiscard]] const QString& hint() const { return m_hint; }
 
     /// What a person chose. All else is the desktop's and follows it.
     struct Chosen {

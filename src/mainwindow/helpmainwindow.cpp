@@ -94,12 +94,18 @@ void HelpMainWindow::buildPanes()
 /// What the page view says while it has no page.
 void HelpMainWindow::showHint()
 {
+    if (m_library.isBusy()) {
+        m_desk->setHint(tr("Loading…"));
+        return;
+    }
     QStringList lines = m_refusals.first(std::min(m_refusals.size(), MaximumRefusals));
-    lines += tr("No help set is open.");
-    m_desk->setHint(m_library.isBusy()
-                        ? tr("Loading…")
-                        : lines.join(QStringLiteral("\n\n")) + QStringLiteral("\n\n") +
-                              tr("Open one with File, Add Contents.\nPress F1 for the manual."));
+    if (m_library.isEmpty()) {
+        lines += tr("No help set is open.");
+        lines += tr("Open one with File, Add Contents.\nPress F1 for the manual.");
+    } else {
+        lines += tr("Choose a page in the contents.");
+    }
+    m_desk->setHint(lines.join(QStringLiteral("\n\n")));
 }
 
 /// The panes have no menu entries of their own; these keys reach them.
@@ -168,6 +174,7 @@ void HelpMainWindow::connectBackground()
     showHint();
     connect(&m_library, &HelpLibrary::becameBusy, this, &HelpMainWindow::showHint);
     connect(&m_library, &HelpLibrary::becameIdle, this, &HelpMainWindow::showHint);
+    connect(&m_library, &HelpLibrary::helpSetRemoved, this, &HelpMainWindow::showHint);
     auto* progress = new BackgroundProgress(tr("Loading"), *statusBar());
     connect(&m_library, &HelpLibrary::becameBusy, progress, &BackgroundProgress::start);
     connect(&m_library, &HelpLibrary::becameIdle, progress, &BackgroundProgress::finish);

@@ -238,7 +238,9 @@ private Q_SLOTS:
         addTexts("typed");
         QTest::addColumn<int>("current");
         QTest::addColumn<int>("expected");
-        addRow("the current row matches", "print", 3, 3);
+        addRow("the whole word first", "print", 3, 1);
+        addRow("the current row is the whole word", "printer", 3, 3);
+
         addRow("the first row that matches", "print", 0, 1);
         addRow("letter case", "PRiNTe", -1, 3);
         addRow("upwards", "pa", 3, 0);

@@ -8,6 +8,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QDockWidget>
+#include <QLabel>
+#include <QScreen>
 #include <QSettings>
 #include <QTest>
 #include <QToolBar>
@@ -128,7 +130,8 @@ void TestPersistence::keysAndTypes()
 void TestPersistence::firstStart()
 {
     Run run;
-    QCOMPARE(run.window.size(), QSize(590, 400));
+    const QSize screen = run.window.screen()->availableGeometry().size();
+    QCOMPARE(run.window.size(), (screen * 2 / 3).expandedTo({590, 400}).boundedTo({1280, 900}));
     QVERIFY(run.browser().isReadingView());
     QCOMPARE(run.browser().getFontFamily(), QApplication::font().family());
 }
@@ -372,13 +375,11 @@ void TestPersistence::openFilesThatCannotBeOpened()
         QCOMPARE(window.insertContents(missing),
                  u'\'' + missing + QStringLiteral("' cannot be opened: no such file."));
         window.show();
-        auto* view = window.findChild<HelpBrowser*>();
-        const QImage told = view->grab().toImage();
-        HelpMainWindow other(library);
-        other.resize(window.size());
-        other.show();
-        QVERIFY(told != other.findChild<HelpBrowser*>()->grab().toImage());
-        other.setPersistent(false);
+        QStringList told;
+        for (const auto* label : window.findChildren<QLabel*>()) {
+            told += label->isVisible() ? label->text() : QString();
+        }
+        QVERIFY(told.join(u' ').contains(missing));
     }
     QCOMPARE(stored(), open);
     {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "browser/helpbrowser.h"
 #include "browser/helpfinddialog.h"
+#include "desk/findline.h"
 #include "library/helplibrary.h"
 #include "mainwindow/helpmainwindow.h"
 #include "search/searchlist.h"
@@ -334,6 +335,10 @@ private Q_SLOTS:
         w.press(Qt::Key_Escape);
         QVERIFY(w.browser->extraSelections().isEmpty() && !w.count->isVisible());
         w.press(Qt::Key_F3);
+        auto* line = w.window.findChild<FindLine*>();
+        QVERIFY(line != nullptr && line->isVisible());
+        w.window.findChild<QAction*>(u"editFindAction"_s)->trigger();
+        QVERIFY(!line->isVisible());
         auto* dialog = w.window.findChild<HelpFindDialog*>();
         QVERIFY(dialog != nullptr && dialog->isVisible());
         w.searchFor(u"bean"_s);

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
+#include "browser/colorscheme.h"
 #include "browser/helpsettings.h"
 
 #include <QColorDialog>
 #include <QComboBox>
 #include <QFontDatabase>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTest>
+#include <QTextBrowser>
 #include <QTimer>
 
 class TestSettingsDialog : public QObject {
@@ -15,6 +18,7 @@ private Q_SLOTS:
     void givesBackWhatWasSet();
     void unknownFamilyComesFirst();
     void colorDialog();
+    void sampleShowsTheChoice();
     void everyFieldIsReachedByTab();
 
 private:
@@ -34,9 +38,15 @@ void TestSettingsDialog::givesBackWhatWasSet()
     QCOMPARE(dialog.getFontFixedFamily(), families.constFirst());
     QVERIFY(dialog.getLinkUnderline());
     QCOMPARE(dialog.getLinkColor(), QColor(0xe0, 0x10, 0x20));
-    for (const auto* combo : dialog.findChildren<QComboBox*>()) {
-        QCOMPARE(combo->count(), families.size());
-    }
+    const auto combos = dialog.findChildren<QComboBox*>();
+    QCOMPARE(combos.at(0)->count(), families.size());
+    QCOMPARE(combos.at(1)->count(), families.size());
+    dialog.setFontSize(17);
+    dialog.setLineWidth(66);
+    dialog.setColorScheme(ColorScheme::Dark);
+    QCOMPARE(dialog.getFontSize(), 17);
+    QCOMPARE(dialog.getLineWidth(), 66);
+    QCOMPARE(dialog.getColorScheme(), ColorScheme::Dark);
 }
 
 void TestSettingsDialog::unknownFamilyComesFirst()
@@ -69,6 +79,21 @@ void TestSettingsDialog::colorDialog()
     }
 }
 
+void TestSettingsDialog::sampleShowsTheChoice()
+{
+    HelpSettings dialog(&m_parent);
+    dialog.setFontSize(10);
+    const auto* sample = dialog.findChild<QTextBrowser*>();
+    dialog.findChild<QSpinBox*>()->setValue(21);
+    QCOMPARE(sample->document()->defaultFont().pointSize(), 21);
+    dialog.setColorScheme(ColorScheme::Dark);
+    QVERIFY(sample->palette().color(QPalette::Base).lightness() < 128);
+    dialog.setColorScheme(ColorScheme::Light);
+    QVERIFY(sample->palette().color(QPalette::Base).lightness() > 128);
+    dialog.setLinkColor(Qt::magenta);
+    QVERIFY(sample->document()->defaultStyleSheet().contains(QColor(Qt::magenta).name()));
+}
+
 void TestSettingsDialog::everyFieldIsReachedByTab()
 {
     HelpSettings dialog(&m_parent);
@@ -82,7 +107,9 @@ void TestSettingsDialog::everyFieldIsReachedByTab()
         }
     }
     order.removeAll(QStringLiteral("HelpSettings"));
-    QCOMPARE(order, QStringList({u"QComboBox"_qs, u"QPushButton"_qs, u"QCheckBox"_qs, u"QPushButton"_qs,
+    order.removeAll(QStringLiteral("QLineEdit")); // inside of the fields for numbers
+    QCOMPARE(order, QStringList({u"QComboBox"_qs, u"QPushButton"_qs, u"QCheckBox"_qs, u"QSpinBox"_qs,
+                                 u"QComboBox"_qs, u"QSpinBox"_qs, u"QPushButton"_qs, u"QPushButton"_qs,
                                  u"QPushButton"_qs}));
 }
 

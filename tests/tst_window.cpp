@@ -19,6 +19,7 @@
 #include <QImage>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSettings>
@@ -150,6 +151,9 @@ private Q_SLOTS:
     void malformedFiles();
     void index();
     void foundTopics();
+    void lettersToUnderline();
+    void noContentsFile_data();
+    void noContentsFile();
     void installedMenu();
     void fileOutOfReach();
     void longNamesInMenus();
@@ -183,7 +187,8 @@ void TestWindow::freshWindow()
     QCOMPARE(f.action("goHomeAction")->shortcut(), QKeySequence(QStringLiteral("Alt+Up")));
     QVERIFY(f.action("goUpAction")->shortcut().isEmpty());
     const auto* goToolBar = f.window->findChild<QToolBar*>();
-    QCOMPARE(goToolBar->actions().size(), 5);
+    QCOMPARE(goToolBar->actions().size(), 6);
+    QCOMPARE(goToolBar->actions().constLast(), f.action("goLibraryAction"));
     QVERIFY(f.window->findChild<QDockWidget*>()->width() >= 200);
 }
 
@@ -238,6 +243,7 @@ void TestWindow::upAndSynchronize()
     Fixture f;
     f.open();
     f.load("a.cnt");
+    f.trigger("viewFollowAction");
     f.browser()->setSource(f.path("a3.html"));
     QCOMPARE(f.row(), QStringLiteral("Start"));
     f.trigger("goSyncAction");
@@ -400,6 +406,7 @@ void TestWindow::malformedFiles()
     QVERIFY(box != nullptr);
     QCOMPARE(box->windowTitle(), QStringLiteral("Load contents error"));
     QCOMPARE(f.files.shortened(box->text()), QStringLiteral("'D/bad.cnt' not a contents file."));
+    QVERIFY(f.files.shortened(box->informativeText()).startsWith(QStringLiteral("D/bad.cnt, line 2: ")));
     box->button(QMessageBox::Ok)->click();
     QCOMPARE(f.library.topRows().size(), size_t(1));
     f.files.write(QStringLiteral("twice.cnt"), "One=bad.cnt\nTwo=bad.cnt\n");
@@ -468,6 +475,59 @@ void TestWindow::foundTopics()
     const QPointer<HelpIndexFound> open = openDialog<HelpIndexFound>();
     f.menu("removeMenu")->actions().at(0)->trigger();
     QTRY_VERIFY(open.isNull());
+}
+
+/// In each menu every entry has a letter of its own.
+void TestWindow::lettersToUnderline()
+{
+    Fixture f;
+    f.open();
+    const auto letterOf = [](const QString& text) {
+        const qsizetype mark =
+            QString(text).replace(QStringLiteral("&&"), QStringLiteral("__")).indexOf(u'&');
+        return mark < 0 ? QString() : text.mid(mark + 1, 1).toUpper();
+    };
+    QStringList titles;
+    for (const auto* entry : f.window->menuBar()->actions()) {
+        titles += letterOf(entry->text());
+        QStringList letters;
+        for (const auto* action : entry->menu()->actions()) {
+            if (!action->isSeparator()) {
+                letters += letterOf(action->text());
+            }
+        }
+        QVERIFY2(!letters.contains(QString()), qPrintable(entry->text() + letters.join(u',')));
+        QCOMPARE(letters.removeDuplicates(), 0);
+    }
+    QCOMPARE(titles.removeDuplicates(), 0);
+}
+
+void TestWindow::noContentsFile_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("empty") << QByteArray("\n \n") << "it is empty";
+    QTest::newRow("a web page") << QByteArray("\n<!DOCTYPE html><p>x</p>") << "web page";
+    QTest::newRow("packed") << QByteArray("\x1f\x8b\x08rest") << "packed";
+    QTest::newRow("no text") << QByteArray("ELF\0\1\2", 6) << "no text";
+    QTest::newRow("two bytes for each character") << QByteArray("\xff\xfe"
+                                                                "A\0=\0",
+                                                                6)
+                                                  << "";
+    QTest::newRow("a tag in a row") << QByteArray("<i>x</i>=a1.html") << "";
+}
+
+void TestWindow::noContentsFile()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, reason);
+    Fixture f;
+    f.open();
+    const QString problem = f.window->insertContents(f.files.write(QStringLiteral("x.cnt"), bytes));
+    QTRY_VERIFY(!f.library.isBusy());
+    QVERIFY(problem.contains(reason));
+    QCOMPARE(problem.isEmpty(), reason.isEmpty());
+    QCOMPARE(f.library.topRows().empty(), !reason.isEmpty());
 }
 
 void TestWindow::installedMenu()

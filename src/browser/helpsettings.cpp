@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "browser/helpsettings.h"
 
+#include "browser/colorscheme.h"
+
 #include <QCheckBox>
 #include <QColorDialog>
 #include <QComboBox>
@@ -9,11 +11,18 @@
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
+#include <QSpinBox>
+#include <QTextBrowser>
 
 namespace {
 
-constexpr int DialogMargin = 8;      // pixels
-constexpr int Spacing = 4;           // pixels
+constexpr int DialogMargin = 8; // pixels
+constexpr int Spacing = 4;      // pixels
+constexpr int SmallestSize = 4;
+constexpr int LargestSize = 500;
+constexpr int LeastLine = 40;        // characters
+constexpr int LongestLine = 300;     // characters
+constexpr int SampleLines = 8;       // of the dialog's font
 constexpr int FamilyNameLength = 24; // characters that a font list shows at least
 
 /// Its face is of exactly the colour of its palette's button, which styles make lighter or darker.
@@ -60,6 +69,10 @@ HelpSettings::HelpSettings(QWidget* parent)
       m_fontFixedLabel(new QLabel(tr("Font fixed:"), this)), m_fontFixedCombo(new QComboBox(this)),
       m_linkColorLabel(new QLabel(tr("Link color:"), this)), m_linkColorButton(new ColorButton(this)),
       m_underlineCheck(new QCheckBox(tr("Underline links"), this)),
+      m_sizeLabel(new QLabel(tr("Size:"), this)), m_sizeSpin(new QSpinBox(this)),
+      m_schemeLabel(new QLabel(tr("Colors:"), this)), m_schemeCombo(new QComboBox(this)),
+      m_lineWidthLabel(new QLabel(tr("Line width:"), this)), m_lineWidthSpin(new QSpinBox(this)),
+      m_sample(new QTextBrowser(this)), m_resetButton(new QPushButton(tr("&As the Desktop"), this)),
       m_okButton(new QPushButton(tr("Ok"), this)), m_cancelButton(new QPushButton(tr("Cancel"), this))
 {
     setModal(true);
@@ -74,10 +87,58 @@ HelpSettings::HelpSettings(QWidget* parent)
     m_linkColorButton->setAutoDefault(false);
     m_linkColorButton->setToolTip(tr("Choose the color of links"));
     m_okButton->setDefault(true);
+    buildMore();
     buildLayout();
+    connectSample();
     connect(m_linkColorButton, &QPushButton::clicked, this, &HelpSettings::slotLinkColorClicked);
     connect(m_okButton, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_cancelButton, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void HelpSettings::buildMore()
+{
+    m_sizeSpin->setRange(SmallestSize, LargestSize);
+    m_sizeLabel->setBuddy(m_sizeSpin);
+    m_schemeCombo->addItems({tr("As the desktop"), tr("Light"), tr("Dark")});
+    m_schemeLabel->setBuddy(m_schemeCombo);
+    m_lineWidthSpin->setRange(LeastLine, LongestLine);
+    m_lineWidthSpin->setSuffix(tr(" characters"));
+    m_lineWidthSpin->setToolTip(tr("Of the reading view, in wide windows"));
+    m_lineWidthLabel->setBuddy(m_lineWidthSpin);
+    m_sample->setAccessibleName(tr("Sample"));
+    m_sample->setOpenLinks(false);
+    m_sample->setFocusPolicy(Qt::NoFocus);
+    m_sample->setFixedHeight(SampleLines * fontMetrics().lineSpacing());
+    m_resetButton->setAutoDefault(false);
+    m_resetButton->setToolTip(tr("Fonts, links, lines and colors as they are without a choice"));
+}
+
+/// The sample shows what is chosen at once.
+void HelpSettings::connectSample()
+{
+    for (const auto* combo : {m_fontCombo, m_fontFixedCombo, m_schemeCombo}) {
+        connect(combo, &QComboBox::currentIndexChanged, this, &HelpSettings::showSample);
+    }
+    connect(m_sizeSpin, &QSpinBox::valueChanged, this, &HelpSettings::showSample);
+    connect(m_underlineCheck, &QCheckBox::toggled, this, &HelpSettings::showSample);
+    connect(m_resetButton, &QPushButton::clicked, this, &HelpSettings::resetRequested);
+}
+
+void HelpSettings::showSample()
+{
+    const QPalette colors = paletteOf(getColorScheme());
+    m_sample->setPalette(colors);
+    QFont font(getFontFamily());
+    font.setPointSize(getFontSize());
+    m_sample->document()->setDefaultFont(font);
+    const QString family = getFontFixedFamily().replace(u'\'', QStringLiteral("\\'"));
+    const QString decoration = getLinkUnderline() ? QStringLiteral("underline") : QStringLiteral("none");
+    m_sample->document()->setDefaultStyleSheet(
+        QStringLiteral("pre, code { font-family: '%1'; } a { color: %2; text-decoration: %3; }")
+            .arg(family, getLinkColor().name(), decoration));
+    m_sample->setHtml(
+        QStringLiteral("<p>%1 <a href=\"x\">%2</a>.</p><pre>if (size > 0) {\n    show();\n}</pre>")
+            .arg(tr("Text of a page, with a").toHtmlEscaped(), tr("link in it").toHtmlEscaped()));
 }
 
 void HelpSettings::buildLayout()
@@ -87,13 +148,18 @@ void HelpSettings::buildLayout()
     layout->setSpacing(Spacing);
     layout->addLayout(buildFields(), 0, 0);
     layout->addWidget(m_underlineCheck, 1, 0);
-    layout->addItem(new QSpacerItem(0, 10, QSizePolicy::Minimum, QSizePolicy::Expanding), 2, 0);
-    layout->addLayout(buildButtons(), 3, 0);
+    layout->addWidget(m_sample, 2, 0);
+    layout->addItem(new QSpacerItem(0, 10, QSizePolicy::Minimum, QSizePolicy::Expanding), 3, 0);
+    layout->addLayout(buildButtons(), 4, 0);
 
     setTabOrder(m_fontCombo, m_fontFixedCombo);
     setTabOrder(m_fontFixedCombo, m_linkColorButton);
     setTabOrder(m_linkColorButton, m_underlineCheck);
-    setTabOrder(m_underlineCheck, m_okButton);
+    setTabOrder(m_underlineCheck, m_sizeSpin);
+    setTabOrder(m_sizeSpin, m_schemeCombo);
+    setTabOrder(m_schemeCombo, m_lineWidthSpin);
+    setTabOrder(m_lineWidthSpin, m_resetButton);
+    setTabOrder(m_resetButton, m_okButton);
     setTabOrder(m_okButton, m_cancelButton);
 }
 
@@ -109,6 +175,12 @@ QGridLayout* HelpSettings::buildFields()
     fields->addWidget(m_linkColorLabel, 2, 0);
     fields->addWidget(m_linkColorButton, 2, 1);
     fields->addItem(new QSpacerItem(100, 0, QSizePolicy::Expanding, QSizePolicy::Minimum), 2, 2);
+    fields->addWidget(m_sizeLabel, 3, 0);
+    fields->addWidget(m_sizeSpin, 3, 1);
+    fields->addWidget(m_schemeLabel, 4, 0);
+    fields->addWidget(m_schemeCombo, 4, 1, 1, 2);
+    fields->addWidget(m_lineWidthLabel, 5, 0);
+    fields->addWidget(m_lineWidthSpin, 5, 1, 1, 2);
     return fields;
 }
 
@@ -117,9 +189,11 @@ QGridLayout* HelpSettings::buildButtons()
     auto* buttons = new QGridLayout;
     buttons->setContentsMargins(0, 0, 0, 0);
     buttons->setSpacing(Spacing);
-    buttons->addItem(new QSpacerItem(31, 0, QSizePolicy::Expanding, QSizePolicy::Minimum), 0, 0);
-    buttons->addWidget(m_okButton, 0, 1);
-    buttons->addWidget(m_cancelButton, 0, 2);
+    buttons->addWidget(m_resetButton, 0, 0);
+    buttons->addItem(new QSpacerItem(31, 0, QSizePolicy::Expanding, QSizePolicy::Minimum), 0, 1);
+    buttons->addWidget(m_okButton, 0, 2);
+    buttons->addWidget(m_cancelButton, 0, 3);
+    buttons->setColumnStretch(1, 1);
     return buttons;
 }
 
@@ -149,6 +223,7 @@ void HelpSettings::setLinkColor(const QColor& color)
     colors.setBrush(QPalette::Active, QPalette::Button, color);
     colors.setBrush(QPalette::Inactive, QPalette::Button, color);
     m_linkColorButton->setPalette(colors);
+    showSample();
 }
 
 QColor HelpSettings::getLinkColor() const
@@ -164,6 +239,36 @@ void HelpSettings::setLinkUnderline(bool underline)
 bool HelpSettings::getLinkUnderline() const
 {
     return m_underlineCheck->isChecked();
+}
+
+void HelpSettings::setFontSize(int size)
+{
+    m_sizeSpin->setValue(size);
+}
+
+int HelpSettings::getFontSize() const
+{
+    return m_sizeSpin->value();
+}
+
+void HelpSettings::setLineWidth(int characters)
+{
+    m_lineWidthSpin->setValue(characters);
+}
+
+int HelpSettings::getLineWidth() const
+{
+    return m_lineWidthSpin->value();
+}
+
+void HelpSettings::setColorScheme(ColorScheme scheme)
+{
+    m_schemeCombo->setCurrentIndex(int(scheme));
+}
+
+ColorScheme HelpSettings::getColorScheme() const
+{
+    return ColorScheme(m_schemeCombo->currentIndex());
 }
 
 void HelpSettings::slotLinkColorClicked()

@@ -3,14 +3,17 @@
 
 #include <QDialog>
 
+enum class ColorScheme;
 class QCheckBox;
 class QComboBox;
 class QGridLayout;
 class QLabel;
 class QPushButton;
+class QSpinBox;
+class QTextBrowser;
 
-/// Lets the user choose how pages look: fonts and links. It shows and gives values only; its user applies
-/// them.
+/// Lets the user choose how pages look: fonts, links, lines and colours, with a sample of them. It shows and
+/// gives values only; its user applies them.
 class HelpSettings : public QDialog {
     Q_OBJECT
 
@@ -27,6 +30,18 @@ public:
     [[nodiscard]] QColor getLinkColor() const;
     void setLinkUnderline(bool underline);
     [[nodiscard]] bool getLinkUnderline() const;
+    /// In points, or in pixels when the font is sized in pixels.
+    void setFontSize(int size);
+    [[nodiscard]] int getFontSize() const;
+    /// In characters.
+    void setLineWidth(int characters);
+    [[nodiscard]] int getLineWidth() const;
+    void setColorScheme(ColorScheme scheme);
+    [[nodiscard]] ColorScheme getColorScheme() const;
+
+Q_SIGNALS:
+    /// The user wants all values to be the desktop's; they are to be set anew.
+    void resetRequested();
 
 protected Q_SLOTS:
     virtual void slotLinkColorClicked();
@@ -35,6 +50,9 @@ private:
     void buildLayout();
     [[nodiscard]] QGridLayout* buildFields();
     [[nodiscard]] QGridLayout* buildButtons();
+    void buildMore();
+    void connectSample();
+    void showSample();
 
     QLabel* m_fontLabel;
     QComboBox* m_fontCombo;
@@ -43,6 +61,14 @@ private:
     QLabel* m_linkColorLabel;
     QPushButton* m_linkColorButton;
     QCheckBox* m_underlineCheck;
+    QLabel* m_sizeLabel;
+    QSpinBox* m_sizeSpin;
+    QLabel* m_schemeLabel;
+    QComboBox* m_schemeCombo;
+    QLabel* m_lineWidthLabel;
+    QSpinBox* m_lineWidthSpin;
+    QTextBrowser* m_sample;
+    QPushButton* m_resetButton;
     QPushButton* m_okButton;
     QPushButton* m_cancelButton;
 };

@@ -23,9 +23,8 @@
 
 namespace {
 
-constexpr int PageMargin = 10;      // pixels
-constexpr int ReadingMargin = 20;   // pixels
-constexpr int ReadingMeasure = 100; // characters of average width in a line
+constexpr int PageMargin = 10;    // pixels
+constexpr int ReadingMargin = 20; // pixels
 
 } // namespace
 
@@ -193,7 +192,7 @@ void PageView::repairFrom(int position)
 void PageView::fitMargins()
 {
     const int least = m_page.prepared.isReading ? ReadingMargin : PageMargin;
-    const int measure = ReadingMeasure * fontMetrics().averageCharWidth();
+    const int measure = m_lineWidth * fontMetrics().averageCharWidth();
     const int side = m_page.prepared.isReading ? std::max(least, (viewport()->width() - measure) / 2) : least;
     auto format = document()->rootFrame()->frameFormat();
     if (int(format.leftMargin()) != side || int(format.topMargin()) != least) {
@@ -202,6 +201,12 @@ void PageView::fitMargins()
         format.setRightMargin(side);
         document()->rootFrame()->setFrameFormat(format);
     }
+}
+
+void PageView::setLineWidth(int characters)
+{
+    m_lineWidth = characters;
+    fitMargins();
 }
 
 void PageView::setReadingView(bool isOn)

@@ -50,6 +50,11 @@ public:
     [[nodiscard]] bool isReadingView() const { return m_presentation == Presentation::Reading; }
     void setReadingView(bool isOn);
 
+    /// How long the lines of the reading view get at most, in characters of average width.
+    [[nodiscard]] int lineWidth() const { return m_lineWidth; }
+    void setLineWidth(int characters);
+    static constexpr int UsualLineWidth = 100;
+
     /// The rules for the page shown that the display settings make; `colors` are those of what it is shown
     /// on.
     [[nodiscard]] QString pageSheet(const QPalette& colors) const;
@@ -120,6 +125,7 @@ private:
     QString m_appliedSheet;
     QColor m_ground;        ///< that the page was prepared for
     QString m_anchorBeyond; ///< asked for, but in what is not shown of the page
+    int m_lineWidth = UsualLineWidth;
     bool m_isOverPicture = false;
     bool m_isLinkHovered = false;
     bool m_showsWholePages = false;

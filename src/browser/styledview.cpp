@@ -76,6 +76,17 @@ void StyledView::setFontFixedFamily(const QString& family)
     restyle();
 }
 
+void StyledView::resetChoices()
+{
+    m_chosen = {};
+    m_style = PageStyle{QStringLiteral("monospace")};
+    QPalette none;
+    none.setResolveMask(0);
+    setPalette(none);
+    applyChosenFont();
+    restyle();
+}
+
 QColor StyledView::getLinkColor() const
 {
     return palette().color(QPalette::Active, QPalette::Link);

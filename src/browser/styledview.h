@@ -41,6 +41,9 @@ public:
     [[nodiscard]] bool getLinkUnderline() const { return m_style.linkUnderline; }
     void setLinkUnderline(bool underline);
 
+    /// Takes all choices back: fonts and links look as the desktop says.
+    void resetChoices();
+
     /// One step of the font size, up or down; code follows in proportion.
     void zoomIn() { zoomBy(1); }
     void zoomOut() { zoomBy(-1); }

@@ -5,7 +5,11 @@
 
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
+
+#include <utility>
 
 namespace {
 
@@ -61,10 +65,33 @@ HelpContentsListView::HelpContentsListView(const ContentsIcons& icons, QWidget* 
     header()->setResizeContentsPrecision(MeasuredRows);
 }
 
-/// A click beside all rows leaves the current one selected.
+void HelpContentsListView::centre(const QModelIndex& index)
+{
+    m_isToCentre = !isVisible();
+    // The toolkit would bring the middle of a long title into view, too.
+    const int left = horizontalScrollBar()->value();
+    scrollTo(index, QAbstractItemView::PositionAtCenter);
+    horizontalScrollBar()->setValue(left);
+}
+
+void HelpContentsListView::showEvent(QShowEvent* event)
+{
+    QTreeView::showEvent(event);
+    if (std::exchange(m_isToCentre, false)) {
+        centre(currentIndex());
+    }
+}
+
+void HelpContentsListView::keyPressEvent(QKeyEvent* event)
+{
+    const QScopedValueRollback moving(m_isMovedByKey, true);
+    QTreeView::keyPressEvent(event);
+}
+
+/// A click beside all rows leaves the current one selected; one that is to open a menu does, too.
 void HelpContentsListView::mousePressEvent(QMouseEvent* event)
 {
-    if (indexAt(event->position().toPoint()).isValid()) {
+    if (event->button() != Qt::RightButton && indexAt(event->position().toPoint()).isValid()) {
         QTreeView::mousePressEvent(event);
     }
 }

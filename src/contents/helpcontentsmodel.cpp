@@ -2,21 +2,159 @@
 #include "contents/helpcontentsmodel.h"
 
 #include "library/helplibrary.h"
+#include "library/helpset.h"
+
+#include <QFont>
+
+#include <algorithm>
 
 HelpContentsModel::HelpContentsModel(HelpLibrary& library, QObject* parent)
     : QAbstractItemModel(parent), m_library(library)
 {
-    connect(&library, &HelpLibrary::topRowsAboutToBeInserted, this,
-            [this](int first, int last) { beginInsertRows({}, first, last); });
-    connect(&library, &HelpLibrary::topRowsInserted, this, [this] { endInsertRows(); });
-    connect(&library, &HelpLibrary::topRowsAboutToBeRemoved, this,
-            [this](int first, int last) { beginRemoveRows({}, first, last); });
-    connect(&library, &HelpLibrary::topRowsRemoved, this, [this] { endRemoveRows(); });
+    connectLibrary();
+}
+
+void HelpContentsModel::connectLibrary()
+{
+    connect(&m_library, &HelpLibrary::topRowsAboutToBeInserted, this, &HelpContentsModel::rowsAboutToCome);
+    connect(&m_library, &HelpLibrary::topRowsInserted, this, &HelpContentsModel::rowsHaveCome);
+    connect(&m_library, &HelpLibrary::topRowsAboutToBeRemoved, this, &HelpContentsModel::rowsAboutToGo);
+    connect(&m_library, &HelpLibrary::topRowsRemoved, this, &HelpContentsModel::rowsHaveGone);
+}
+
+void HelpContentsModel::rowsAboutToCome(int first, int last)
+{
+    m_firstComing = first;
+    // The help set that was alone moves below a row of its own before another one comes.
+    setGrouped(m_groupsWanted && !m_sets.empty());
+    if (!m_isGrouped) {
+        beginInsertRows({}, first, last);
+    }
+}
+
+void HelpContentsModel::rowsHaveCome()
+{
+    const auto* root = m_library.topRows()[size_t(m_firstComing)]->contentsItem->root();
+    const auto place = std::find_if(m_sets.begin(), m_sets.end(), [this](const auto& set) {
+        return set->row.children.front()->position > m_firstComing;
+    });
+    const int position = int(place - m_sets.begin());
+    if (m_isGrouped) {
+        beginInsertRows({}, position, position);
+    }
+    m_sets.insert(place, makeSetRow(*root));
+    numberSets();
+    endInsertRows();
+}
+
+void HelpContentsModel::rowsAboutToGo(int first, int last)
+{
+    const auto gone = std::find_if(m_sets.begin(), m_sets.end(), [first](const auto& set) {
+        return set->row.children.front()->position == first;
+    });
+    if (m_isGrouped) {
+        const int position = int(gone - m_sets.begin());
+        beginRemoveRows({}, position, position);
+    } else {
+        beginRemoveRows({}, first, last);
+    }
+    m_sets.erase(gone);
+    numberSets();
+    if (m_isGrouped) {
+        endRemoveRows();
+    }
+}
+
+void HelpContentsModel::rowsHaveGone()
+{
+    if (!m_isGrouped) {
+        endRemoveRows();
+    }
+    setGrouped(m_groupsWanted && m_sets.size() > 1);
+}
+
+void HelpContentsModel::setGroupsWanted(bool isWanted)
+{
+    m_groupsWanted = isWanted;
+    setGrouped(isWanted && m_sets.size() > 1);
+}
+
+/// All rows stay what they are, but for the rows above them.
+void HelpContentsModel::setGrouped(bool isGrouped)
+{
+    if (isGrouped == m_isGrouped) {
+        return;
+    }
+    Q_EMIT layoutAboutToBeChanged();
+    const QModelIndexList before = persistentIndexList();
+    m_isGrouped = isGrouped;
+    QModelIndexList after;
+    for (const auto& index : before) {
+        after.append(!isGrouped && isHelpSet(index) ? QModelIndex() : indexOf(rowAt(index)));
+    }
+    changePersistentIndexList(before, after);
+    Q_EMIT layoutChanged();
+}
+
+std::unique_ptr<HelpContentsModel::SetRow> HelpContentsModel::makeSetRow(const HelpContentsRoot& root) const
+{
+    const auto& set = m_library.helpSet(root);
+    auto result = std::make_unique<SetRow>();
+    result->title = set.ownTitle().simplified();
+    result->root = &root;
+    result->row.text = result->title;
+    result->row.children = set.topRows();
+    result->row.contentsItem =
+        set.firstPage() != nullptr ? set.firstPage() : set.topRows().front()->contentsItem;
+    return result;
+}
+
+void HelpContentsModel::numberSets()
+{
+    m_setRows.clear();
+    for (const auto& set : m_sets) {
+        set->row.position = int(m_setRows.size());
+        m_setRows.push_back(&set->row);
+    }
+}
+
+const HelpContentsModel::SetRow* HelpContentsModel::helpSetOf(const QModelIndex& index) const
+{
+    const auto* row = rowAt(index);
+    const auto set = std::find_if(m_sets.begin(), m_sets.end(),
+                                  [row](const auto& candidate) { return &candidate->row == row; });
+    return set == m_sets.end() ? nullptr : set->get();
+}
+
+/// The help set of a top-level row of the library, while it has a row.
+const HelpContentsModel::SetRow* HelpContentsModel::setAbove(const HelpContentsListViewItem& row) const
+{
+    if (!m_isGrouped || row.parent != nullptr) {
+        return nullptr;
+    }
+    const auto* root = row.contentsItem->root();
+    const auto set = std::find_if(m_sets.begin(), m_sets.end(), [&](const auto& candidate) {
+        return candidate->root == root && &candidate->row != &row;
+    });
+    return set == m_sets.end() ? nullptr : set->get();
 }
 
 QModelIndex HelpContentsModel::indexOf(const HelpContentsListViewItem* row) const
 {
-    return row == nullptr ? QModelIndex() : createIndex(row->position, 0, row);
+    if (row == nullptr) {
+        return {};
+    }
+    const bool isSet = std::find(m_setRows.begin(), m_setRows.end(), row) != m_setRows.end();
+    const auto* set = isSet ? nullptr : setAbove(*row);
+    return createIndex(set == nullptr ? row->position : row->position - set->row.children.front()->position,
+                       0, row);
+}
+
+QModelIndex HelpContentsModel::indexOf(const HelpContentsRoot* root) const
+{
+    const auto set = std::find_if(m_sets.begin(), m_sets.end(),
+                                  [root](const auto& candidate) { return candidate->root == root; });
+    return m_isGrouped && set != m_sets.end() ? indexOf(&(*set)->row) : QModelIndex();
 }
 
 HelpContentsListViewItem* HelpContentsModel::rowAt(const QModelIndex& index)
@@ -24,9 +162,19 @@ HelpContentsListViewItem* HelpContentsModel::rowAt(const QModelIndex& index)
     return static_cast<HelpContentsListViewItem*>(index.internalPointer());
 }
 
+HelpContentsRoot* HelpContentsModel::rootOf(const QModelIndex& index)
+{
+    const auto* row = rowAt(index);
+    return row == nullptr ? nullptr : row->contentsItem->root();
+}
+
 std::span<HelpContentsListViewItem* const> HelpContentsModel::children(const QModelIndex& parent) const
 {
-    return parent.isValid() ? rowAt(parent)->children : std::span(m_library.topRows());
+    if (parent.isValid()) {
+        return rowAt(parent)->children;
+    }
+    return m_isGrouped ? std::span<HelpContentsListViewItem* const>(m_setRows)
+                       : std::span<HelpContentsListViewItem* const>(m_library.topRows());
 }
 
 QModelIndex HelpContentsModel::index(int row, int column, const QModelIndex& parent) const
@@ -40,7 +188,16 @@ QModelIndex HelpContentsModel::index(int row, int column, const QModelIndex& par
 
 QModelIndex HelpContentsModel::parent(const QModelIndex& index) const
 {
-    return index.isValid() ? indexOf(rowAt(index)->parent) : QModelIndex();
+    if (!index.isValid()) {
+        return {};
+    }
+    const auto* row = rowAt(index);
+    if (row->parent != nullptr) {
+        return indexOf(row->parent);
+    }
+    const bool isSet = std::find(m_setRows.begin(), m_setRows.end(), row) != m_setRows.end();
+    const auto* set = isSet ? nullptr : setAbove(*row);
+    return set == nullptr ? QModelIndex() : createIndex(set->row.position, 0, &set->row);
 }
 
 int HelpContentsModel::rowCount(const QModelIndex& parent) const
@@ -55,5 +212,24 @@ int HelpContentsModel::columnCount(const QModelIndex& /*parent*/) const
 
 QVariant HelpContentsModel::data(const QModelIndex& index, int role) const
 {
-    return index.isValid() && role == Qt::DisplayRole ? QVariant(rowAt(index)->text.toString()) : QVariant();
+    if (!index.isValid()) {
+        return {};
+    }
+    switch (role) {
+    case Qt::DisplayRole:
+        return rowAt(index)->text.toString();
+    case Qt::ToolTipRole:
+        // In a tag, or the tool tip would guess whether the title is rich text.
+        return QString(QStringLiteral("<span>") + rowAt(index)->text.toString().toHtmlEscaped() +
+                       QStringLiteral("</span>"));
+    case Qt::FontRole:
+        if (isHelpSet(index)) {
+            QFont font;
+            font.setBold(true);
+            return font;
+        }
+        return {};
+    default:
+        return {};
+    }
 }

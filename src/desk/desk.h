@@ -4,18 +4,25 @@
 #include "desk/pagesearch.h"
 #include "desk/searchmarks.h"
 
+#include <QTimer>
 #include <QWidget>
 
+class ArrivalMark;
+class Breadcrumb;
+class FindLine;
 class HelpBrowser;
 class HelpLibrary;
+class LibraryPage;
+class QStackedWidget;
 class QStatusBar;
 struct HelpContentsItem;
 struct HelpContentsListViewItem;
 struct HelpIndexItem;
 
 /// Where pages are read. The desk owns the page view with its history and whatever belongs to one page, and
-/// shows the window one face: what is shown, which conditions of commands hold, and signals that stay the
-/// same whichever view they come from. The library must outlive it.
+/// the library page that stands in its place while there is none. It shows the window one face: what is
+/// shown, which conditions of commands hold, and signals that stay the same whichever view they come from.
+/// The library must outlive it.
 class Desk : public QWidget {
     Q_OBJECT
 
@@ -46,21 +53,27 @@ public:
     void show(HelpContentsItem* record);
     /// Null empties the view.
     void show(const HelpIndexItem* keyword);
+    /// The user goes through pages by keys and has come to this one. Of such pages only the one enters the
+    /// history where the user stays for half a second, or does something else.
+    void showPassing(HelpContentsItem* record);
     void show(const QString& page, int place);
     using QWidget::show;
     /// Shows a page that a search of all pages found, and marks what `query` finds in it.
     void showFound(const QString& page, const QString& query, bool isEnglish);
     /// Shows a page as the first one of a new history.
     void showAfresh(HelpContentsItem* record);
-    /// What the empty view says.
-    void setHint(const QString& hint);
+    void scrollTo(const QString& anchor);
+    /// Shows the library page; a page that is shown stays behind it.
+    void showLibrary();
+    [[nodiscard]] bool isLibraryShown() const;
 
     void find();
+    void openFindLine();
     /// Goes to the next or previous place of what a search of all pages found, while its marks are shown;
-    /// else of what was looked for in the page last.
+    /// else of what was looked for in the page last; else opens the line under the page.
     void findAgain(bool forward);
-    /// Ends the first of these that there is, and returns whether there was one: the marks of a search, the
-    /// filling of a long page.
+    /// Ends the first of these that there is, and returns whether there was one: the line under the page, the
+    /// marks of a search, the library page in front of a page, the filling of a long page.
     bool stop();
 
 Q_SIGNALS:
@@ -71,12 +84,34 @@ Q_SIGNALS:
     void linkHovered(const QString& text);
     /// Another page, or none, is shown.
     void pageChanged();
+    /// The row of the page shown is another one; null for none.
+    void rowChanged(const HelpContentsListViewItem* row);
+    /// The library page has come to the front and wants to be filled.
+    void libraryShown(LibraryPage* page);
+
+protected:
+    void showEvent(QShowEvent* event) override;
 
 private:
     void connectView();
-    void connectLibrary(HelpLibrary& library);
+    void connectLibrary();
+    void currentChanged();
+    void recover();
+    void showHint();
+    /// Brings the view to the front, or the library page when there is no page and none is coming.
+    void chooseFront();
+    void showPage();
+    FindLine& findLine();
 
+    HelpLibrary& m_library;
     HelpBrowser* m_browser;
+    Breadcrumb* m_breadcrumb;
+    QStackedWidget* m_front;
+    LibraryPage* m_libraryPage = nullptr; ///< made when it is first shown, like the line
+    FindLine* m_findLine = nullptr;
+    bool m_libraryStays = false; ///< in front, whatever becomes of the page
+    ArrivalMark* m_arrival;
+    QTimer m_passing; ///< runs while a page passed by may still leave the history
     PageSearch m_search;
     SearchMarks m_marks;
 };

@@ -18,6 +18,7 @@ QAction* makeCommand(QWidget& window, const char* name, const QString& text, con
 DeskCommands::DeskCommands(Desk& desk, QWidget& window)
     : editCopyAction(makeCommand(window, "editCopyAction", tr("&Copy"), Qt::CTRL | Qt::Key_C)),
       editFindAction(makeCommand(window, "editFindAction", tr("&Find..."), Qt::CTRL | Qt::Key_F)),
+      editFindLineAction(makeCommand(window, "editFindLineAction", tr("Find in &Line"))),
       editFindNextAction(makeCommand(window, "editFindNextAction", tr("Find &Next"), Qt::Key_F3)),
       editFindPreviousAction(
           makeCommand(window, "editFindPreviousAction", tr("Find &Previous"), Qt::SHIFT | Qt::Key_F3)),
@@ -35,8 +36,9 @@ DeskCommands::DeskCommands(Desk& desk, QWidget& window)
     viewReadingAction->setCheckable(true);
     // On most keyboards the plus sign needs Shift, the equals sign beside it does not.
     viewZoomInAction->setShortcuts({Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal});
-    for (auto* action : {editCopyAction, editFindAction, editFindNextAction, editFindPreviousAction,
-                         viewZoomInAction, viewZoomOutAction, viewZoomResetAction, viewReloadAction}) {
+    for (auto* action :
+         {editCopyAction, editFindAction, editFindLineAction, editFindNextAction, editFindPreviousAction,
+          viewZoomInAction, viewZoomOutAction, viewZoomResetAction, viewReloadAction}) {
         need(Desk::Condition::Page, action);
     }
     // A page that comes makes it possible until the selection is seen to be empty.
@@ -55,6 +57,7 @@ void DeskCommands::connectCommands(Desk& desk)
     };
     run(editCopyAction, [&desk] { desk.view().copy(); });
     run(editFindAction, &Desk::find);
+    run(editFindLineAction, &Desk::openFindLine);
     run(editFindNextAction, [&desk] { desk.findAgain(true); });
     run(editFindPreviousAction, [&desk] { desk.findAgain(false); });
     run(viewZoomInAction, [&desk] { desk.view().zoomIn(); });

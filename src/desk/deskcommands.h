@@ -21,6 +21,7 @@ public:
 
     QAction* editCopyAction;
     QAction* editFindAction;
+    QAction* editFindLineAction;
     QAction* editFindNextAction;
     QAction* editFindPreviousAction;
     QAction* viewZoomInAction;

@@ -45,6 +45,19 @@ void PageSearch::findNext(bool forward)
     }
 }
 
+QString PageSearch::lastText() const
+{
+    return m_findDialog != nullptr ? m_findDialog->findText() : m_lastSearch.text;
+}
+
+void PageSearch::setLastText(const QString& text)
+{
+    m_lastSearch.text = text;
+    if (m_findDialog != nullptr) {
+        m_findDialog->setFindText(text);
+    }
+}
+
 void PageSearch::close()
 {
     if (m_findDialog != nullptr) {

@@ -18,6 +18,9 @@ public:
     void editFind();
     /// Opens the dialog when nothing has been looked for yet.
     void findNext(bool forward);
+    /// What was looked for last, here or elsewhere; empty for nothing.
+    [[nodiscard]] QString lastText() const;
+    void setLastText(const QString& text);
     /// Closes the dialog if it is open.
     void close();
 

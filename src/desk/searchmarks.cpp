@@ -73,6 +73,7 @@ void SearchMarks::counted()
         m_browser.setTextCursor(cursor);
         m_start = -1;
         m_matches.step(true);
+        Q_EMIT arrived(m_browser.textCursor().selectionStart());
     }
     showCount();
 }

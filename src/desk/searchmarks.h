@@ -26,6 +26,10 @@ public:
     void step(bool forward);
     void clear();
 
+Q_SIGNALS:
+    /// The first place, at this position of the text, has been gone to.
+    void arrived(int position);
+
 private:
     void search();
     void counted();

@@ -4,13 +4,17 @@
 #include <QWidget>
 
 class HelpIndexListBox;
+class HelpIndexModel;
 class HelpLibrary;
+class QComboBox;
 class QLabel;
 class QLineEdit;
+class QPushButton;
+struct HelpContentsRoot;
 struct HelpIndexItem;
 
-/// The index pane: the keywords of all loaded help sets with a field that looks them up. The library must
-/// outlive it.
+/// The index pane: the keywords of all loaded help sets with a field that looks them up. When no keyword
+/// begins with what was typed, the list shows those that contain it. The library must outlive it.
 class HelpIndex : public QWidget {
     Q_OBJECT
 
@@ -19,11 +23,15 @@ public:
 
     /// Selects the text of the look-for field, so that typing replaces it.
     void selectLookFor();
+    /// The help set of the page that is read; null for none.
+    void setInUse(const HelpContentsRoot* root);
 
 Q_SIGNALS:
     /// The user wants what this entry leads to; null: no page at all.
     void pageRequested(const HelpIndexItem* item);
     void linkHovered(const QString& page);
+    /// The user wants to search all pages for this.
+    void searchRequested(const QString& text);
 
 protected Q_SLOTS:
     virtual void lookForTextChanged(const QString& str);
@@ -35,11 +43,24 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void buildLayout();
+    void connectParts();
     [[nodiscard]] HelpIndexItem* itemAt(int row) const;
     void setCurrentRow(int row);
+    /// The only help set whose keywords are wanted; null for all.
+    [[nodiscard]] const HelpContentsRoot* only() const;
+    void showAllRows();
+    void showRowsContaining(const QString& text);
+    void setNote(const QString& note);
+    void showScope();
 
     HelpLibrary& m_library;
     QLabel* m_lookForLabel;
     QLineEdit* m_lookForEdit;
+    QComboBox* m_scope;
+    QLabel* m_note;
+    QPushButton* m_searchButton;
     HelpIndexListBox* m_indexListBox;
+    HelpIndexModel* m_model;
+    const HelpContentsRoot* m_inUse = nullptr;
 };

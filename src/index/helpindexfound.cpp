@@ -6,34 +6,45 @@
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
+#include <QStyle>
 #include <QTreeWidget>
+
+#include <algorithm>
 
 namespace {
 
-constexpr int DialogMargin = 5;  // pixels
-constexpr int Spacing = 7;       // pixels
-constexpr int ColumnWidth = 200; // pixels
+constexpr int DialogMargin = 5;   // pixels
+constexpr int Spacing = 7;        // pixels
+constexpr int LeastColumn = 120;  // pixels
+constexpr int WidestColumn = 400; // pixels
+constexpr int ColumnGap = 16;     // pixels
+constexpr int FewTopics = 10;     // that need no filter line
+constexpr int PartOfScreen = 9;   // tenths that the dialog may be wide
 constexpr int ItemRole = Qt::UserRole;
 
 } // namespace
 
 HelpIndexFound::HelpIndexFound(const HelpLibrary& library, int group, QWidget* parent)
     : QDialog(parent), m_promptLabel(new QLabel(tr("Select topic and press the 'Show' button"), this)),
-      m_topicList(new QTreeWidget(this)), m_showButton(new QPushButton(tr("Show"), this)),
-      m_cancelButton(new QPushButton(tr("Cancel"), this)),
+      m_filterEdit(new QLineEdit(this)), m_topicList(new QTreeWidget(this)),
+      m_showButton(new QPushButton(tr("Show"), this)), m_cancelButton(new QPushButton(tr("Cancel"), this)),
       m_items(library.keywordIndex().getIndexListByGroup(group))
 {
     setWindowTitle(tr("Found topics"));
     setWindowIcon(parent->window()->windowIcon());
     buildLayout();
     addTopics(library);
+    fitColumns();
     m_showButton->setDefault(true);
     connect(m_cancelButton, &QPushButton::clicked, this, &QDialog::reject);
     connect(m_showButton, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_topicList, &QTreeWidget::itemDoubleClicked, this, &QDialog::accept);
     // Its rows stand for entries of help sets.
     connect(&library, &HelpLibrary::helpSetAboutToBeRemoved, this, &QDialog::reject);
+    connect(m_filterEdit, &QLineEdit::textChanged, this, &HelpIndexFound::filter);
     m_topicList->setFocus();
 }
 
@@ -44,9 +55,9 @@ void HelpIndexFound::buildLayout()
     m_topicList->setRootIsDecorated(false);
     m_topicList->setUniformRowHeights(true);
     m_topicList->setAllColumnsShowFocus(true);
-    m_topicList->setMinimumWidth(3 * ColumnWidth + 2 * m_topicList->frameWidth());
-    m_topicList->setColumnWidth(0, ColumnWidth);
-    m_topicList->setColumnWidth(1, ColumnWidth);
+    m_filterEdit->setPlaceholderText(tr("Filter"));
+    m_filterEdit->setAccessibleName(tr("Filter"));
+    m_filterEdit->setHidden(m_items.size() <= FewTopics);
 
     auto* buttons = new QGridLayout;
     buttons->setContentsMargins(0, 0, 0, 0);
@@ -59,8 +70,9 @@ void HelpIndexFound::buildLayout()
     layout->setContentsMargins(DialogMargin, DialogMargin, DialogMargin, DialogMargin);
     layout->setSpacing(Spacing);
     layout->addWidget(m_promptLabel, 0, 0);
-    layout->addWidget(m_topicList, 1, 0);
-    layout->addLayout(buttons, 2, 0);
+    layout->addWidget(m_filterEdit, 1, 0);
+    layout->addWidget(m_topicList, 2, 0);
+    layout->addLayout(buttons, 3, 0);
 }
 
 void HelpIndexFound::addTopics(const HelpLibrary& library)
@@ -81,6 +93,40 @@ void HelpIndexFound::addTopics(const HelpLibrary& library)
     if (!rows.isEmpty()) {
         m_topicList->setCurrentItem(rows.constFirst());
     }
+}
+
+/// As wide as their contents need, within the screen.
+void HelpIndexFound::fitColumns()
+{
+    int width = 2 * m_topicList->frameWidth() + m_topicList->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    for (int column = 0; column < m_topicList->columnCount(); ++column) {
+        m_topicList->resizeColumnToContents(column);
+        const int wanted =
+            std::clamp(m_topicList->columnWidth(column) + ColumnGap, LeastColumn, WidestColumn);
+        m_topicList->setColumnWidth(column, wanted);
+        width += wanted;
+    }
+    const int widest = screen()->availableGeometry().width() * PartOfScreen / 10;
+    setMaximumWidth(widest);
+    m_topicList->setMinimumWidth(std::min(width, widest - 2 * DialogMargin));
+}
+
+void HelpIndexFound::filter(const QString& text)
+{
+    QTreeWidgetItem* firstShown = nullptr;
+    for (int i = 0; i < m_topicList->topLevelItemCount(); ++i) {
+        auto* row = m_topicList->topLevelItem(i);
+        bool isShown = false;
+        for (int column = 0; column < row->columnCount(); ++column) {
+            isShown = isShown || row->text(column).contains(text, Qt::CaseInsensitive);
+        }
+        row->setHidden(!isShown);
+        firstShown = firstShown == nullptr && isShown ? row : firstShown;
+    }
+    if (m_topicList->currentItem() == nullptr || m_topicList->currentItem()->isHidden()) {
+        m_topicList->setCurrentItem(firstShown);
+    }
+    m_showButton->setEnabled(firstShown != nullptr);
 }
 
 HelpIndexItem* HelpIndexFound::getIndex() const

@@ -5,6 +5,7 @@
 
 class HelpLibrary;
 class QLabel;
+class QLineEdit;
 class QPushButton;
 class QTreeWidget;
 struct HelpIndexItem;
@@ -23,8 +24,11 @@ public:
 private:
     void buildLayout();
     void addTopics(const HelpLibrary& library);
+    void fitColumns();
+    void filter(const QString& text);
 
     QLabel* m_promptLabel;
+    QLineEdit* m_filterEdit;
     QTreeWidget* m_topicList;
     QPushButton* m_showButton;
     QPushButton* m_cancelButton;

@@ -3,16 +3,44 @@
 
 #include "library/keywordindex.h"
 
+#include <algorithm>
+#include <utility>
+
 HelpIndexModel::HelpIndexModel(const KeywordIndex& index, QObject* parent)
     : QAbstractListModel(parent), m_index(index)
 {
-    connect(&index, &KeywordIndex::aboutToBeRebuilt, this, [this] { beginResetModel(); });
+    connect(&index, &KeywordIndex::aboutToBeRebuilt, this, [this] {
+        beginResetModel();
+        m_shown.reset();
+    });
     connect(&index, &KeywordIndex::rebuilt, this, [this] { endResetModel(); });
+}
+
+void HelpIndexModel::setShown(std::optional<std::vector<int>> rows)
+{
+    if (!rows && !m_shown) {
+        return;
+    }
+    beginResetModel();
+    m_shown = std::move(rows);
+    endResetModel();
+}
+
+int HelpIndexModel::modelRow(int indexRow) const
+{
+    if (!m_shown) {
+        return indexRow;
+    }
+    const auto found = std::lower_bound(m_shown->begin(), m_shown->end(), indexRow);
+    return found == m_shown->end() || *found != indexRow ? -1 : int(found - m_shown->begin());
 }
 
 int HelpIndexModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : int(m_index.rows().size());
+    if (parent.isValid()) {
+        return 0;
+    }
+    return m_shown ? int(m_shown->size()) : int(m_index.rows().size());
 }
 
 QVariant HelpIndexModel::data(const QModelIndex& index, int role) const
@@ -20,7 +48,7 @@ QVariant HelpIndexModel::data(const QModelIndex& index, int role) const
     if (!index.isValid()) {
         return {};
     }
-    const auto& row = m_index.rows()[size_t(index.row())];
+    const auto& row = m_index.rows()[size_t(indexRow(index.row()))];
     switch (role) {
     case Qt::DisplayRole:
         return row.text();
@@ -28,6 +56,8 @@ QVariant HelpIndexModel::data(const QModelIndex& index, int role) const
         // In a tag, or the tool tip would guess whether the keyword is rich text.
         return QString(QStringLiteral("<span>") + row.indexItem->keyword.toString().toHtmlEscaped() +
                        QStringLiteral("</span>"));
+    case TopicsRole:
+        return row.indexItem->group < 0 ? 1 : m_index.getIndexByGroupCount(row.indexItem->group);
     default:
         return {};
     }

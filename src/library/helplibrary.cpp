@@ -4,6 +4,7 @@
 #include "formats/pagelocation.h"
 #include "formats/paths.h"
 #include "formats/regularfile.h"
+#include "library/contentslook.h"
 #include "library/helpset.h"
 #include "sources/sources.h"
 
@@ -367,12 +368,6 @@ QString HelpLibrary::pageTitle(const QString& link) const
     return link.sliced(link.lastIndexOf(u'/', hash < 0 ? -1 : hash) + 1);
 }
 
-bool HelpLibrary::belongsTo(const HelpContentsItem& item, const HelpContentsRoot& root)
-{
-    return item.root() == &root || &item == &root ||
-           (item.keyword != nullptr && item.keyword->source->contentsItem == &root);
-}
-
 bool HelpLibrary::isOneFile(const QString& a, const QString& b)
 {
     return ::isOneFile(a, b);
@@ -390,8 +385,11 @@ bool HelpLibrary::isFile(const QString& fileName)
 
 std::optional<HelpLibrary::Refusal> HelpLibrary::refusalOf(const QString& fileName)
 {
-    const auto error = sourceError(fileName);
-    return error ? std::optional<Refusal>({describe(*error), ::isGone(*error)}) : std::nullopt;
+    if (const auto error = sourceError(fileName)) {
+        return Refusal{describe(*error), ::isGone(*error)};
+    }
+    const QString reason = whyNoContentsFile(fileName);
+    return reason.isNull() ? std::nullopt : std::optional(Refusal{reason, false});
 }
 
 QString HelpLibrary::getTitle(const QString& fileName)

@@ -99,7 +99,11 @@ public:
     [[nodiscard]] QString pageTitle(const QString& link) const;
 
     /// Whether a record goes when this help set is removed.
-    [[nodiscard]] static bool belongsTo(const HelpContentsItem& item, const HelpContentsRoot& root);
+    [[nodiscard]] static bool belongsTo(const HelpContentsItem& item, const HelpContentsRoot& root)
+    {
+        return item.root() == &root ||
+               (item.keyword != nullptr && item.keyword->source->contentsItem == &root);
+    }
     [[nodiscard]] static bool isOneFile(const QString& a, const QString& b);
     [[nodiscard]] static QString absoluteName(const QString& fileName);
     /// Whether a regular file of this name exists.

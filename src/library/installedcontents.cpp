@@ -72,6 +72,15 @@ Outcome uninstallContents(const QString& fileName)
     return {Answer::Yes, storeList(store, list)};
 }
 
+void forget(const QString& fileName)
+{
+    SettingsStore store(SettingsStore::Access::Write);
+    QStringList list = storedList(store);
+    if (list.removeAll(fileName) > 0) {
+        storeList(store, list);
+    }
+}
+
 QStringList loadInstalledFromSettings()
 {
     return sortingCntList(storedList(SettingsStore(SettingsStore::Access::Read)));

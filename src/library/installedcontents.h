@@ -21,6 +21,8 @@ struct Outcome {
 
 Outcome installContents(const QString& fileName);
 Outcome uninstallContents(const QString& fileName);
+/// Takes a name off the list, whether there is such a file or not.
+void forget(const QString& fileName);
 [[nodiscard]] Answer isinstallContents(const QString& fileName);
 
 /// The list, sorted by help-set title.

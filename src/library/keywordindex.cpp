@@ -8,6 +8,65 @@
 #include <algorithm>
 #include <utility>
 
+namespace {
+
+/// A letter without its accents, for those letters that are mostly written with them.
+QChar withoutAccent(QChar letter)
+{
+    constexpr char16_t firstLatin = 0xC0;
+    constexpr char16_t lastLatin = 0x24F;
+    constexpr char16_t firstExtended = 0x1E00;
+    constexpr char16_t lastExtended = 0x1EFF;
+    const char16_t code = letter.unicode();
+    if (code < firstLatin || (code > lastLatin && code < firstExtended) || code > lastExtended) {
+        return letter;
+    }
+    while (letter.decompositionTag() == QChar::Canonical) {
+        letter = letter.decomposition().at(0);
+    }
+    return letter;
+}
+
+/// Rules nearly all rows out by their marks, without a look at their texts.
+class MarkFilter {
+public:
+    explicit MarkFilter(const QString& text) : m_length(std::min<qsizetype>(text.size(), MarkLength))
+    {
+        QString plain = text;
+        for (auto& letter : plain) {
+            letter = withoutAccent(letter);
+        }
+        m_mark = lookUpMark(text);
+        m_plainMark = lookUpMark(plain);
+    }
+
+    /// Each byte of a mark is a letter; those beyond ASCII may stand for others without their accents.
+    [[nodiscard]] bool mayBegin(quint64 mark) const
+    {
+        constexpr unsigned bits = 8;
+        constexpr quint64 ascii = 0x80;
+        constexpr quint64 byte = 0xFF;
+        for (qsizetype i = 0; i < m_length; ++i) {
+            const unsigned shift = bits * unsigned(MarkLength - 1 - i);
+            const quint64 letter = mark >> shift & byte;
+            if (letter < ascii && letter != (m_mark >> shift & byte) &&
+                letter != (m_plainMark >> shift & byte)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+private:
+    static constexpr qsizetype MarkLength = 8;
+
+    qsizetype m_length;
+    quint64 m_mark = 0;
+    quint64 m_plainMark = 0;
+};
+
+} // namespace
+
 void KeywordIndex::setRows(KeywordRows rows, const std::vector<std::span<HelpIndexItem>>& items)
 {
     Q_EMIT aboutToBeRebuilt();
@@ -76,20 +135,78 @@ std::vector<const HelpIndexListBoxItem*> KeywordIndex::subKeywords(const HelpInd
     return result;
 }
 
-int KeywordIndex::lookFor(const QString& typed, int current) const
+/// How well a row fits that begins with what was typed; the least is the best.
+unsigned KeywordIndex::rank(size_t row, const QString& typed, const HelpContentsRoot* inUse) const
 {
-    const QString text = typed.toLower();
+    constexpr unsigned notWhole = 8;
+    constexpr unsigned otherCase = 4;
+    constexpr unsigned otherSet = 2;
+    constexpr unsigned otherAccents = 1;
+    const QStringView lower = m_rows.lookUpText(row);
+    const QStringView keyword = m_rows.rows[row].indexItem->keyword.trimmed();
+    return (lower.size() == typed.size() ? 0U : notWhole) | (keyword.startsWith(typed) ? 0U : otherCase) |
+           (inUse != nullptr && isOf(int(row), inUse) ? 0U : otherSet) |
+           (lower.startsWith(typed.toLower()) ? 0U : otherAccents);
+}
+
+int KeywordIndex::lookFor(const QString& typed, int current, const HelpContentsRoot* inUse,
+                          const HelpContentsRoot* only) const
+{
     const bool hasCurrent = current >= 0 && size_t(current) < m_rows.rows.size();
-    if (hasCurrent ? m_rows.lookUpText(size_t(current)).startsWith(text) : text.isEmpty()) {
+    const QString text = typed.toLower();
+    if (text.isEmpty() || (hasCurrent && m_rows.lookUpText(size_t(current)) == text)) {
         return current;
     }
-    // The marks alone rule nearly all rows out, without a look at their texts.
-    const quint64 mask = lookUpMark(QString(text.size(), QChar(0xFF)));
-    const quint64 mark = lookUpMark(text);
-    for (size_t row = 0; row < m_rows.rows.size(); ++row) {
-        if ((m_rows.lookUpMarks[row] & mask) == mark && m_rows.lookUpText(row).startsWith(text)) {
-            return int(row);
+    const MarkFilter filter(text);
+    int best = current;
+    unsigned bestRank = ~0U;
+    for (size_t row = 0; row < m_rows.rows.size() && bestRank > 0; ++row) {
+        if (!filter.mayBegin(m_rows.lookUpMarks[row]) || !beginsWith(int(row), text) ||
+            (only != nullptr && !isOf(int(row), only))) {
+            continue;
+        }
+        if (const unsigned found = rank(row, typed, inUse); found < bestRank) {
+            bestRank = found;
+            best = int(row);
         }
     }
-    return current;
+    return best;
+}
+
+bool KeywordIndex::beginsWith(int row, const QString& typed) const
+{
+    const QStringView keyword = m_rows.lookUpText(size_t(row));
+    const QString text = typed.toLower();
+    if (keyword.size() < text.size()) {
+        return false;
+    }
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (keyword[i] != text[i] && withoutAccent(keyword[i]) != withoutAccent(text[i])) {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::vector<int> KeywordIndex::rowsContaining(const QString& typed, const HelpContentsRoot* root) const
+{
+    const QString text = typed.toLower();
+    std::vector<int> result;
+    for (size_t row = 0; row < m_rows.rows.size(); ++row) {
+        if (m_rows.lookUpText(row).contains(text) && (root == nullptr || isOf(int(row), root))) {
+            result.push_back(int(row));
+        }
+    }
+    return result;
+}
+
+bool KeywordIndex::isOf(int row, const HelpContentsRoot* root) const
+{
+    const auto& item = *m_rows.rows[size_t(row)].indexItem;
+    if (item.group < 0) {
+        return item.source->contentsItem == root;
+    }
+    const auto members = m_rows.group(item.group);
+    return std::any_of(members.begin(), members.end(),
+                       [root](const auto* member) { return member->source->contentsItem == root; });
 }

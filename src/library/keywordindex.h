@@ -7,6 +7,8 @@
 
 #include <vector>
 
+struct HelpContentsRoot;
+
 /// The keyword rows of all loaded help sets: entries sorted, like entries merged into one row, sub-keywords
 /// under their keyword. Points at entries that the help sets own.
 class KeywordIndex : public QObject {
@@ -29,8 +31,17 @@ public:
     /// The rows of the sub-keywords that stand under the row of `item`.
     [[nodiscard]] std::vector<const HelpIndexListBoxItem*> subKeywords(const HelpIndexItem& item) const;
     /// Position of the row to go to when `typed` has been typed while `current` (-1: none) is the current
-    /// row.
-    [[nodiscard]] int lookFor(const QString& typed, int current) const;
+    /// row; `current` when no row begins so. Accents do not matter. Of several rows the one comes first that
+    /// is the whole word, then the one in the same letter case, then the one of the help set `inUse`. When
+    /// `only` is not null, the rows of other help sets are passed over.
+    [[nodiscard]] int lookFor(const QString& typed, int current, const HelpContentsRoot* inUse = nullptr,
+                              const HelpContentsRoot* only = nullptr) const;
+    /// Whether a row's keyword begins so, as lookFor() takes it.
+    [[nodiscard]] bool beginsWith(int row, const QString& typed) const;
+    /// The rows whose keyword contains this, those of one help set if it is not null, in their order.
+    [[nodiscard]] std::vector<int> rowsContaining(const QString& typed, const HelpContentsRoot* root) const;
+    /// Whether a row leads to something in a help set.
+    [[nodiscard]] bool isOf(int row, const HelpContentsRoot* root) const;
 
 Q_SIGNALS:
     /// All rows are about to go.
@@ -38,5 +49,7 @@ Q_SIGNALS:
     void rebuilt();
 
 private:
+    [[nodiscard]] unsigned rank(size_t row, const QString& typed, const HelpContentsRoot* inUse) const;
+
     KeywordRows m_rows;
 };

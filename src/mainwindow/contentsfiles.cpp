@@ -4,12 +4,15 @@
 #include "browser/messages.h"
 #include "contents/helpcontents.h"
 #include "desk/desk.h"
+#include "library/helpset.h"
 #include "library/installedcontents.h"
 #include "mainwindow/helpsetmenu.h"
 #include "mainwindow/mainmenus.h"
 #include "mainwindow/malformedfiles.h"
+#include "mainwindow/manual.h"
 #include "mainwindow/windowsettings.h"
 
+#include <QScopedValueRollback>
 #include <QTimer>
 
 #include <algorithm>
@@ -20,11 +23,12 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto Patience = 100ms; // a user does not notice
+constexpr int Never = -1;        // as many moves as a user never has made
 
 } // namespace
 
-ContentsFiles::ContentsFiles(HelpLibrary& library, HelpContents& pane, const Desk& desk,
-                             const MainMenus& menus, QObject* parent)
+ContentsFiles::ContentsFiles(HelpLibrary& library, HelpContents& pane, Desk& desk, const MainMenus& menus,
+                             QObject* parent)
     : QObject(parent), m_library(library), m_pane(pane), m_desk(desk), m_menus(menus), m_patience(Patience)
 {
     connect(&library, &HelpLibrary::keywordsLeftOut, this, &ContentsFiles::reportLimit);
@@ -43,7 +47,10 @@ std::optional<HelpLibrary::Refusal> ContentsFiles::insertContents(const QString&
     }
     m_wasAnyOpened = true;
     m_pendingFiles.append(fileName);
-    add([this, fileName, moves = userMoves()] { load(fileName, moves); });
+    const bool isReported = !m_isDefault;
+    add([this, fileName, isReported, moves = userMoves()] {
+        load(fileName, moves, isReported, [this] { return m_pane.currentRow(); });
+    });
     return std::nullopt;
 }
 
@@ -60,13 +67,98 @@ void ContentsFiles::removeContents(int menuId)
     if (root == roots.end()) {
         return;
     }
+    remember(**root);
     m_library.removeContents(*root);
     m_shown = m_desk.current();
     m_menus.removeMenu->removeEntry(menuId);
+    Q_EMIT removedChanged(true);
+}
+
+void ContentsFiles::remember(const HelpContentsRoot& root)
+{
+    const auto* current = m_desk.current();
+    const bool isShown = current != nullptr && HelpLibrary::belongsTo(*current, root);
+    Removed removed{root.fileName, {}, isShown ? current->page() : QString(), isShown ? m_desk.place() : 0};
+    for (const auto* row : m_library.topRows()) {
+        if (row->contentsItem->root() == &root) {
+            break;
+        }
+        removed.behind = row->contentsItem->root()->fileName;
+    }
+    m_removed.push_back(removed);
+}
+
+void ContentsFiles::undoRemove()
+{
+    if (m_removed.empty()) {
+        return;
+    }
+    const Removed removed = m_removed.back();
+    m_removed.pop_back();
+    Q_EMIT removedChanged(canUndoRemove());
+    if (HelpLibrary::refusalOf(removed.fileName)) {
+        return;
+    }
+    m_pendingFiles.append(removed.fileName);
+    const bool isShown = !removed.page.isEmpty();
+    add([this, removed, moves = isShown ? userMoves() : Never] {
+        load(removed.fileName, moves, false, [this, removed] { return lastRowOf(removed.behind); });
+    });
+    if (isShown) {
+        showAfterLoading([this, removed] {
+            if (m_library.findRow(removed.page) != nullptr) {
+                m_desk.show(removed.page, removed.place);
+            }
+        });
+    }
+}
+
+/// The last top-level row of the help set of this contents file; null when it is not open.
+const HelpContentsListViewItem* ContentsFiles::lastRowOf(const QString& fileName) const
+{
+    const auto& rows = m_library.topRows();
+    const auto last = std::find_if(rows.rbegin(), rows.rend(), [&](const auto* row) {
+        return row->contentsItem->root()->fileName == fileName;
+    });
+    return last == rows.rend() ? nullptr : *last;
+}
+
+QStringList ContentsFiles::filesToStore() const
+{
+    QStringList names;
+    for (const auto* root : m_library.roots()) {
+        names += root->fileName;
+    }
+    names += m_pendingFiles + m_absentFiles;
+    names.removeAll(m_manual);
+    return names;
+}
+
+void ContentsFiles::forgetOpened(const QString& fileName)
+{
+    if (fileName.isEmpty()) {
+        m_openedFiles.clear();
+    } else {
+        m_openedFiles.removeAll(fileName);
+    }
+}
+
+bool ContentsFiles::showManual(const std::function<void(HelpContentsItem*)>& show)
+{
+    const QString fileName = manualContentsFile();
+    if (fileName.isEmpty()) {
+        return false;
+    }
+    if (m_library.getContentsByFileName(fileName) == nullptr && !m_pendingFiles.contains(fileName)) {
+        m_manual = fileName;
+    }
+    showWhenLoaded(fileName, show);
+    return true;
 }
 
 void ContentsFiles::loadDefault()
 {
+    const QScopedValueRollback isDefault(m_isDefault, true);
     QStringList files = WindowSettings::loadContents();
     files.removeIf([](const QString& fileName) {
         const auto refusal = HelpLibrary::refusalOf(fileName);
@@ -137,26 +229,33 @@ void ContentsFiles::waitBriefly()
     m_patience = std::max(0ms, m_patience - std::chrono::duration_cast<std::chrono::milliseconds>(waited));
 }
 
-void ContentsFiles::load(const QString& fileName, int moves)
+void ContentsFiles::load(const QString& fileName, int moves, bool isReported,
+                         const HelpLibrary::CurrentRow& current)
 {
     m_isLoading = true;
-    m_library.readContents(
-        fileName, [this] { return m_pane.currentRow(); },
-        [this, moves](const HelpLibrary::Loaded& loaded) {
-            m_isLoading = false;
-            adopt(loaded, moves);
-            proceed();
-        });
+    m_library.readContents(fileName, current, [this, moves, isReported](const HelpLibrary::Loaded& loaded) {
+        m_isLoading = false;
+        adopt(loaded, moves, isReported);
+        proceed();
+    });
 }
 
-void ContentsFiles::adopt(const HelpLibrary::Loaded& loaded, int moves)
+void ContentsFiles::adopt(const HelpLibrary::Loaded& loaded, int moves, bool isReported)
 {
+    if (loaded.root->fileName != m_manual) {
+        const QString name = HelpLibrary::absoluteName(loaded.root->fileName);
+        m_openedFiles.removeAll(name);
+        m_openedFiles.prepend(name);
+    }
     m_pendingFiles.removeOne(loaded.root->fileName);
     loaded.root->menuId = m_menus.removeMenu->addEntry(loaded.title, loaded.root->fileName);
     if (loaded.firstPage != nullptr) {
         show([&] { m_pane.gotoPage(loaded.firstPage); }, moves);
     }
-    reportMalformedFiles(loaded.malformedFiles, &m_pane);
+    // One that failed before is on the library page; nobody wants to be told at each start.
+    if (isReported) {
+        reportMalformedFiles(loaded.malformedFiles, m_library.helpSet(*loaded.root).problems(), &m_pane);
+    }
     if (!loaded.limitReached.isNull()) {
         reportLimit(loaded.root->fileName, loaded.limitReached);
     }
@@ -196,6 +295,10 @@ void ContentsFiles::cancel()
 
 void ContentsFiles::buildInstalledMenu()
 {
+    for (auto it = m_installed.cbegin(); it != m_installed.cend(); ++it) {
+        m_menus.installedMenu->removeEntry(it.key());
+    }
+    m_installed.clear();
     m_installedFiles = InstalledContents::dropVanishedContents();
     for (const auto& fileName : std::as_const(m_installedFiles)) {
         m_installed.insert(m_menus.installedMenu->addEntry(HelpLibrary::getTitle(fileName), fileName),

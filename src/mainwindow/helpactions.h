@@ -22,17 +22,21 @@ public:
 
     DeskCommands page;
     QAction* fileAddContentsAction;
+    QAction* fileUndoRemoveAction;
     QAction* filePrintAction;
     QAction* filePreviewAction;
     QAction* fileExportAction;
     QAction* fileExitAction;
     QAction* editSearchAllAction;
+    QAction* viewGroupAction;
+    QAction* viewFollowAction;
     QAction* viewContentsAction;
     QAction* viewGoToolbarAction;
     QAction* viewFullScreenAction;
     QAction* viewSettingsAction;
     QAction* goUpAction;
     QAction* goSyncAction;
+    QAction* goLibraryAction;
     QAction* helpManualAction;
     QAction* helpAboutAction;
 };

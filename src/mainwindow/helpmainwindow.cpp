@@ -9,37 +9,27 @@
 #include "index/helpindex.h"
 #include "library/helplibrary.h"
 #include "mainwindow/aboutbox.h"
+#include "mainwindow/addcontentsdialog.h"
 #include "mainwindow/backgroundprogress.h"
 #include "mainwindow/contentsfiles.h"
 #include "mainwindow/displaydialog.h"
+#include "mainwindow/filedrops.h"
 #include "mainwindow/fulltextsearch.h"
 #include "mainwindow/helpsetmenu.h"
-#include "mainwindow/manual.h"
+#include "mainwindow/librarykeeper.h"
 #include "mainwindow/outlinemenu.h"
 #include "mainwindow/printcommands.h"
 #include "mainwindow/session.h"
 #include "mainwindow/sidepanes.h"
-#include "mainwindow/windowsettings.h"
+#include "mainwindow/wish.h"
 #include "search/searchpane.h"
 
 #include <QApplication>
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QStatusTipEvent>
 #include <QToolBar>
-
-#include <algorithm>
-
-namespace {
-
-constexpr QSize ToolIconSize(16, 16);
-constexpr qsizetype MaximumRefusals = 5; // that the empty page view tells
-
-} // namespace
 
 HelpMainWindow::HelpMainWindow(HelpLibrary& library, QWidget* parent)
     : QMainWindow(parent), m_library(library), m_desk(new Desk(library, *statusBar(), this)),
@@ -49,19 +39,25 @@ HelpMainWindow::HelpMainWindow(HelpLibrary& library, QWidget* parent)
     setWindowIcon(applicationIcon());
     buildToolBar();
     buildPanes();
-    buildPaneShortcuts();
+    connectFileCommands();
     connectCommands();
     connectPanes();
     connectDesk();
+    connectKeeper();
     connectBackground();
     m_contentsFiles->buildInstalledMenu();
-    loadSettings();
+    Session::loadWindow(*this, m_actions, *m_panes, *m_desk);
 }
 
 HelpMainWindow::~HelpMainWindow()
 {
+    m_panes->putBack();
     if (m_isPersistent) {
-        saveSettings();
+        Session::saveWindow(*this, m_actions, *m_panes, *m_desk);
+        // Who asked for files of which none could be opened has changed nothing.
+        if (!m_wasRefused || m_contentsFiles->wasAnyOpened()) {
+            Session::save(*m_contentsFiles, *m_desk);
+        }
     }
     // While this is still a whole window: going away, panes and tool bar tell it about their visibility.
     m_fullText.reset();
@@ -74,9 +70,10 @@ void HelpMainWindow::buildToolBar()
 {
     m_goToolBar = addToolBar(tr("Go"));
     m_goToolBar->setObjectName(QStringLiteral("goToolBar"));
-    m_goToolBar->setIconSize(ToolIconSize);
+    m_goToolBar->setIconSize(QSize(16, 16));
     m_goToolBar->addActions(m_actions.goActions());
-    connect(m_goToolBar, &QToolBar::visibilityChanged, this, &HelpMainWindow::viewGoToolbarChanged);
+    m_goToolBar->addAction(m_actions.goLibraryAction);
+    connect(m_goToolBar, &QToolBar::visibilityChanged, m_actions.viewGoToolbarAction, &QAction::setChecked);
 }
 
 void HelpMainWindow::buildPanes()
@@ -84,44 +81,33 @@ void HelpMainWindow::buildPanes()
     setCentralWidget(m_desk);
     m_panes = new SidePanes(m_library, this);
     addDockWidget(Qt::LeftDockWidgetArea, m_panes);
-    connect(m_panes, &QDockWidget::visibilityChanged, this, &HelpMainWindow::viewContentsChanged);
+    m_panes->addShortcuts(*this, *m_desk);
+    connect(m_panes, &SidePanes::shownChanged, m_actions.viewContentsAction, &QAction::setChecked);
 
     m_contentsFiles = new ContentsFiles(m_library, *m_panes->contents(), *m_desk, m_menus, this);
+    m_keeper = new LibraryKeeper(m_library, *m_contentsFiles, *m_menus.recentMenu, this);
     m_fullText = std::make_unique<FullTextSearch>(m_library, *m_panes->search(), *m_desk, *statusBar());
-    resizeDocks({m_panes}, {m_panes->usefulWidth()}, Qt::Horizontal);
 }
 
-/// What the page view says while it has no page.
-void HelpMainWindow::showHint()
+void HelpMainWindow::connectFileCommands()
 {
-    if (m_library.isBusy()) {
-        m_desk->setHint(tr("Loading…"));
-        return;
-    }
-    QStringList lines = m_refusals.first(std::min(m_refusals.size(), MaximumRefusals));
-    if (m_library.isEmpty()) {
-        lines += tr("No help set is open.");
-        lines += tr("Open one with File, Add Contents.\nPress F1 for the manual.");
-    } else {
-        lines += tr("Choose a page in the contents.");
-    }
-    m_desk->setHint(lines.join(QStringLiteral("\n\n")));
-}
-
-/// The panes have no menu entries of their own; these keys reach them.
-void HelpMainWindow::buildPaneShortcuts()
-{
-    new QShortcut(Qt::CTRL | Qt::Key_1, this, [this] { m_panes->goToContents(); });
-    new QShortcut(Qt::CTRL | Qt::Key_2, this, [this] { m_panes->goToIndex(); });
-    new QShortcut(Qt::CTRL | Qt::Key_3, this, [this] { m_panes->goToSearch(); });
-    new QShortcut(Qt::Key_Escape, this, [this] { stop(); });
-    new QShortcut(Qt::Key_F6, this, [this] {
-        if (m_panes->isAncestorOf(QApplication::focusWidget())) {
-            m_desk->setFocus(Qt::ShortcutFocusReason);
-        } else {
-            m_panes->goToCurrent();
-        }
-    });
+    const auto run = [this](QAction* action, const auto& command) {
+        connect(action, &QAction::triggered, this, command);
+    };
+    run(m_actions.fileAddContentsAction, &HelpMainWindow::addContents);
+    run(m_actions.fileUndoRemoveAction, [this] { m_contentsFiles->undoRemove(); });
+    run(m_actions.filePrintAction, [this] { PrintCommands::print(this, m_desk->view()); });
+    run(m_actions.filePreviewAction, [this] { PrintCommands::preview(this, m_desk->view()); });
+    run(m_actions.fileExportAction, [this] { PrintCommands::exportAsPdf(this, m_desk->view()); });
+    run(m_actions.fileExitAction, [this] { close(); });
+    connect(m_contentsFiles, &ContentsFiles::removedChanged, m_actions.fileUndoRemoveAction,
+            &QAction::setEnabled);
+    connect(m_menus.fileMenu, &QMenu::aboutToShow, m_keeper, &LibraryKeeper::fillRecentMenu);
+    connect(m_menus.removeMenu, &HelpSetMenu::chosen, this, &HelpMainWindow::removeContents);
+    connect(m_menus.installedMenu, &HelpSetMenu::chosen, this,
+            [this](int id) { showInstalled(m_contentsFiles->installedFile(id)); });
+    connect(new FileDrops(*this), &FileDrops::dropped, this,
+            [this](const QStringList& files) { fulfil({.open = files}); });
 }
 
 void HelpMainWindow::connectCommands()
@@ -129,31 +115,48 @@ void HelpMainWindow::connectCommands()
     const auto run = [this](QAction* action, const auto& command) {
         connect(action, &QAction::triggered, this, command);
     };
-    run(m_actions.fileAddContentsAction, &HelpMainWindow::fileAddContents);
-    run(m_actions.filePrintAction, &HelpMainWindow::filePrint);
-    run(m_actions.filePreviewAction, [this] { PrintCommands::preview(this, m_desk->view()); });
-    run(m_actions.fileExportAction, [this] { PrintCommands::exportAsPdf(this, m_desk->view()); });
-    run(m_actions.fileExitAction, &HelpMainWindow::fileExit);
     run(m_actions.editSearchAllAction, [this] { m_panes->goToSearch(); });
+    run(m_actions.viewGroupAction, [this](bool isOn) { m_panes->contents()->setGrouped(isOn); });
+    run(m_actions.viewFollowAction, [this](bool isOn) { isOn ? selectCurrentRow() : void(); });
+    run(m_actions.viewContentsAction, [this](bool isOn) { m_panes->setShown(isOn); });
+    run(m_actions.viewGoToolbarAction, [this](bool isOn) { m_goToolBar->setVisible(isOn); });
     run(m_actions.viewFullScreenAction,
         [this](bool isOn) { setWindowState(windowState().setFlag(Qt::WindowFullScreen, isOn)); });
-    run(m_actions.viewSettingsAction, &HelpMainWindow::viewSettings);
-    run(m_actions.viewContentsAction, &HelpMainWindow::viewContents);
-    run(m_actions.viewGoToolbarAction, &HelpMainWindow::viewGoToolbar);
-    run(m_actions.goUpAction, &HelpMainWindow::goUp);
-    run(m_actions.goSyncAction, &HelpMainWindow::goSync);
+    run(m_actions.viewSettingsAction, [this] { openDisplayDialog(this, m_desk->view()); });
+    run(m_actions.goUpAction, [this] {
+        if (const auto* row = m_desk->currentRow(); row != nullptr && row->parent != nullptr) {
+            m_panes->contents()->gotoPage(row->parent);
+        }
+    });
+    run(m_actions.goSyncAction, [this] {
+        m_panes->showContents();
+        selectCurrentRow();
+    });
+    run(m_actions.goLibraryAction, [this] {
+        m_desk->showLibrary();
+        m_desk->setFocus(Qt::ShortcutFocusReason);
+    });
     run(m_actions.helpManualAction, &HelpMainWindow::helpManual);
     run(m_actions.helpAboutAction, [this] { openAboutBox(this); });
 }
 
 void HelpMainWindow::connectPanes()
 {
-    connect(m_panes->contents(), &HelpContents::pageRequested, this,
-            [this](HelpContentsItem* item) { loadHtml(item); });
-    connect(m_panes->contents(), &HelpContents::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
+    const auto* contents = m_panes->contents();
+    connect(contents, &HelpContents::pageRequested, this, [this](HelpContentsItem* item) { loadHtml(item); });
+    connect(contents, &HelpContents::passedBy, m_desk, &Desk::showPassing);
+    connect(contents, &HelpContents::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
+    connect(contents, &HelpContents::searchRequested, this,
+            [this](const HelpContentsRoot* root) { searchIn(root->fileName); });
+    connect(contents, &HelpContents::removalRequested, this,
+            [this](const HelpContentsRoot* root) { removeContents(root->menuId); });
     connect(m_panes->index(), &HelpIndex::pageRequested, this,
             [this](const HelpIndexItem* item) { loadHtml(item); });
     connect(m_panes->index(), &HelpIndex::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
+    connect(m_panes->index(), &HelpIndex::searchRequested, this, [this](const QString& text) {
+        m_panes->search()->setQuery(text);
+        m_panes->goToSearch();
+    });
     connect(m_panes->search(), &SearchPane::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
 }
 
@@ -163,18 +166,28 @@ void HelpMainWindow::connectDesk()
     connect(m_desk, &Desk::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
     connect(m_desk, &Desk::pageChanged, this,
             [this] { m_menus.outlineMenu->setHeadings(m_desk->view().page().prepared.headings); });
-    connect(m_menus.outlineMenu, &OutlineMenu::chosen, this,
-            [this](const QString& anchor) { m_desk->view().scrollTo(anchor); });
-    connect(m_menus.removeMenu, &HelpSetMenu::chosen, this, &HelpMainWindow::fileRemoveContents);
-    connect(m_menus.installedMenu, &HelpSetMenu::chosen, this, &HelpMainWindow::fileShowInstalled);
+    connect(m_desk, &Desk::rowChanged, this, [this](const HelpContentsListViewItem* row) {
+        m_panes->index()->setInUse(row == nullptr ? nullptr : row->contentsItem->root());
+        if (m_actions.viewFollowAction->isChecked()) {
+            m_panes->contents()->follow(row);
+        }
+    });
+    connect(m_menus.outlineMenu, &OutlineMenu::chosen, m_desk, &Desk::scrollTo);
+}
+
+void HelpMainWindow::connectKeeper()
+{
+    connect(m_desk, &Desk::libraryShown, m_keeper, &LibraryKeeper::keep);
+    connect(m_keeper, &LibraryKeeper::wished, this, &HelpMainWindow::fulfil);
+    connect(m_keeper, &LibraryKeeper::addRequested, this, &HelpMainWindow::addContents);
+    connect(m_keeper, &LibraryKeeper::manualRequested, this, &HelpMainWindow::helpManual);
+    connect(m_keeper, &LibraryKeeper::removeRequested, this, &HelpMainWindow::removeContents);
+    connect(m_keeper, &LibraryKeeper::installedChanged, m_contentsFiles, &ContentsFiles::buildInstalledMenu);
 }
 
 void HelpMainWindow::connectBackground()
 {
-    showHint();
-    connect(&m_library, &HelpLibrary::becameBusy, this, &HelpMainWindow::showHint);
-    connect(&m_library, &HelpLibrary::becameIdle, this, &HelpMainWindow::showHint);
-    connect(&m_library, &HelpLibrary::helpSetRemoved, this, &HelpMainWindow::showHint);
+    new QShortcut(Qt::Key_Escape, this, this, &HelpMainWindow::stop);
     auto* progress = new BackgroundProgress(tr("Loading"), *statusBar());
     connect(&m_library, &HelpLibrary::becameBusy, progress, &BackgroundProgress::start);
     connect(&m_library, &HelpLibrary::becameIdle, progress, &BackgroundProgress::finish);
@@ -183,7 +196,7 @@ void HelpMainWindow::connectBackground()
 /// What Escape means: one thing after another ends.
 void HelpMainWindow::stop()
 {
-    if (m_desk->stop()) {
+    if (m_panes->closeOverPage() || m_desk->stop()) {
         return;
     }
     if (m_library.isBusy()) {
@@ -227,10 +240,11 @@ QString HelpMainWindow::insertContents(const QString& fileName)
     if (!refusal) {
         return {};
     }
-    m_refusals.append(ContentsFiles::describe(fileName, *refusal));
-    showHint();
-    showLinkInStatusBar(m_refusals.constLast());
-    return m_refusals.constLast();
+    const QString notice = ContentsFiles::describe(fileName, *refusal);
+    m_wasRefused = true;
+    m_keeper->addNotice(notice);
+    showLinkInStatusBar(notice);
+    return notice;
 }
 
 void HelpMainWindow::removeContents(int menuId)
@@ -240,9 +254,21 @@ void HelpMainWindow::removeContents(int menuId)
 
 void HelpMainWindow::showInstalled(const QString& fileName)
 {
+    if (fileName.isEmpty()) {
+        return;
+    }
     m_contentsFiles->showWhenLoaded(fileName, [this](HelpContentsItem* record) {
         m_desk->showAfresh(record);
         selectCurrentRow();
+    });
+}
+
+void HelpMainWindow::addContents()
+{
+    openAddContentsDialog(this, [this](const QString& fileName) {
+        if (const QString problem = insertContents(fileName); !problem.isEmpty()) {
+            openMessage(QMessageBox::Warning, tr("Load contents error"), problem, this);
+        }
     });
 }
 
@@ -262,7 +288,9 @@ QStringList HelpMainWindow::fulfil(const Wish& wish)
         problems += insertContents(fileName);
         gotoFirstPage();
     }
-    if (!wish.show.isEmpty()) {
+    if (wish.keepsHistory) {
+        m_contentsFiles->showWhenLoaded(wish.show, [this](HelpContentsItem* record) { loadHtml(record); });
+    } else {
         showInstalled(wish.show);
     }
     if (!wish.page.isEmpty()) {
@@ -271,109 +299,26 @@ QStringList HelpMainWindow::fulfil(const Wish& wish)
             selectCurrentRow();
         });
     }
+    if (wish.isSearch) {
+        searchIn(wish.show);
+    }
     problems.removeAll(QString());
     return problems;
+}
+
+/// In this help set; in those chosen before when the name is empty.
+void HelpMainWindow::searchIn(const QString& contentsFile)
+{
+    if (!contentsFile.isEmpty()) {
+        m_panes->search()->searchIn(HelpLibrary::absoluteName(contentsFile));
+    }
+    m_panes->goToSearch();
 }
 
 void HelpMainWindow::setPersistent(bool persistent)
 {
     m_isPersistent = persistent;
     m_fullText->setEnabled(persistent);
-}
-
-void HelpMainWindow::loadSettings()
-{
-    WindowSettings::loadDisplay(m_desk->view());
-    m_actions.page.viewReadingAction->setChecked(m_desk->view().isReadingView());
-    WindowSettings::loadGeometry(*this);
-    WindowSettings::loadPanes(*this, *m_panes);
-}
-
-void HelpMainWindow::saveSettings() const
-{
-    WindowSettings::saveDisplay(m_desk->view());
-    WindowSettings::saveGeometry(*this);
-    WindowSettings::savePanes(*this, *m_panes);
-    // Who asked for files of which none could be opened has changed nothing.
-    if (m_refusals.isEmpty() || m_contentsFiles->wasAnyOpened()) {
-        Session::save(m_library, *m_contentsFiles, *m_desk);
-    }
-}
-
-void HelpMainWindow::fileAddContents()
-{
-    auto* dialog = new QFileDialog(this, {}, {}, tr("Contents File (*.cnt);;All Files (*.*)"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setFileMode(QFileDialog::ExistingFile);
-    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& fileName) {
-        const QString problem = insertContents(QFileInfo(fileName).canonicalFilePath());
-        if (!problem.isEmpty()) {
-            openMessage(QMessageBox::Warning, tr("Load contents error"), problem, this);
-        }
-    });
-    dialog->open();
-}
-
-void HelpMainWindow::fileRemoveContents(int index)
-{
-    removeContents(index);
-}
-
-void HelpMainWindow::fileShowInstalled(int index)
-{
-    const QString fileName = m_contentsFiles->installedFile(index);
-    if (!fileName.isEmpty()) {
-        showInstalled(fileName);
-    }
-}
-
-void HelpMainWindow::filePrint()
-{
-    PrintCommands::print(this, m_desk->view());
-}
-
-void HelpMainWindow::fileExit()
-{
-    close();
-}
-
-void HelpMainWindow::viewContents()
-{
-    m_panes->setVisible(m_actions.viewContentsAction->isChecked());
-}
-
-void HelpMainWindow::viewGoToolbar()
-{
-    m_goToolBar->setVisible(m_actions.viewGoToolbarAction->isChecked());
-}
-
-void HelpMainWindow::viewContentsChanged(bool visible)
-{
-    m_actions.viewContentsAction->setChecked(visible);
-}
-
-void HelpMainWindow::viewGoToolbarChanged(bool visible)
-{
-    m_actions.viewGoToolbarAction->setChecked(visible);
-}
-
-void HelpMainWindow::viewSettings()
-{
-    openDisplayDialog(this, m_desk->view());
-}
-
-void HelpMainWindow::goUp()
-{
-    const auto* row = m_desk->currentRow();
-    if (row != nullptr && row->parent != nullptr) {
-        m_panes->contents()->gotoPage(row->parent);
-    }
-}
-
-void HelpMainWindow::goSync()
-{
-    m_panes->showContents();
-    selectCurrentRow();
 }
 
 /// The page stays where it is.
@@ -388,15 +333,9 @@ void HelpMainWindow::selectCurrentRow()
 /// reading.
 void HelpMainWindow::helpManual()
 {
-    const QString fileName = manualContentsFile();
-    if (fileName.isEmpty()) {
+    if (!m_contentsFiles->showManual([this](HelpContentsItem* record) { loadHtml(record); })) {
         showLinkInStatusBar(tr("The manual is not installed."));
-        return;
     }
-    m_contentsFiles->showWhenLoaded(fileName, [this](HelpContentsItem* record) {
-        loadHtml(record);
-        selectCurrentRow();
-    });
 }
 
 bool HelpMainWindow::event(QEvent* event)

@@ -12,6 +12,7 @@ class ContentsFiles;
 class Desk;
 class FullTextSearch;
 class HelpLibrary;
+class LibraryKeeper;
 class SidePanes;
 struct HelpContentsItem;
 struct HelpIndexItem;
@@ -51,35 +52,21 @@ public:
     void setHelpCaption(const QString& title);
     void showLinkInStatusBar(const QString& text);
 
-protected Q_SLOTS:
-    virtual void fileAddContents();
-    virtual void fileRemoveContents(int index);
-    virtual void fileShowInstalled(int index);
-    virtual void filePrint();
-    virtual void fileExit();
-    virtual void viewContents();
-    virtual void viewGoToolbar();
-    virtual void viewContentsChanged(bool visible);
-    virtual void viewGoToolbarChanged(bool visible);
-    virtual void viewSettings();
-    virtual void goUp();
-    virtual void goSync();
-
 protected:
     bool event(QEvent* event) override;
 
 private:
     void buildToolBar();
     void buildPanes();
-    void buildPaneShortcuts();
+    void connectFileCommands();
     void connectCommands();
     void connectPanes();
     void connectDesk();
+    void connectKeeper();
     void connectBackground();
-    void showHint();
 
-    void loadSettings();
-    void saveSettings() const;
+    void addContents();
+    void searchIn(const QString& contentsFile);
     void selectCurrentRow();
     void helpManual();
     void stop();
@@ -92,6 +79,7 @@ private:
     SidePanes* m_panes = nullptr;
     std::unique_ptr<FullTextSearch> m_fullText;
     ContentsFiles* m_contentsFiles = nullptr;
-    QStringList m_refusals; ///< of files that were to be opened
+    LibraryKeeper* m_keeper = nullptr;
+    bool m_wasRefused = false; ///< a file that was to be opened
     bool m_isPersistent = true;
 };

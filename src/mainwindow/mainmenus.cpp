@@ -21,13 +21,15 @@ HelpSetMenu* makeHelpSetMenu(QMenuBar& bar, const char* name, const QString& tit
 MainMenus::MainMenus(QMenuBar& bar, const HelpActions& actions)
     : removeMenu(makeHelpSetMenu(bar, "removeMenu", tr("&Remove Contents"))),
       installedMenu(makeHelpSetMenu(bar, "installedMenu", tr("&Installed Contents"))),
+      recentMenu(makeHelpSetMenu(bar, "recentMenu", tr("Re&cent"))), fileMenu(bar.addMenu(tr("&File"))),
       outlineMenu(new OutlineMenu(tr("&On This Page"), &bar))
 {
-    auto* fileMenu = bar.addMenu(tr("&File"));
     fileMenu->addAction(actions.fileAddContentsAction);
     fileMenu->addMenu(removeMenu);
+    fileMenu->addAction(actions.fileUndoRemoveAction);
     fileMenu->addSeparator();
     fileMenu->addMenu(installedMenu);
+    fileMenu->addMenu(recentMenu);
     fileMenu->addSeparator();
     fileMenu->addActions({actions.filePrintAction, actions.filePreviewAction, actions.fileExportAction});
     fileMenu->addSeparator();
@@ -35,14 +37,16 @@ MainMenus::MainMenus(QMenuBar& bar, const HelpActions& actions)
 
     const auto& page = actions.page;
     auto* editMenu = bar.addMenu(tr("&Edit"));
-    editMenu->addActions(
-        {page.editCopyAction, page.editFindAction, page.editFindNextAction, page.editFindPreviousAction});
+    editMenu->addActions({page.editCopyAction, page.editFindAction, page.editFindLineAction,
+                          page.editFindNextAction, page.editFindPreviousAction});
     editMenu->addSeparator();
     editMenu->addAction(actions.editSearchAllAction);
 
     auto* viewMenu = bar.addMenu(tr("&View"));
     viewMenu->addActions({page.viewZoomInAction, page.viewZoomOutAction, page.viewZoomResetAction});
     viewMenu->addActions({page.viewReadingAction, page.viewReloadAction});
+    viewMenu->addSeparator();
+    viewMenu->addActions({actions.viewGroupAction, actions.viewFollowAction});
     viewMenu->addSeparator();
     viewMenu->addActions(
         {actions.viewContentsAction, actions.viewGoToolbarAction, actions.viewFullScreenAction});
@@ -53,6 +57,7 @@ MainMenus::MainMenus(QMenuBar& bar, const HelpActions& actions)
     goMenu->addActions(actions.goActions());
     goMenu->addSeparator();
     goMenu->addMenu(outlineMenu);
+    goMenu->addAction(actions.goLibraryAction);
 
     auto* helpMenu = bar.addMenu(tr("&Help"));
     helpMenu->addActions({actions.helpManualAction, actions.helpAboutAction});

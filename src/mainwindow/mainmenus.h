@@ -5,6 +5,7 @@
 
 class HelpSetMenu;
 class OutlineMenu;
+class QMenu;
 class QMenuBar;
 struct HelpActions;
 
@@ -17,5 +18,7 @@ public:
 
     HelpSetMenu* removeMenu;
     HelpSetMenu* installedMenu;
+    HelpSetMenu* recentMenu;
+    QMenu* fileMenu;
     OutlineMenu* outlineMenu;
 };

@@ -1,10 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/session.h"
 
+#include "browser/helpbrowser.h"
+#include "contents/helpcontents.h"
 #include "desk/desk.h"
 #include "library/helplibrary.h"
+#include "library/openedsets.h"
 #include "mainwindow/contentsfiles.h"
+#include "mainwindow/helpactions.h"
+#include "mainwindow/sidepanes.h"
 #include "mainwindow/windowsettings.h"
+
+#include <QAction>
+#include <QMainWindow>
+
+#include <algorithm>
 
 Wish Session::lastPage(const HelpLibrary& library)
 {
@@ -15,17 +25,45 @@ Wish Session::lastPage(const HelpLibrary& library)
     return {.page = last.page, .place = last.scroll};
 }
 
-void Session::save(const HelpLibrary& library, const ContentsFiles& files, const Desk& desk)
+void Session::save(const ContentsFiles& files, const Desk& desk)
 {
-    QStringList open;
-    for (const auto* root : library.roots()) {
-        open.append(root->fileName);
+    const QStringList open = files.filesToStore();
+    QStringList before = WindowSettings::loadContents();
+    before.removeAll(QString());
+    // What was open the last time and is not open now can be opened again as a whole.
+    const bool isLost = std::any_of(before.begin(), before.end(),
+                                    [&open](const QString& fileName) { return !open.contains(fileName); });
+    if (isLost) {
+        OpenedSets::saveEarlierSession(before);
     }
-    WindowSettings::saveContents(open + files.pendingFiles() + files.absentFiles());
+    OpenedSets::remember(files.openedFiles());
+    WindowSettings::saveContents(open);
     const auto* record = desk.current();
     if (record == nullptr && !files.pendingFiles().isEmpty()) {
         return;
     }
     WindowSettings::saveSession(record == nullptr ? WindowSettings::Session()
                                                   : WindowSettings::Session{record->page(), desk.place()});
+}
+
+void Session::loadWindow(QMainWindow& window, const HelpActions& actions, SidePanes& panes, Desk& desk)
+{
+    WindowSettings::loadDisplay(desk.view());
+    actions.page.viewReadingAction->setChecked(desk.view().isReadingView());
+    const auto choices = WindowSettings::loadViewChoices();
+    actions.viewGroupAction->setChecked(choices.isGrouped);
+    actions.viewFollowAction->setChecked(choices.follows);
+    panes.contents()->setGrouped(choices.isGrouped);
+    WindowSettings::loadGeometry(window);
+    WindowSettings::loadPanes(window, panes, panes.widthFor(window.width()));
+}
+
+void Session::saveWindow(const QMainWindow& window, const HelpActions& actions, const SidePanes& panes,
+                         const Desk& desk)
+{
+    WindowSettings::saveDisplay(desk.view());
+    WindowSettings::saveViewChoices(
+        {actions.viewGroupAction->isChecked(), actions.viewFollowAction->isChecked()});
+    WindowSettings::saveGeometry(window);
+    WindowSettings::savePanes(window, panes);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/windowsettings.h"
 
+#include "browser/colorscheme.h"
 #include "browser/pageview.h"
 #include "library/settingsstore.h"
 
@@ -17,10 +18,19 @@ namespace WindowSettings {
 
 namespace {
 
-constexpr QSize DefaultSize(590, 400);
+constexpr QSize LeastFirstSize(590, 400); // of a window that has never been shown
+constexpr QSize LargestFirstSize(1280, 900);
 constexpr int LargestFontSize = 500;
+constexpr int LongestLine = 300;       // characters
 constexpr int PanesVersion = 1;        // of the panes and tool bars that there are
 constexpr QSize LeastVisible(100, 50); // pixels of the window that must be on a screen
+
+/// Two thirds of the screen in each direction, as far as that is useful.
+QSize firstSize(const QWidget& window)
+{
+    const QSize available = window.screen()->availableGeometry().size();
+    return (available * 2 / 3).expandedTo(LeastFirstSize).boundedTo(LargestFirstSize);
+}
 
 /// restoreGeometry() accepts blocks that are cut off and then makes a window without a size.
 bool isWholeBlock(const QByteArray& block)
@@ -53,7 +63,7 @@ void makeReachable(QWidget& window)
     if (!window.isMaximized() && !window.isFullScreen()) {
         const bool isTooSmall = window.width() < least.width() || window.height() < least.height();
         const QSize frame = window.frameSize() - window.size();
-        window.resize((isTooSmall ? DefaultSize : window.size()).boundedTo(available.size() - frame));
+        window.resize((isTooSmall ? firstSize(window) : window.size()).boundedTo(available.size() - frame));
     }
     if (!isReachable(window.frameGeometry())) {
         window.move(available.center() - window.rect().center());
@@ -87,6 +97,9 @@ void loadDisplay(PageView& view)
         !family.isEmpty() && isChosen("fontFixedName")) {
         view.setFontFixedFamily(family);
     }
+    const int lineWidth = store.value("lineWidth").toInt();
+    view.setLineWidth(lineWidth > 0 && lineWidth <= LongestLine ? lineWidth : view.lineWidth());
+    applyColorScheme(ColorScheme(std::clamp(store.value("colors").toInt(), 0, int(ColorScheme::Dark))));
     view.setReadingView(store.value("readingView", view.isReadingView()).toBool());
     if (isChosen("linkUnderline")) {
         view.setLinkUnderline(store.value("linkUnderline").toBool());
@@ -110,6 +123,8 @@ void saveDisplay(const PageView& view)
     save("linkUnderline", view.getLinkUnderline(), chosen.linkUnderline);
     save("linkColor", int(view.getLinkColor().rgba()), chosen.linkColor);
     store.setValue("readingView", view.isReadingView());
+    store.setValue("lineWidth", view.lineWidth());
+    store.setValue("colors", int(appliedColorScheme()));
 }
 
 void loadGeometry(QWidget& window)
@@ -123,8 +138,9 @@ void loadGeometry(QWidget& window)
         };
         window.move(coordinate("geometry/x", window.x()), coordinate("geometry/y", window.y()));
     }
-    window.resize(store.value("geometry/w", DefaultSize.width()).toInt(),
-                  store.value("geometry/h", DefaultSize.height()).toInt());
+    const QSize first = firstSize(window);
+    window.resize(store.value("geometry/w", first.width()).toInt(),
+                  store.value("geometry/h", first.height()).toInt());
     const QByteArray block = store.value("dockGeometry").toByteArray();
     if (isWholeBlock(block)) {
         window.restoreGeometry(block);
@@ -142,15 +158,15 @@ void saveGeometry(const QWidget& window)
     store.setValue("dockGeometry", window.saveGeometry());
 }
 
-void loadPanes(QMainWindow& window, QDockWidget& dock)
+void loadPanes(QMainWindow& window, QDockWidget& dock, int firstWidth)
 {
     const SettingsStore store(SettingsStore::Access::Read);
     // What is no state of this version is refused as a whole.
     window.restoreState(store.value("panes").toByteArray(), PanesVersion);
     // A window that has not been shown forgets the width in its state.
-    if (const int width = store.value("panesWidth").toInt(); width > 0 && width < window.width()) {
-        window.resizeDocks({&dock}, {width}, Qt::Horizontal);
-    }
+    const int width = store.value("panesWidth").toInt();
+    const bool isUseful = width > 0 && width < window.width();
+    window.resizeDocks({&dock}, {isUseful ? width : firstWidth}, Qt::Horizontal);
 }
 
 void savePanes(const QMainWindow& window, const QDockWidget& dock)
@@ -160,6 +176,19 @@ void savePanes(const QMainWindow& window, const QDockWidget& dock)
     if (!dock.isHidden() && !dock.isFloating()) {
         store.setValue("panesWidth", dock.width());
     }
+}
+
+ViewChoices loadViewChoices()
+{
+    const SettingsStore store(SettingsStore::Access::Read);
+    return {store.value("groupByHelpSet", true).toBool(), store.value("followPage", true).toBool()};
+}
+
+void saveViewChoices(const ViewChoices& choices)
+{
+    SettingsStore store(SettingsStore::Access::Write);
+    store.setValue("groupByHelpSet", choices.isGrouped);
+    store.setValue("followPage", choices.follows);
 }
 
 QStringList loadContents()

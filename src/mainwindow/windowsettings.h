@@ -20,9 +20,18 @@ void saveDisplay(const PageView& view);
 void loadGeometry(QWidget& window);
 void saveGeometry(const QWidget& window);
 
-/// Which panes and tool bars are shown and where; `dock` has the panes, and keeps its width.
-void loadPanes(QMainWindow& window, QDockWidget& dock);
+/// Which panes and tool bars are shown and where; `dock` has the panes, and keeps its width, which is
+/// `firstWidth` pixels at first.
+void loadPanes(QMainWindow& window, QDockWidget& dock, int firstWidth);
 void savePanes(const QMainWindow& window, const QDockWidget& dock);
+
+/// Choices of the View menu.
+struct ViewChoices {
+    bool isGrouped = true; ///< a row for each help set
+    bool follows = true;   ///< the tree follows the page
+};
+[[nodiscard]] ViewChoices loadViewChoices();
+void saveViewChoices(const ViewChoices& choices);
 
 /// The contents files that were open last, in load order.
 [[nodiscard]] QStringList loadContents();

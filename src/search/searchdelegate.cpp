@@ -6,6 +6,7 @@
 
 #include <QListView>
 #include <QPainter>
+#include <QTextLayout>
 
 namespace {
 
@@ -54,6 +55,24 @@ void drawLine(QPainter* painter, const QFont& font, const QString& text, Qt::Tex
     rect.setTop(rect.top() + metrics.height() + PartGap);
 }
 
+/// A title on one line, or on two when it is long; the second one is cut in the middle, as the ends of titles
+/// tell them apart.
+QStringList titleLines(const QString& title, const QFont& font, int width)
+{
+    const QString text = QString(title).replace(u'\t', u' ');
+    QTextLayout layout(text, font);
+    layout.beginLayout();
+    auto line = layout.createLine();
+    line.setLineWidth(width);
+    layout.endLayout();
+    const qsizetype end = line.textLength();
+    if (end == text.size()) {
+        return {text};
+    }
+    return {text.first(end),
+            QFontMetrics(font).elidedText(text.sliced(end).trimmed(), Qt::ElideMiddle, width)};
+}
+
 /// The ground of a row: the current one tells by its strength whether keys go to the list. Returns the colour
 /// of text on it.
 QColor drawGround(QPainter* painter, const QStyleOptionViewItem& option)
@@ -81,7 +100,9 @@ void SearchDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
     painter->setClipRect(option.rect);
     QColor color = drawGround(painter, option);
     painter->setPen(color);
-    drawLine(painter, titleFont(option), hit.title, Qt::ElideRight, rect);
+    for (const auto& line : titleLines(hit.title, titleFont(option), rect.width())) {
+        drawLine(painter, titleFont(option), line, Qt::ElideRight, rect);
+    }
     color.setAlphaF(PlaceOpacity);
     painter->setPen(color);
     drawLine(painter, placeFont(option), placeOf(hit), Qt::ElideMiddle, rect);
@@ -95,6 +116,9 @@ QSize SearchDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelI
 {
     const auto* view = qobject_cast<const QListView*>(option.widget);
     const int width = view != nullptr ? view->viewport()->width() : option.rect.width();
-    const int lines = QFontMetrics(titleFont(option)).height() + QFontMetrics(placeFont(option)).height();
-    return {0, 2 * RowMargin + lines + 2 * PartGap + snippetLayout(option, hitOf(index), width).height()};
+    const auto title = titleLines(hitOf(index).title, titleFont(option), width - 2 * RowMargin);
+    const int titleHeight = int(title.size()) * (QFontMetrics(titleFont(option)).height() + PartGap);
+    const int placeHeight = QFontMetrics(placeFont(option)).height() + PartGap;
+    return {0,
+            2 * RowMargin + titleHeight + placeHeight + snippetLayout(option, hitOf(index), width).height()};
 }

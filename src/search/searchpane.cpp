@@ -85,6 +85,16 @@ void SearchPane::setIndexState(IndexState state, qsizetype unreadable)
     m_summary->setIndexState(state, unreadable);
 }
 
+void SearchPane::searchIn(const QString& contentsFile)
+{
+    m_scope->chooseOnly(contentsFile);
+}
+
+void SearchPane::setQuery(const QString& query)
+{
+    m_field->setText(query);
+}
+
 void SearchPane::selectQuery()
 {
     m_field->selectAll();

@@ -25,6 +25,9 @@ public:
     void showAnswer(const SearchAnswer& answer);
     /// Asks for the same search again, because there is more to find, or less.
     void searchAgain();
+    /// From now on searches this help set only; the name is absolute.
+    void searchIn(const QString& contentsFile);
+    void setQuery(const QString& query);
     /// Selects the text of the field, so that typing replaces it.
     void selectQuery();
 

@@ -3,6 +3,9 @@
 
 #include <QMenu>
 
+#include <algorithm>
+#include <utility>
+
 namespace {
 
 /// The text as a menu shows it unchanged.
@@ -45,6 +48,25 @@ void SearchScope::setHelpSets(const QList<SearchChoice>& sets)
     }
     setHidden(sets.size() < 2);
     showChoice();
+    if (!m_wanted.isNull()) {
+        chooseOnly(m_wanted);
+    }
+}
+
+void SearchScope::chooseOnly(const QString& contentsFile)
+{
+    const auto isWanted = [&](const QAction* action) {
+        return action->data().toStringList().constFirst() == contentsFile;
+    };
+    m_wanted = contentsFile;
+    if (std::none_of(m_setActions.begin(), m_setActions.end(), isWanted)) {
+        return;
+    }
+    m_wanted = QString();
+    for (auto* action : std::as_const(m_setActions)) {
+        action->setChecked(isWanted(action));
+    }
+    choose();
 }
 
 QList<QAction*> SearchScope::chosen() const

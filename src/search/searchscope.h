@@ -26,6 +26,9 @@ public:
     /// The contents files chosen; empty for all.
     [[nodiscard]] QStringList contentsFiles() const;
 
+    /// Chooses this one, as soon as it is there.
+    void chooseOnly(const QString& contentsFile);
+
     void showPopup() override;
 
 Q_SIGNALS:
@@ -39,4 +42,5 @@ private:
     QMenu* m_menu;
     QAction* m_allAction;
     QList<QAction*> m_setActions;
+    QString m_wanted; ///< to be chosen when it is there; null for none
 };

@@ -184,8 +184,7 @@ void addListsAndPictures()
            R"(<div>a</div><table cellspacing="0" cellpadding="2"><tr><td>b</td></tr></table>)");
     addRow("lists", R"(<ol start="3" type="a"><li>a<li><p>b</p><p>c</p></ol>)",
            R"(<ol start="3" type="a"><li>a</li><li><p>b</p><p>c</p></li></ol>)");
-    addRow("terms", "<dl><dt>T<dd>d</dl>",
-           R"(<dl><dt><span style="font-weight:normal;">T</span></dt><dd>d</dd></dl>)");
+    addRow("terms", "<dl><dt>T<dd>d</dl>", "<dl><dt>T</dt><dd>d</dd></dl>");
     addRow("text beside blocks", "<div>a<p>b</p>c <b>d</b></div>",
            "<div>a</div><p>b</p><div>c <b>d</b></div>");
     addRow("small picture", R"(<p>a <img src="i.png" width="9" onload="x"> b</p>)",
@@ -235,6 +234,8 @@ class TestPreparedPage : public QObject {
 private Q_SLOTS:
     void generators_data();
     void generators();
+    void hostileSheets_data();
+    void hostileSheets();
     void sheets_data();
     void sheets();
     void looks_data();
@@ -281,20 +282,27 @@ void TestPreparedPage::sheets_data()
     addTexts("css", "html", "prepared");
     addRow("weight and colour", ".x{font-weight:bold;color:#a00000}", "<p>a <span class=x>b</span></p>",
            R"(<p>a <span style="font-weight:bold;color:#a00000;">b</span></p>)");
-    addRow(
-        "of a block", "p{font-style:italic}", "<p>a <b>b</b></p>",
-        R"(<p><span style="font-style:italic;">a</span> <b><span style="font-style:italic;">b</span></b></p>)");
+    addRow("of a block", "p{font-style:italic}", "<p>a <b>b</b></p>",
+           R"(<p><span style="font-style:italic;">a</span> )"
+           R"(<span style="font-weight:bold;font-style:italic;">b</span></p>)");
     addRow("fixed pitch", ".x{font-family:monospace;color:red}", "<p><span class=x>a</span></p>",
-           R"(<p><tt><span style="color:#ff0000;">a</span></tt></p>)");
-    addRow(
-        "taken back", "dt,b{font-weight:normal}em{font-style:normal}",
-        "<dl><dt>a<dd><b>b</b> <em>c</em></dl>",
-        R"(<dl><dt><span style="font-weight:normal;">a</span></dt><dd><b><span style="font-weight:normal;">b</span></b> )"
-        R"(<em><span style="font-style:normal;">c</span></em></dd></dl>)");
-    addRow("headings stay", "h2{font-weight:normal}", "<h2>a</h2>", "<h2>a</h2>");
-    addRow("code stays code", "code{font-family:serif}", "<p><code>a</code></p>", "<p><code>a</code></p>");
-    addRow("links look like links", "a{color:red;text-decoration:underline}", "<p><a href=x>a</a></p>",
-           R"(<p><a href="link:0">a</a></p>)");
+           R"(<p><tt><span style="color:#e60000;">a</span></tt></p>)");
+    addRow("taken back", "dt,b{font-weight:normal}em{font-style:normal}",
+           "<dl><dt>a<dd><b>b</b> <em>c</em></dl>",
+           R"(<div class="term">a</div><div style="margin-left:40px;">b c</div>)");
+    addRow("large heading", "h2{font-weight:normal}", "<h2>a</h2>",
+           R"(<h2 class="larger"><span style="font-weight:normal;">a</span></h2>)");
+    addRow("code in another font", "code{font-family:serif}", "<p><code>a</code></p>", "<p>a</p>");
+    addRow("link in a colour of its own", "a{color:red;text-decoration:underline}", "<p><a href=x>a</a></p>",
+           R"(<p><a href="link:0"><span style="color:#e60000;">a</span></a></p>)");
+    addRow("link without a line", "a{text-decoration:none}", "<p><a href=x>a</a></p>",
+           R"(<p><a href="link:0" class="plain">a</a></p>)");
+    addRow("line of its own", ".x{display:block}", "<p>a<span class=x>b</span>c</p>",
+           "<p>a<div>b</div>c</p>");
+    addRow("items in a line", "li{display:inline}", "<ul><li>a</li><li>b</li></ul>", "<div>a b</div>");
+    addRow("listing", ".x{white-space:pre}", "<div class=x>a\n  b</div>",
+           "<div style=\"white-space:pre-wrap\">a\n  b</div>");
+    addRow("switched off sheet", "", "<link rel=stylesheet href=a.css disabled><p class=x>a</p>", "<p>a</p>");
     addRow("lines", ".x{text-decoration:line-through}ins{color:#111}",
            "<p><span class=x>a</span> <ins>b</ins></p>",
            R"(<p><span style="text-decoration:line-through;">a</span> <ins>b</ins></p>)");
@@ -309,7 +317,7 @@ void TestPreparedPage::sheets_data()
     addRow("shown at a hand's turn", ".collapsible{display:none}", "<div class=collapsible><p>a</p></div>",
            "<p>a</p>");
     addRow("on paper only", "@media print{p{display:none}}", "<p>a</p>", "<p>a</p>");
-    addRow("style attribute", "x{}", "<p style='color:#00f'>a</p>",
+    addRow("style attribute", "b{color:red}", "<p style='color:#00f'>a</p>",
            R"(<p><span style="color:#0000ff;">a</span></p>)");
     addRow("file", "", "<link rel=stylesheet href=a.css><p class=x>a</p>",
            R"(<p><span style="color:#008000;">a</span></p>)");
@@ -317,6 +325,47 @@ void TestPreparedPage::sheets_data()
     addRow("imported", "@import 'b.css';", "<p class=x>a</p>",
            R"(<p><span style="color:#008000;">a</span></p>)");
     addRow("imported for others", "@import url(a.css) print;", "<p class=x>a</p>", "<p>a</p>");
+}
+
+void TestPreparedPage::hostileSheets_data()
+{
+    addTexts("css", "html");
+    const auto nested = [](const char* tag, int count) { return QString::fromLatin1(tag).repeated(count); };
+    const QString deep = nested("<div>a ", 10'000) + u"end"_s;
+    const QString wide = nested("<div>a</div>", 20'000) + u"<div>end</div>"_s;
+    addRow("boxes in boxes",
+           "div{border:1px solid red;background:#eee}div div:nth-child(odd){background:#ddd}", deep);
+    addRow("grids in grids", "div{display:grid;grid-template-columns:1fr 1fr}", deep);
+    addRow("rows in rows", "div{display:flex}", deep);
+    addRow("tables in tables", "div{display:table}", deep);
+    addRow("cells in cells", "div{display:table-cell}", deep);
+    addRow("floats in floats", "div{float:left;width:40%}", deep);
+    addRow("columns in columns", "div{columns:3}", deep);
+    addRow("as if none were there", "div{display:contents}body{display:grid;grid-template-columns:1fr 1fr}",
+           deep);
+    addRow("listings in listings", "div{white-space:pre}", deep);
+    addRow("long grid", "body{display:grid;grid-template-columns:1fr 1fr}", wide);
+    addRow("many floats", "div{float:left;width:10%}", wide);
+    addRow("many columns", "body{columns:20}", wide);
+    addRow("many texts", "div::before{content:'x' counter(c);counter-increment:c}", wide);
+    addRow("far from its row",
+           "div{grid-column:20/span 20}body{display:grid;grid-template-columns:repeat(24,1fr)}", wide);
+}
+
+/// No word is lost, and it takes no longer than the page is long.
+void TestPreparedPage::hostileSheets()
+{
+    QFETCH(const QString, css);
+    QFETCH(const QString, html);
+    PageContext context;
+    context.isWhole = true;
+    const auto page = preparePage(u"<html><head><style>"_s + css + u"</style></head><body>"_s + html, context,
+                                  Presentation::Reading);
+    QVERIFY(page.isReading);
+    QVERIFY(page.text.trimmed().endsWith(u"end"));
+    QCOMPARE(page.text.count(u'a'), html.count(u"a"_s));
+    QCOMPARE(page.html.count(u"<table"_s), page.html.count(u"</table"_s));
+    QCOMPARE(page.html.count(u"<td"_s), page.html.count(u"</td"_s));
 }
 
 /// What style sheets say is added to what elements look like.

@@ -138,6 +138,11 @@ private Q_SLOTS:
     void anchors_data();
     void anchors();
     void coloursOfSheets();
+    void placesOfSheets_data();
+    void placesOfSheets();
+    void looksOfSheets_data();
+    void looksOfSheets();
+    void linksOfSheets();
     void widthOfLines();
     void zoomByTouchpad();
     void pictures();
@@ -290,6 +295,167 @@ void TestReadingView::coloursOfSheets()
     f.browser.setPalette(dark);
     QVERIFY2(contrast(color(), QColor(30, 30, 30)) >= LeastContrast, qPrintable(color().name()));
     QVERIFY(color().blue() > color().red());
+}
+
+void TestReadingView::placesOfSheets_data()
+{
+    addTexts("css", "html", "place");
+    const char* const three = "<div class=g><div>one</div><div>two</div><div>three</div></div>";
+    addRow("no columns", ".g{color:red}", three, "below");
+    addRow("grid", ".g{display:grid;grid-template-columns:1fr auto}", three, "beside");
+    addRow("repeated columns", ".g{display:grid;grid-template-columns:repeat(3,minmax(0,1fr))}", three,
+           "beside");
+    addRow("as many as there is room for",
+           ".g{display:grid;grid-template-columns:repeat(auto-fill,minmax(9em,1fr))}", three, "beside");
+    addRow("one column", ".g{display:grid;grid-template-columns:100%}", three, "below");
+    addRow("over all columns", ".g{display:grid;grid-template-columns:1fr 1fr}.g>*{grid-column:1/-1}", three,
+           "below");
+    addRow("second column", ".g{display:grid;grid-template-columns:1fr 1fr}.g>*{grid-column:2}", three,
+           "below");
+    addRow("flexible row", ".g{display:flex}", three, "beside");
+    addRow("flexible column", ".g{display:flex;flex-direction:column}", three, "below");
+    addRow("wrapping", ".g{display:flex;flex-wrap:wrap}.g>*{width:90%;height:9em}", three, "below");
+    addRow("cells", ".g{display:table}.g>*{display:table-cell}", three, "beside");
+    addRow("rows", ".g{display:table}.g>*{display:table-row}.g span{display:table-cell}",
+           "<div class=g><div><span>one</span><span>two</span></div><div><span>three</span></div></div>",
+           "beside");
+    addRow("columns of text", ".g{columns:2}", three, "below");
+    addRow("columns of a list", "ul{column-count:2}", "<ul><li>one<li>two</ul>", "beside");
+    addRow("terms that float", "dt{float:left}", "<dl><dt>one<dd>two<dt>three<dd>four</dl>", "beside");
+    addRow("figures", "figure{float:left;width:45%}", "<figure><p>one</figure><figure><p>two</figure>",
+           "beside");
+    addRow("as if it were not there",
+           ".g{display:grid;grid-template-columns:1fr 1fr}section{display:contents}",
+           "<div class=g><section><p>one</section><section><p>two</section></div>", "beside");
+    addRow("items in a line", "li{display:inline}", "<ul><li>one<li>two</ul>", "beside");
+    addRow("text that is a part", ".g{display:flex}", "<div class=g>one<b>two</b></div>", "beside");
+}
+
+/// Where the second word is shown.
+void TestReadingView::placesOfSheets()
+{
+    QFETCH(const QString, css);
+    QFETCH(const QString, html);
+    Fixture f("== p.html\n<style>" + css.toUtf8() + "</style><h1>Title of the page</h1>" + html.toUtf8());
+    f.show("p.html");
+    const auto placeOf = [&f](const QString& word) {
+        return f.browser.cursorRect(f.browser.document()->find(word)).center();
+    };
+    const QPoint one = placeOf(u"one"_s);
+    const QPoint two = placeOf(u"two"_s);
+    const bool isBeside = qAbs(one.y() - two.y()) < f.browser.fontMetrics().height() && two.x() > one.x();
+    QTEST(isBeside ? u"beside"_s : two.y() > one.y() ? u"below"_s : u"elsewhere"_s, "place");
+}
+
+void TestReadingView::looksOfSheets_data()
+{
+    addTexts("css", "html", "look");
+    const char* const word = "<p>text of the page<p class=x>a word";
+    addRow("plain", "b{color:red}", word, "");
+    addRow("bold", ".x{font-weight:700}", word, "bold");
+    addRow("large", ".x{font-size:150%}", word, "size2");
+    addRow("a little larger", ".x{font-size:1.2em}", word, "size1");
+    addRow("small", ".x{font-size:.7em}", word, "size-1");
+    addRow("capitals", ".x{text-transform:uppercase}", word, "upper");
+    addRow("small capitals", ".x{font-variant:small-caps}", word, "small");
+    addRow("at the right", ".x{text-align:right}", word, "right");
+    addRow("in the middle", ".x{text-align:center}", word, "center");
+    addRow("indented", ".x{margin-left:20px}", word, "indent20");
+    addRow("indented too far", ".x{margin-left:400px}", word, "indent40");
+    addRow("from right to left", ".x{direction:rtl}", word, "rtl");
+    addRow("ground of a word", ".x span{background:#ff8}", "<p>text<p class=x>a <span>word</span>",
+           "ground#ffff88");
+    addRow("box", ".x{background:#eef;border-left:3px solid #00f;padding:5px}", word,
+           "cell#eeeeff bar3#0000ff padding8");
+    addRow("frame", ".x{border:1px solid red}", word, "bar1#ff0000 padding8");
+    addRow("beside the text", ".x{float:right;width:30%}", "<p class=x>a word<p>text of the page",
+           "floats padding12");
+    addRow("alone at the side", ".x{float:right;width:30%}", word, "");
+    addRow("of the page", "body,.x{background:#eef}", word, "");
+    addRow("cell", "td{background:#eef;border-left:2px solid red}",
+           "<p>text of<p>the page<table><tr><td>word</table>", "cell#eeeeff bar2#ff0000 padding4");
+    addRow("row", "tr{background:#eef}", "<p>text of<p>the page<table><tr><td>word</table>",
+           "cell#eeeeff padding4");
+    addRow("head of a table", "b{color:red}", "<p>text of<p>the page<table><tr><th>word</table>",
+           "bold center padding4");
+    addRow("attributes", "b{color:red}",
+           "<p>text of<p>the page<p align=right><font size=5 color=#0000c0>word</font>",
+           "size2 right #0000c0");
+    addRow("heading of a low rank", "b{color:red}",
+           "<h1>Page</h1><h2>a</h2><h3>b</h3><h4>c</h4><h5>word</h5>", "bold size1");
+    addRow("highest heading", "b{color:red}", "<h3>word</h3><p>text of the page", "bold size2");
+    addRow("term", "b{color:red}", "<p>text of the page<dl><dt>word<dd>x</dl>", "");
+    addRow("list without marks", "ul{list-style:none;padding:0}", "<p>text of the page<ul><li>word</ul>", "");
+    addRow("list", "b{color:red}", "<p>text of the page<ul><li>word</ul>", "list-1");
+    addRow("numbers of a list", "ol{list-style-type:upper-roman}", "<p>text of the page<ol><li>word</ol>",
+           "list-8");
+    addRow("before", ".x::before{content:'» ';font-weight:bold}.x{font-style:italic}", word,
+           "italic text» a word");
+    addRow("attribute", ".x::after{content:' (' attr(title) ')'}", "<p>text<p class=x title=t>a word",
+           "texta word (t)");
+    addRow("counter",
+           "body{counter-reset:n}p{counter-increment:n}p::before{content:counter(n,lower-roman) '. '}", word,
+           "textii. a word");
+    addRow("signs of a font of its own", ".x::before{content:'\\f105'}", word, "");
+}
+
+void TestReadingView::looksOfSheets()
+{
+    QFETCH(const QString, css);
+    QFETCH(const QString, html);
+    QFETCH(const QString, look);
+    Fixture f("== p.html\n<style>" + css.toUtf8() + "</style>" + html.toUtf8());
+    f.show("p.html");
+    const auto cursor = f.browser.document()->find(u"word"_s);
+    QVERIFY(!cursor.isNull());
+    QStringList words;
+    const auto add = [&words](bool isSo, const QString& word) {
+        if (isSo) {
+            words += word;
+        }
+    };
+    const auto text = cursor.charFormat();
+    const auto block = cursor.blockFormat();
+    add(text.fontWeight() > QFont::Normal, u"bold"_s);
+    add(text.fontItalic(), u"italic"_s);
+    const int size = text.intProperty(QTextFormat::FontSizeAdjustment);
+    add(size != 0, u"size"_s + QString::number(size));
+    add(text.fontCapitalization() == QFont::AllUppercase, u"upper"_s);
+    add(text.fontCapitalization() == QFont::SmallCaps, u"small"_s);
+    add((block.alignment() & Qt::AlignRight) != 0, u"right"_s);
+    add((block.alignment() & Qt::AlignHCenter) != 0, u"center"_s);
+    add(block.leftMargin() > 0, u"indent"_s + QString::number(block.leftMargin()));
+    add(block.layoutDirection() == Qt::RightToLeft, u"rtl"_s);
+    add(text.hasProperty(QTextFormat::ForegroundBrush), text.foreground().color().name());
+    add(text.hasProperty(QTextFormat::BackgroundBrush) && cursor.currentTable() == nullptr,
+        u"ground"_s + text.background().color().name());
+    if (auto* table = cursor.currentTable()) {
+        const auto cell = table->cellAt(cursor).format().toTableCellFormat();
+        add(table->format().position() == QTextFrameFormat::FloatRight, u"floats"_s);
+        add(cell.hasProperty(QTextFormat::BackgroundBrush), u"cell"_s + cell.background().color().name());
+        add(cell.leftBorder() > 0,
+            u"bar"_s + QString::number(cell.leftBorder()) + cell.leftBorderBrush().color().name());
+        add(cell.leftPadding() > 0, u"padding"_s + QString::number(cell.leftPadding()));
+    }
+    add(cursor.currentList() != nullptr,
+        u"list"_s +
+            QString::number(cursor.currentList() == nullptr ? 0 : cursor.currentList()->format().style()));
+    add(look.contains(u"text"), u"text"_s + cursor.block().text());
+    QCOMPARE(words.join(u' '), look);
+}
+
+/// What a person chose goes before what a page says.
+void TestReadingView::linksOfSheets()
+{
+    Fixture f("== p.html\n<style>a{color:#c00000;text-decoration:none}</style><p>text <a href=x>word</a>");
+    f.show("p.html");
+    const auto format = [&f] { return f.browser.document()->find(u"word"_s).charFormat(); };
+    QCOMPARE(format().foreground().color(), QColor(0xc0, 0, 0));
+    QVERIFY(!format().fontUnderline());
+    f.browser.setLinkColor(Qt::darkGreen);
+    f.browser.setLinkUnderline(true);
+    QCOMPARE(format().foreground().color(), QColor(Qt::darkGreen));
+    QVERIFY(format().fontUnderline());
 }
 
 /// Lines have a hundred characters whatever their size.

@@ -83,6 +83,16 @@ constexpr const char* NotMatching[]{"i",
                                     ":not(:not(i))",
                                     "p > div b"};
 
+/// Each element has a style of its own.
+QString manyLooks()
+{
+    QString html;
+    for (int i = 0; i < 60'000; ++i) {
+        html += u"<b style='margin-top:%1px'>"_s.arg(i) + u"</b>"_s;
+    }
+    return html;
+}
+
 /// Computes the styles of a page; keeps those of its elements with an id of "x".
 class StyledPage {
 public:
@@ -180,6 +190,8 @@ private Q_SLOTS:
         addRow("displayed again", "p{display:none}.a{display:block}", page, "");
         addRow("far away", "p{position:absolute;left:-9999px}", page, "hidden");
         addRow("cut off", "p{clip:rect(0 0 0 0)}", page, "hidden");
+        addRow("a point", "p{overflow:hidden;width:1px;height:1px}", page, "hidden");
+        addRow("low", "p{overflow:hidden;height:0}", page, "");
         addRow("stays", "p{position:sticky}", page, "stays");
         addRow("lines", "p{text-decoration:underline dotted}.o{text-decoration-line:line-through}", page,
                "line struck");
@@ -189,6 +201,9 @@ private Q_SLOTS:
         addRow("variable with fallback", "p{color:var(--none, blue)}", page, "ff");
         addRow("variables in a circle",
                ":root{--c:var(--d);--d:var(--c)}p{color:red;font-weight:bold;color:var(--c)}", page, "bold");
+        addRow("variable of an element around", ":root{--c:red}.o{--c:blue}p{color:var(--c)}", page, "ff");
+        addRow("variable of a neighbour", "i{--c:red}p{color:var(--c,blue)}", "<i>u</i><p id=x>t", "ff");
+        addRow("variable within another's fallback", "p{color:var(--a,var(--b,blue))}", page, "ff");
         addRow("comments", "/* } */p{/*;*/color/**/:/**/red/**/}", page, "ff0000");
         addRow("strings", "p::x{content:\"}{;\"}p{color:red}", page, "ff0000");
         addRow("what makes no sense", "p{color;:red;color:{};}p{color:red}", page, "ff0000");
@@ -263,6 +278,12 @@ private Q_SLOTS:
         addRow("blocks", QString(repeated("@media all{", 100'000)), "<p id=x>t");
         addRow("inner selectors", QString(repeated(":not(", 100'000)), "<p id=x>t");
         addRow("compounds", QString(repeated("p ", 100'000) + u"{color:red}"_s), "<p id=x>t");
+        addRow("many looks", "p{color:red}", QString(manyLooks() + u"<p id=x>t"_s));
+        addRow("variables on every level", "div{--a:var(--b) 1;--b:var(--a) 2}p{color:var(--a)}", nested);
+        addRow("texts on every level",
+               "div::before{content:counters(n,'-') attr(x)}div{counter-reset:n 999999999}", nested);
+        addRow("columns without end",
+               "p{grid-template-columns:repeat(999999,repeat(999999,1fr) repeat(99,1px))}", "<p id=x>t");
         addRow("growing variables",
                ":root{--a:var(--b)var(--b);--b:var(--c)var(--c);--c:var(--a)var(--a)}p{color:var(--a)}",
                "<p id=x>t");

@@ -4,6 +4,7 @@
 #include "browser/helpbrowser.h"
 #include "library/helplibrary.h"
 #include "pages/pagepreparation.h"
+#include "pages/pagesheets.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QFile>
@@ -82,6 +83,48 @@ void preparationFloor(benchmark::State& state)
     }
 }
 
+/// A style sheet of 80 KB as generators bring along, of which few rules mean the page, and some do.
+QByteArray makeSheet()
+{
+    constexpr qsizetype sheetSize = 80'000; // bytes
+    QByteArray sheet(":root{--line:#ccd;--code:#f4f4f8}body{font:16px/1.5 sans-serif;color:#222}"
+                     "h2{border-bottom:1px solid var(--line)}dl.py>dt{background:#eef;padding:4px}"
+                     ".sig-name,.descname{font-weight:bold}em.sig-param{font-style:normal}"
+                     "div.highlight{background:var(--code);border:1px solid var(--line);padding:.5em 1em}"
+                     ".highlight .kn{color:#008;font-weight:bold}.highlight .s1{color:#080}"
+                     "div.note{background:#ffd;border-left:4px solid #cc8}table.docutils td{border:1px solid "
+                     "var(--line);padding:.2em .5em}a{color:#06c;text-decoration:none}a:hover{color:red}");
+    for (int i = 0; sheet.size() < sheetSize; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        sheet +=
+            ".site-" + number + " .menu > li a:not(.x),div.part-" + number +
+            " p + ul li{margin:0 auto;padding:2px 4px;color:#345;display:block}@media (max-width:600px){.c-" +
+            number + "{display:none}}";
+    }
+    return sheet;
+}
+
+/// A page of 50 KB with its sheet in a file, which is read anew, or known.
+void preparationWithSheet(benchmark::State& state, bool isKnown)
+{
+    constexpr qsizetype size = 50'000; // bytes
+    const QTemporaryDir directory;
+    QFile file(directory.filePath(QStringLiteral("site.css")));
+    if (!file.open(QIODevice::WriteOnly) || file.write(makeSheet()) <= 0) {
+        qFatal("cannot write the style sheet");
+    }
+    file.close();
+    const QString html = makePage(size);
+    PageContext context;
+    context.file = directory.filePath(QStringLiteral("page.html"));
+    StyleSheets known;
+    for (auto _ : state) {
+        StyleSheets unknown;
+        context.styleSheets = isKnown ? &known : &unknown;
+        benchmark::DoNotOptimize(preparePage(html, context, Presentation::Reading));
+    }
+}
+
 /// Two files with the same page, so that each showing is one of another page.
 struct Pages {
     Pages()
@@ -132,3 +175,9 @@ BENCHMARK(preparationOurs)->Name("preparation/ours")->Unit(benchmark::kMilliseco
 BENCHMARK(preparationFloor)->Name("preparation/floor")->Unit(benchmark::kMillisecond);
 BENCHMARK(firstScreenOurs)->Name("first screen/ours")->Unit(benchmark::kMillisecond);
 BENCHMARK(firstScreenFloor)->Name("first screen/floor")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(preparationWithSheet, first, false)
+    ->Name("preparation with sheets/first")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(preparationWithSheet, again, true)
+    ->Name("preparation with sheets/again")
+    ->Unit(benchmark::kMillisecond);

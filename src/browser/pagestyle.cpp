@@ -2,12 +2,9 @@
 #include "browser/pagestyle.h"
 
 #include <algorithm>
-#include <cmath>
 #include <vector>
 
 namespace {
-
-constexpr float LightnessStep = 0.05F;
 
 /// Sizes and distances of the reading view, which do not depend on the palette.
 const QString ReadingLayout = QStringLiteral(
@@ -16,15 +13,16 @@ const QString ReadingLayout = QStringLiteral(
     "8px}"
     "h3{font-size:medium;margin-top:20px;margin-bottom:6px}h4,h5,h6{font-size:medium;margin-top:14px;"
     "margin-bottom:4px}"
+    ".largest{font-size:xx-large}.larger{font-size:x-large}.large{font-size:large}.usual{font-size:medium}"
     "p{margin-top:0;margin-bottom:10px}p.last{margin-bottom:0}p.item{margin-bottom:4px}p.picture,div.picture{"
     "line-height:100%}"
     "p.title{font-weight:bold;margin-top:8px;margin-bottom:4px}p.caption{margin-bottom:6px}"
     "p.note,p.tip,p.warning,p.danger,p.quote{margin-bottom:4px}"
     "ul,ol{margin-top:0;margin-bottom:8px}li{margin-bottom:3px}"
     "dt{font-weight:bold;margin-top:6px;margin-bottom:2px}dt.sig{font-weight:normal;margin-top:12px}"
-    "dd{margin-bottom:6px}"
+    "dd{margin-bottom:6px}div.term{margin-top:6px;margin-bottom:2px}"
     "pre{white-space:pre-wrap;line-height:100%;margin-top:0;margin-bottom:0}td.code{padding:8px}"
-    "table{margin-top:4px;margin-bottom:8px}"
+    "table{margin-top:4px;margin-bottom:8px}table.beside{margin-top:0;margin-bottom:0}"
     "td.note,td.tip,td.warning,td.danger{padding:8px;padding-left:12px}td.quote{padding-left:12px}"
     "table.data{border-collapse:collapse;border-style:solid}th{text-align:left}"
     "kbd{font-weight:bold}div.figure{line-height:100%;margin-top:4px;margin-bottom:12px}span.alt{font-style:"
@@ -36,15 +34,9 @@ QColor mixed(const QColor& a, const QColor& b, float share)
     return QColor::fromRgbF(mix(a.redF(), b.redF()), mix(a.greenF(), b.greenF()), mix(a.blueF(), b.blueF()));
 }
 
-double linear(float component)
+Rgb toRgb(const QColor& color)
 {
-    const double c = component;
-    return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-}
-
-double luminance(const QColor& color)
-{
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+    return color.rgb() & RGB_MASK;
 }
 
 QString quoted(QString text)
@@ -56,23 +48,12 @@ QString quoted(QString text)
 
 double contrast(const QColor& a, const QColor& b)
 {
-    const auto [dark, light] = std::minmax({luminance(a), luminance(b)});
-    return (light + 0.05) / (dark + 0.05);
+    return contrast(toRgb(a), toRgb(b));
 }
 
 QColor readableOn(const QColor& color, const QColor& ground)
 {
-    // Beyond this luminance black has more contrast than white.
-    constexpr double middle = 0.179;
-    const float end = luminance(ground) < middle ? 1.0F : 0.0F;
-    QColor result = color.toRgb();
-    for (float step = 0; contrast(result, ground) < LeastContrast && step < 1; step += LightnessStep) {
-        const float lightness = color.lightnessF() + (end - color.lightnessF()) * (step + LightnessStep);
-        result = QColor::fromHslF(std::max(0.0F, color.hslHueF()), color.hslSaturationF(),
-                                  std::clamp(lightness, 0.0F, 1.0F))
-                     .toRgb();
-    }
-    return result;
+    return QColor::fromRgb(readableOn(toRgb(color), toRgb(ground)));
 }
 
 namespace {
@@ -146,6 +127,9 @@ QString PageStyle::readingSheet(const QPalette& palette) const
                        "pre,code,tt,kbd,samp,dt.sig{font-family:%3}")
             .arg(link.name(), linkUnderline ? QStringLiteral("underline") : QStringLiteral("none"),
                  quoted(fixedFamily));
+    if (!isUnderlineChosen) {
+        sheet += QStringLiteral("a.plain:link{text-decoration:none}");
+    }
     sheet += ReadingLayout;
     sheet += QStringLiteral("code,kbd,td.code,dt.sig,th{background-color:%1}"
                             "table.data{border-color:%2}td.quote{border-left:3px solid %2}"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "styles/readablecolor.h"
+
 #include <QColor>
 #include <QPalette>
 #include <QString>
@@ -9,7 +11,8 @@
 struct PageStyle {
     QString fixedFamily; ///< of preformatted text and code
     bool linkUnderline = true;
-    bool hasOwnLinkColor = false; ///< the user chose it; otherwise the palette's is made readable
+    bool isUnderlineChosen = false; ///< by the user; otherwise pages may do without
+    bool hasOwnLinkColor = false;   ///< the user chose it; otherwise the palette's is made readable
 
     /// What links look like where the page does not say.
     [[nodiscard]] QColor shownLinkColor(const QPalette& palette) const;
@@ -19,9 +22,6 @@ struct PageStyle {
     /// stands on.
     [[nodiscard]] QString readingSheet(const QPalette& palette) const;
 };
-
-/// Of text to what it stands on, so that everybody can read it.
-inline constexpr double LeastContrast = 4.5;
 
 /// Contrast ratio of two opaque colours by their relative luminance, from 1 to 21.
 [[nodiscard]] double contrast(const QColor& a, const QColor& b);

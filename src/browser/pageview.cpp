@@ -100,7 +100,7 @@ void PageView::stopFilling()
     auto& prepared = m_page.prepared;
     const QString notice =
         PageBudget::wholePageNotice(tr("The rest of the page was not loaded."), prepared.links);
-    // What is left out stays so when the text is set again.
+    m_page.isStopped = true; // which stays so when the text is set again
     const qsizetype shown = m_filler.stop(notice);
     prepared.html = prepared.html.first(shown) + notice;
     std::erase_if(prepared.joints, [shown](qsizetype joint) { return joint > shown; });
@@ -141,12 +141,10 @@ void PageView::prepare()
 {
     const bool isOwn = m_page.file.isEmpty();
     const auto pictureWidth = [this](const QString& file) { return m_pictures->widthOf(file); };
-    m_ground = palette().color(QPalette::Active, QPalette::Base);
-    const auto ink = [ground = m_ground](uint32_t color) -> uint32_t {
-        return readableOn(QColor::fromRgb(color), ground).rgb() & RGB_MASK;
-    };
+    m_colors = pageColors();
+    m_page.isStopped = false;
     const PageContext context{m_page.file, pictureWidth, isOwn || m_page.isWhole || m_showsWholePages,
-                              &m_styleSheets, ink};
+                              &m_styleSheets, m_colors};
     if (m_page.source.isHtml) {
         m_page.prepared =
             preparePage(m_page.source.text, context, isOwn ? Presentation::AsWritten : m_presentation);
@@ -272,9 +270,21 @@ void PageView::restyle()
 {
     if (hasPage() && pageSheet(palette()) != m_appliedSheet) {
         const int top = place();
+        // Colours of the page were made readable for others.
+        if (m_colors != pageColors() && !m_page.isStopped) {
+            prepare();
+        }
         applyText();
         setPlace(top);
     }
+}
+
+PaletteColors PageView::pageColors() const
+{
+    const auto rgb = [](const QColor& color) { return uint32_t(color.rgb() & RGB_MASK); };
+    return {rgb(palette().color(QPalette::Active, QPalette::Base)),
+            rgb(palette().color(QPalette::Active, QPalette::Text)), rgb(style().shownLinkColor(palette())),
+            chosen().linkColor};
 }
 
 bool PageView::event(QEvent* event)
@@ -308,10 +318,6 @@ void PageView::changeEvent(QEvent* event)
     }
     if (event->type() == QEvent::PaletteChange) {
         m_appliedSheet.clear();
-        // Colours of the page were made readable on another ground.
-        if (hasPage() && m_ground != palette().color(QPalette::Active, QPalette::Base)) {
-            prepare();
-        }
         restyle();
     }
 }

@@ -16,8 +16,9 @@ struct ShownPage {
     QString file; ///< absolute path; empty for pages of the viewer's own
     std::optional<PageFileState> state;
     PageText source;
-    bool isWhole = false;  ///< show all of it, however long that takes
-    PreparedPage prepared; ///< its title, links and text are there for plain text, too
+    bool isWhole = false;       ///< show all of it, however long that takes
+    PreparedPage prepared = {}; ///< its title, links and text are there for plain text, too
+    bool isStopped = false;     ///< the rest of it was not loaded
 };
 
 /// Shows the text of one page and follows the display settings. Knows nothing of help sets; what a link means
@@ -113,6 +114,7 @@ private:
     void activateLink(const QString& href);
     void hoverLink(const QString& target);
     void prepare();
+    [[nodiscard]] PaletteColors pageColors() const;
     void applyText();
     void repairFrom(int position);
     void fitMargins();
@@ -123,7 +125,7 @@ private:
     PagePictures* m_pictures; ///< owned by the document
     Presentation m_presentation = Presentation::Reading;
     QString m_appliedSheet;
-    QColor m_ground;        ///< that the page was prepared for
+    PaletteColors m_colors; ///< that the page was prepared for
     QString m_anchorBeyond; ///< asked for, but in what is not shown of the page
     int m_lineWidth = UsualLineWidth;
     bool m_isOverPicture = false;

@@ -107,7 +107,7 @@ void StyledView::setLinkColor(const QColor& color)
 void StyledView::setLinkUnderline(bool underline)
 {
     m_style.linkUnderline = underline;
-    m_chosen.linkUnderline = true;
+    m_chosen.linkUnderline = m_style.isUnderlineChosen = true;
     restyle();
 }
 

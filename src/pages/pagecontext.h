@@ -14,6 +14,16 @@ enum class Presentation {
     AsWritten ///< as far as rich text can
 };
 
+/// What a page is shown with, 0xRRGGBB.
+struct PaletteColors {
+    uint32_t base = 0xFFFFFF;
+    uint32_t text = 0;
+    uint32_t link = 0x0000EE;
+    bool isLinkChosen = false; ///< a person chose the colour of links
+
+    [[nodiscard]] bool operator==(const PaletteColors&) const = default;
+};
+
 /// What preparing a page needs to know of its surroundings.
 struct PageContext {
     QString file; ///< absolute path; empty for a page that is not in a file
@@ -24,6 +34,5 @@ struct PageContext {
     bool isWhole = false;
     /// The style sheets of files; null to look at those in the page only.
     StyleSheets* styleSheets = nullptr;
-    /// Makes a colour of the page's text, 0xRRGGBB, readable on what it is shown on; may be empty.
-    std::function<uint32_t(uint32_t color)> ink = {};
+    PaletteColors colors = {};
 };

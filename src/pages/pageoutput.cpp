@@ -42,7 +42,7 @@ void PageOutput::open(std::string_view markup, End& end)
     if (end.isBlock) {
         endParagraph();
         breakBlock();
-        m_blocks.push_back(end.isContainer);
+        m_blocks.push_back(end.isContainer ? end.paragraph : std::string());
         m_isTextLast = m_isTextLast && markup.empty();
     } else {
         beginParagraph();
@@ -119,8 +119,8 @@ bool PageOutput::isInDivisibleTable() const
 
 void PageOutput::beginParagraph(std::string_view markup)
 {
-    if (!m_isParagraphOpen && !m_blocks.empty() && m_blocks.back()) {
-        m_html += markup;
+    if (!m_isParagraphOpen && !m_blocks.empty() && !m_blocks.back().empty()) {
+        m_html += markup.empty() ? std::string_view(m_blocks.back()) : markup;
         m_isParagraphOpen = true;
     }
 }
@@ -211,7 +211,7 @@ void PageOutput::putWords(std::string_view text, bool isForHtml)
 void PageOutput::breakLine()
 {
     m_isBreakDue = false;
-    if (!m_blocks.empty() && m_blocks.back() && !m_isParagraphOpen) {
+    if (!m_blocks.empty() && !m_blocks.back().empty() && !m_isParagraphOpen) {
         return; // between two blocks
     }
     m_html += isVerbatim() ? "\n" : "<br>";
@@ -236,7 +236,7 @@ void PageOutput::putPicture(std::string_view markup, bool isApart)
     if (isApart && !m_isLineEmpty) {
         breakLine();
     }
-    beginParagraph(isApart ? "<div class=\"picture\">" : "<div>");
+    beginParagraph(isApart ? "<div class=\"picture\">" : "");
     putSpace();
     putAnchors();
     m_html += markup;

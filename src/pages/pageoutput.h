@@ -35,9 +35,10 @@ public:
         std::string markup;
         bool isBlock = false;
         bool isVerbatim = false;
-        bool isContainer = false; ///< text in it needs a paragraph
+        bool isContainer = false; ///< text in it needs a paragraph, which `paragraph` begins
         std::string again = {};   ///< begins it anew where the page is divided in it; empty if it cannot be
         bool isBare = true;       ///< looks the same when it ends early and does not begin anew
+        std::string paragraph = "<div>";
     };
     /// Begins an element with `markup`; `end` is for close().
     void open(std::string_view markup, End& end);
@@ -63,7 +64,7 @@ public:
     /// Where one paragraph ends and another begins.
     void breakBlock();
     /// A paragraph for text that stands between blocks, where there is none.
-    void beginParagraph(std::string_view markup = "<div>");
+    void beginParagraph(std::string_view markup = {});
     /// The page cannot be divided from here on.
     void keepWhole() { ++m_openFormats; }
 
@@ -91,8 +92,9 @@ private:
     std::vector<std::string> m_anchors; ///< that wait for what they lead to
     std::vector<size_t> m_joints;       ///< positions in `m_html`
     std::vector<Divisible> m_divisible; ///< the open ones
-    std::vector<bool> m_blocks;         ///< the open blocks, whether they are containers
-    int m_verbatim = 0;                 ///< open elements of that kind
+    std::vector<std::string>
+        m_blocks;       ///< what begins paragraphs in the open blocks; empty for those that are no containers
+    int m_verbatim = 0; ///< open elements of that kind
     int m_openTables = 0;
     int m_openFormats = 0;          ///< open elements that cannot end early
     bool m_isParagraphOpen = false; ///< one of the output's own, in a container

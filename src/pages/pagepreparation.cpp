@@ -8,6 +8,7 @@
 #include "pages/pagesheets.h"
 #include "pages/pagesurvey.h"
 #include "pages/readingwriter.h"
+#include "pages/styledwriter.h"
 #include "pages/textlimit.h"
 #include "styles/pagestyles.h"
 
@@ -54,7 +55,12 @@ PreparedPage preparePage(const QString& html, const PageContext& context, Presen
             const auto content = findMainContent(body == nullptr ? *root : *body);
             page.isReading = true;
             page.foundBy = content.foundBy;
-            ReadingWriter(context, page).writePage(body == nullptr ? *root : *body, *content.element);
+            const auto& all = body == nullptr ? *root : *body;
+            if (styles.hasRules()) {
+                StyledWriter(context, page).writePage(all, *content.element);
+            } else {
+                ReadingWriter(context, page).writePage(all, *content.element);
+            }
             return page;
         }
     }

@@ -52,7 +52,7 @@ bool isStyleSheet(const HtmlNode& link)
         isAlternate = isAlternate || equalsLower(word, "alternate");
         return false;
     });
-    return isSheet && !isAlternate;
+    return isSheet && !isAlternate && !hasAttribute(link, "disabled");
 }
 
 } // namespace

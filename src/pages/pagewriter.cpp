@@ -66,6 +66,7 @@ void PageWriter::putText(std::string_view text, std::string_view tags, std::stri
 
 void PageWriter::leave(const HtmlNode& element)
 {
+    leaving(element);
     close();
     if (m_longTable.table == &element) {
         m_longTable = {};

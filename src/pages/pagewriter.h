@@ -40,6 +40,8 @@ protected:
     [[nodiscard]] virtual bool isSetApart(const HtmlNode& /*picture*/) const { return false; }
     /// Width of a picture in pixels, as the page asks for it or as it is; 0 when it cannot be shown.
     [[nodiscard]] int widthOf(const HtmlNode& picture) const;
+    /// An element is about to be ended.
+    virtual void leaving(const HtmlNode& /*element*/) {}
     /// An element that was begun has been ended.
     virtual void left(const HtmlNode& /*element*/) {}
     virtual void text(const HtmlNode& node) = 0;
@@ -61,10 +63,15 @@ protected:
         open(markup, End{{std::move(end), true, true}});
     }
     /// Begins a block whose text is put into paragraphs of its own where it stands beside other blocks.
-    void openContainer(std::string_view markup, std::string end)
+    void openContainer(std::string_view markup, std::string end, std::string paragraph = "<div>")
     {
-        open(markup, End{{std::move(end), true, false, true}});
+        End container{{std::move(end), true, false, true}};
+        container.paragraph = std::move(paragraph);
+        open(markup, std::move(container));
     }
+    /// Begins something around an element, which ends after it: outer parts of the layout.
+    void openAround(std::string_view markup, PageOutput::End& end) { m_output.open(markup, end); }
+    void closeAround(const PageOutput::End& end) { m_output.close(end); }
     /// Begins a list, of which a long one can be divided.
     void openList(const std::string& markup, std::string end)
     {
@@ -84,6 +91,7 @@ protected:
     void openTransparent(const HtmlNode& element);
 
     [[nodiscard]] bool isVerbatim() const { return m_output.isVerbatim(); }
+    [[nodiscard]] bool isLineEmpty() const { return m_output.isLineEmpty(); }
     /// Tables in each other; rich text takes a multiple of the time for each more.
     static constexpr size_t DeepestTable = 8;
     /// Whether so many elements are open that no more should be.

@@ -72,14 +72,14 @@ private:
     {
         switch (notes.element) {
         case Element::Transparent:
-            return isElement(node, "mtr") || isElement(node, "mtd") ||
-                   (node.parent != nullptr && isElement(*node.parent, "mfrac"));
+            return (notes.style != nullptr && !notes.style->isInline()) || isElement(node, "mtr") ||
+                   isElement(node, "mtd") || (node.parent != nullptr && isElement(*node.parent, "mfrac"));
         case Element::Inline:
         case Element::Code:
         case Element::Keys:
         case Element::Quotation:
         case Element::Link:
-            return false;
+            return notes.style != nullptr && !notes.style->isInline();
         default:
             return true;
         }
@@ -161,7 +161,7 @@ PlainPage readPlainPage(const QString& html, const PageContext& context)
     page.language = language.empty() ? attribute(*tree.root(), "xml:lang") : language;
     page.title = titleOf(tree);
     page.text.reserve(size_t(html.size()));
-    PageStyles styles({});
+    PageStyles styles({}, StyleExtent::Sight);
     addStyleSheets(styles, tree, readPageHead(tree, context.file).base, context.styleSheets);
     const PageSurvey survey(*tree.root(), styles);
     const bool isReading = survey.isWebPage() && tree.first("frameset") == nullptr;

@@ -80,12 +80,15 @@ std::string ReadingLook::block(const HtmlNode& element, std::string_view classNa
     return look;
 }
 
+std::string ReadingLook::listStart(const HtmlNode& list)
+{
+    const int start = numberOf(list, "start", HighestNumber);
+    return start > 1 ? attributeText("start", std::to_string(start)) : std::string();
+}
+
 std::string ReadingLook::numberedList(const HtmlNode& list)
 {
-    std::string look;
-    if (const int start = numberOf(list, "start", HighestNumber); start > 1) {
-        look += attributeText("start", std::to_string(start));
-    }
+    std::string look = listStart(list);
     const auto type = attribute(list, "type");
     if (type == "a" || type == "A" || type == "i" || type == "I") {
         look += attributeText("type", type);
@@ -105,7 +108,12 @@ std::string ReadingLook::table(const HtmlNode& table, bool isData)
 
 std::string ReadingLook::cell(const HtmlNode& cell)
 {
-    std::string look = block(cell);
+    return block(cell) + spans(cell);
+}
+
+std::string ReadingLook::spans(const HtmlNode& cell)
+{
+    std::string look;
     for (const auto* span : {"colspan", "rowspan"}) {
         if (const int count = numberOf(cell, span, WidestSpan); count > 1) {
             look += attributeText(span, std::to_string(count));

@@ -21,9 +21,13 @@ inline constexpr std::string_view BoxEnd = "</td></tr></table>";
 
 /// A class, and the element's alignment and direction of writing.
 [[nodiscard]] std::string block(const HtmlNode& element, std::string_view className = {});
+/// The number that a list starts with, and its kind of numbers.
 [[nodiscard]] std::string numberedList(const HtmlNode& list);
+[[nodiscard]] std::string listStart(const HtmlNode& list);
 [[nodiscard]] std::string table(const HtmlNode& table, bool isData);
 [[nodiscard]] std::string cell(const HtmlNode& cell);
+/// The rows and columns that a cell takes.
+[[nodiscard]] std::string spans(const HtmlNode& cell);
 [[nodiscard]] std::string picture(const HtmlNode& picture);
 
 /// Whether a table holds data; the others only place things side by side.

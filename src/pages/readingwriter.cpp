@@ -27,13 +27,6 @@ std::string_view tokenClass(Role role)
                                    : std::string_view();
 }
 
-/// Whether the reading view gives text a weight or a slant by its class.
-bool isMarkedByRole(Role role)
-{
-    return role == Role::Title || role == Role::Signature || role == Role::SignatureName ||
-           role == Role::Remark || role == Role::UserInterface;
-}
-
 bool isLastElement(const HtmlNode& element)
 {
     const auto* next = element.next;
@@ -48,7 +41,6 @@ bool isLastElement(const HtmlNode& element)
 void ReadingWriter::writePage(const HtmlNode& body, const HtmlNode& content)
 {
     putMarkup("<html><body>");
-    m_pageStyle = notesOf(body).style;
     for (const auto* node = &body; node != nullptr;) {
         if (node == &content) {
             write(content);
@@ -89,14 +81,11 @@ bool ReadingWriter::enter(const HtmlNode& element)
     } else {
         openElement(element, notes);
     }
-    m_shown.push_back(shownWithin(m_shown.empty() ? ShownStyle() : m_shown.back(), lastMarkup()));
-    m_shown.back().keepsLook = m_shown.back().keepsLook || !box().empty() || isMarkedByRole(notes.role);
     return true;
 }
 
 void ReadingWriter::left(const HtmlNode& element)
 {
-    m_shown.pop_back();
     if (!m_tables.empty() && m_tables.back().element == &element) {
         m_tables.pop_back();
     }
@@ -127,31 +116,8 @@ void ReadingWriter::text(const HtmlNode& node)
     // Rich text drops the text of a row that is in none of its cells.
     const bool isStray = isInTable() && !isBlank(content) && notesOf(*node.parent).element == Element::Row;
     putMarkup(isStray ? "<td>" : "");
-    putStyledText(*node.parent, content);
+    putText(content);
     putMarkup(isStray ? "</td>" : "");
-}
-
-/// What the sheets say of a text is added to what its elements make of it.
-void ReadingWriter::putStyledText(const HtmlNode& parent, std::string_view content)
-{
-    const auto& notes = notesOf(parent);
-    const bool isStyled =
-        m_pageStyle != nullptr && notes.style != nullptr && !m_shown.empty() && !isBlank(content);
-    const std::string tags =
-        isStyled ? styleSpan(m_shown.back(), *notes.style, *m_pageStyle, notes.isInLink, context().ink)
-                 : std::string();
-    if (tags.empty()) {
-        putText(content);
-        return;
-    }
-    const bool isFixed = tags.compare(0, 4, "<tt>") == 0;
-    putText(content, tags,
-            std::string(tags.size() > 4 || !isFixed ? "</span>" : "") + (isFixed ? "</tt>" : ""));
-}
-
-bool ReadingWriter::hasOwnColor(const ElementNotes& notes) const
-{
-    return m_pageStyle != nullptr && notes.style != nullptr && hasMeaningfulColor(*notes.style, *m_pageStyle);
 }
 
 std::string ReadingWriter::attributesOf(const HtmlNode& element) const
@@ -328,8 +294,7 @@ void ReadingWriter::openInline(const HtmlNode& element, const ElementNotes& note
     } else if (notes.element == Element::Quotation) {
         openTransparent(element);
         putText("“");
-    } else if (const auto name = tokenClass(notes.role);
-               !name.empty() && isVerbatim() && !hasOwnColor(notes)) {
+    } else if (const auto name = tokenClass(notes.role); !name.empty() && isVerbatim()) {
         open(startTag("span", attributeText("class", name)), "</span>");
     } else {
         openTransparent(element);

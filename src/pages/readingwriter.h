@@ -3,10 +3,9 @@
 
 #include "pages/pagesurvey.h"
 #include "pages/pagewriter.h"
-#include "pages/shownstyle.h"
 
-/// Writes a surveyed page by the viewer's own rules. Its looks are those of the classes that it uses; what
-/// the page itself says about looks is left out.
+/// Writes a surveyed page without style sheets by the viewer's own rules. Its looks are those of the classes
+/// that it uses.
 class ReadingWriter : public PageWriter {
 public:
     using PageWriter::PageWriter;
@@ -41,16 +40,11 @@ private:
         std::string_view box; ///< what it is around, such as "note"; empty for a table of the page
         bool isFlat = false;  ///< written as paragraphs, because it is too deep or empty
     };
-    /// Whether a sheet gives an element's text a colour that means something.
-    [[nodiscard]] bool hasOwnColor(const ElementNotes& notes) const;
-    void putStyledText(const HtmlNode& parent, std::string_view content);
     /// Whether rows and cells are to be written as such.
     [[nodiscard]] bool isInTable() const;
     [[nodiscard]] std::string_view box() const;
 
-    std::vector<Table> m_tables;                ///< those that are open, the innermost last
-    std::vector<ShownStyle> m_shown;            ///< in the open elements
-    const ComputedStyle* m_pageStyle = nullptr; ///< of the body; null when the page has no style sheets
-    const HtmlNode* m_signature = nullptr;      ///< of a function and the like
-    const HtmlNode* m_listing = nullptr;        ///< code whose lines are elements
+    std::vector<Table> m_tables;           ///< those that are open, the innermost last
+    const HtmlNode* m_signature = nullptr; ///< of a function and the like
+    const HtmlNode* m_listing = nullptr;   ///< code whose lines are elements
 };

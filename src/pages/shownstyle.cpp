@@ -3,44 +3,65 @@
 
 #include "markup/htmltree.h"
 #include "markup/tags.h"
+#include "pages/boxlook.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 
 namespace {
 
-constexpr int LeastChroma = 48; // of 255; less is a grey
-
-void apply(ShownStyle& style, std::string_view name, std::string_view tag)
+void apply(ShownStyle& style, std::string_view name)
 {
     static constexpr std::array<std::string_view, 10> bold{"b",  "strong", "th", "dt", "h1",
                                                            "h2", "h3",     "h4", "h5", "h6"};
     static constexpr std::array<std::string_view, 6> italic{"i", "em", "cite", "dfn", "var", "address"};
     static constexpr std::array<std::string_view, 5> fixed{"code", "kbd", "pre", "tt", "samp"};
-    const bool isSignature = tag.find("class=\"sig\"") != std::string_view::npos;
-    const bool isTitle = tag.find("class=\"title\"") != std::string_view::npos;
-    const bool isNumbered = name.size() == 2 && name[0] == 'h' && name[1] >= '1' && name[1] <= '6';
-    style.keepsLook = style.keepsLook || isTitle || isNumbered;
-    style.isBold = (style.isBold || isOneOf(name, bold) || isTitle) && !isSignature;
+    style.isBold = style.isBold || isOneOf(name, bold);
     style.isItalic = style.isItalic || isOneOf(name, italic);
-    style.isFixedPitch = style.isFixedPitch || isOneOf(name, fixed) || isSignature;
+    style.isFixedPitch = style.isFixedPitch || isOneOf(name, fixed);
     style.isUnderlined = style.isUnderlined || name == "u" || name == "ins";
     style.isStruckOut = style.isStruckOut || name == "s" || name == "strike" || name == "del";
+    style.isRaised = style.isRaised || name == "sub" || name == "sup";
 }
 
-int chroma(Rgb color)
+std::string lineStyle(const ShownStyle& shown, const WantedLook& wanted)
 {
-    const std::array<int, 3> parts{int(color >> 16U & 0xFFU), int(color >> 8U & 0xFFU), int(color & 0xFFU)};
-    const auto [least, most] = std::minmax_element(parts.begin(), parts.end());
-    return *most - *least;
+    const bool isStruckOut = wanted.style->isStruckOut && !shown.isStruckOut;
+    const bool isUnderlined = wanted.style->isUnderlined && !shown.isUnderlined && !wanted.isInLink;
+    if (isStruckOut && isUnderlined) {
+        return "text-decoration:underline line-through;";
+    }
+    return isUnderlined ? "text-decoration:underline;" : isStruckOut ? "text-decoration:line-through;" : "";
 }
 
-std::string colorName(Rgb color)
+std::string_view caseStyle(TextCase textCase)
 {
-    std::array<char, 8> text{};
-    std::snprintf(text.data(), text.size(), "#%06x", color & 0xFFFFFFU);
-    return text.data();
+    switch (textCase) {
+    case TextCase::AsWritten:
+        return {};
+    case TextCase::Upper:
+        return "text-transform:uppercase;";
+    case TextCase::Lower:
+        return "text-transform:lowercase;";
+    case TextCase::Capitals:
+        return "text-transform:capitalize;";
+    case TextCase::Small:
+        return "font-variant:small-caps;";
+    }
+    return {};
+}
+
+std::string sizeStyle(const ShownStyle& shown, const WantedLook& wanted)
+{
+    const bool isRaised = wanted.style->verticalAlign == VerticalAlign::Super ||
+                          wanted.style->verticalAlign == VerticalAlign::Sub;
+    if (isRaised || shown.isRaised) {
+        return isRaised && !shown.isRaised ? wanted.style->verticalAlign == VerticalAlign::Super
+                                                 ? "vertical-align:super;"
+                                                 : "vertical-align:sub;"
+                                           : "";
+    }
+    return wanted.size.empty() ? std::string() : std::string("font-size:").append(wanted.size) + ';';
 }
 
 } // namespace
@@ -51,40 +72,51 @@ ShownStyle shownWithin(ShownStyle outer, std::string_view markup)
          begin = markup.find('<', begin + 1)) {
         const size_t end = std::min(markup.find('>', begin), markup.size());
         const auto tag = markup.substr(begin + 1, end - begin - 1);
-        apply(outer, tag.substr(0, nextBlank(tag, 0)), tag);
+        apply(outer, tag.substr(0, nextBlank(tag, 0)));
     }
     return outer;
 }
 
-bool hasMeaningfulColor(const ComputedStyle& style, const ComputedStyle& ofPage)
+std::string_view sizeName(float ratio)
 {
-    return style.color && style.color != ofPage.color && chroma(*style.color) >= LeastChroma;
+    // Rich text has 0.8, 1.2, 1.5 and 2 times the size.
+    struct Size {
+        float from;
+        std::string_view name;
+    };
+    static constexpr std::array<Size, 5> sizes{
+        {{1.75F, "xx-large"}, {1.35F, "x-large"}, {1.13F, "large"}, {0.82F, {}}, {0, "small"}}};
+    return std::find_if(sizes.begin(), sizes.end() - 1,
+                        [ratio](const Size& size) { return ratio >= size.from; })
+        ->name;
 }
 
-std::string styleSpan(const ShownStyle& shown, const ComputedStyle& wanted, const ComputedStyle& ofPage,
-                      bool isInLink, const std::function<Rgb(Rgb)>& ink)
+std::string styleTags(const ShownStyle& shown, const WantedLook& wanted)
 {
+    const auto& look = *wanted.style;
     std::string style;
-    if (wanted.isBold != shown.isBold && (wanted.isBold || !shown.keepsLook)) {
-        style += wanted.isBold ? "font-weight:bold;" : "font-weight:normal;";
+    if (look.isBold != shown.isBold && (look.isBold || !shown.keepsWeight)) {
+        style += look.isBold ? "font-weight:bold;" : "font-weight:normal;";
     }
-    if (wanted.isItalic != shown.isItalic && (wanted.isItalic || !shown.keepsLook)) {
-        style += wanted.isItalic ? "font-style:italic;" : "font-style:normal;";
+    if (look.isItalic != shown.isItalic) {
+        style += look.isItalic ? "font-style:italic;" : "font-style:normal;";
     }
-    const bool isStruckOut = wanted.isStruckOut && !shown.isStruckOut;
-    const bool isUnderlined = wanted.isUnderlined && !shown.isUnderlined && !isInLink;
-    if (isStruckOut || isUnderlined) {
-        style += isUnderlined
-                     ? isStruckOut ? "text-decoration:underline line-through;" : "text-decoration:underline;"
-                     : "text-decoration:line-through;";
+    style += lineStyle(shown, wanted);
+    style += caseStyle(look.textCase);
+    style += sizeStyle(shown, wanted);
+    if (wanted.color) {
+        style += "color:" + BoxLook::colorName(*wanted.color) + ';';
     }
-    if (hasMeaningfulColor(wanted, ofPage) && !isInLink) {
-        style += "color:" + colorName(ink ? ink(*wanted.color) : *wanted.color) + ';';
+    if (wanted.ground) {
+        style += "background-color:" + BoxLook::colorName(*wanted.ground) + ';';
     }
-    std::string tag = style.empty() ? std::string() : startTag("span", attributeText("style", style));
+    std::string tags = style.empty() ? std::string() : startTag("span", attributeText("style", style));
     // The font of code is the reader's choice.
-    if (wanted.isFixedPitch && !shown.isFixedPitch && !ofPage.isFixedPitch) {
-        tag = tag.empty() ? "<tt>" : "<tt>" + tag;
-    }
-    return tag;
+    return look.isFixedPitch && !shown.isFixedPitch && !wanted.keepsPitch ? "<tt>" + tags : tags;
+}
+
+std::string styleEnds(std::string_view tags)
+{
+    const bool isFixed = tags.substr(0, 4) == "<tt>";
+    return std::string(tags.size() > (isFixed ? 4U : 0U) ? "</span>" : "") + (isFixed ? "</tt>" : "");
 }

@@ -3,7 +3,7 @@
 
 #include "styles/computedstyle.h"
 
-#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,17 +14,28 @@ struct ShownStyle {
     bool isFixedPitch = false;
     bool isUnderlined = false;
     bool isStruckOut = false;
-    bool keepsLook = false; ///< a heading, or marked by what it means: nothing is taken back
+    bool isRaised = false;    ///< or lowered
+    bool keepsWeight = false; ///< a heading's
 };
 
 /// What `outer` becomes within the tags of `markup`, all of which are begun.
 [[nodiscard]] ShownStyle shownWithin(ShownStyle outer, std::string_view markup);
 
-/// The tag of an element that makes text look as wanted where it is shown otherwise; empty when it is not.
-/// `ink` makes a page's colour readable where it is shown.
-[[nodiscard]] std::string styleSpan(const ShownStyle& shown, const ComputedStyle& wanted,
-                                    const ComputedStyle& ofPage, bool isInLink,
-                                    const std::function<Rgb(Rgb)>& ink);
+/// How a text is to look.
+struct WantedLook {
+    const ComputedStyle* style = nullptr;
+    std::string_view size;     ///< such as "large"; empty for that around it
+    std::optional<Rgb> color;  ///< as it is shown
+    std::optional<Rgb> ground; ///< the same, behind this text only
+    bool isInLink = false;
+    bool keepsPitch = false; ///< not to be shown in fixed pitch
+};
 
-/// Whether an element's colour means something: it is one, and not that of the page.
-[[nodiscard]] bool hasMeaningfulColor(const ComputedStyle& style, const ComputedStyle& ofPage);
+/// The tags of elements that make text look as wanted where it is shown otherwise; empty when it is not.
+[[nodiscard]] std::string styleTags(const ShownStyle& shown, const WantedLook& wanted);
+/// What ends them.
+[[nodiscard]] std::string styleEnds(std::string_view tags);
+
+/// A size relative to that of the body's text, as rich text knows it, such as "large"; empty for the same
+/// size.
+[[nodiscard]] std::string_view sizeName(float ratio);

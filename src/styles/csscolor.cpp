@@ -62,15 +62,6 @@ Rgb fromParts(double red, double green, double blue)
     return byte(red) << 16U | byte(green) << 8U | byte(blue);
 }
 
-Rgb fromHsl(double hue, double saturation, double lightness)
-{
-    const double high =
-        lightness < 0.5 ? lightness * (1 + saturation) : lightness + saturation - lightness * saturation;
-    const double low = 2 * lightness - high;
-    return fromParts(hueToPart(low, high, hue + 1.0 / 3), hueToPart(low, high, hue),
-                     hueToPart(low, high, hue - 1.0 / 3));
-}
-
 /// rgb(…), rgba(…), hsl(…) and hsla(…), with commas or blanks.
 std::optional<Rgb> readColorFunction(std::string_view name, std::string_view arguments)
 {
@@ -122,6 +113,15 @@ std::optional<Rgb> namedColor(std::string_view name)
 }
 
 } // namespace
+
+Rgb fromHsl(double hue, double saturation, double lightness)
+{
+    const double high =
+        lightness < 0.5 ? lightness * (1 + saturation) : lightness + saturation - lightness * saturation;
+    const double low = 2 * lightness - high;
+    return fromParts(hueToPart(low, high, hue + 1.0 / 3), hueToPart(low, high, hue),
+                     hueToPart(low, high, hue - 1.0 / 3));
+}
 
 std::optional<Rgb> readColor(std::string_view value)
 {

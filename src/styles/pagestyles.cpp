@@ -2,50 +2,17 @@
 #include "styles/pagestyles.h"
 
 #include "markup/htmltree.h"
-#include "styles/stylevalues.h"
+#include "styles/attributestyle.h"
+#include "styles/stylevariables.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace {
 
-constexpr int MostVariables = 16;     // put into a value
-constexpr size_t LongestValue = 4096; // bytes
-constexpr uint64_t Important = uint64_t(1) << 63U;
 constexpr uint64_t StyleAttribute = uint64_t(1) << 62U;
+constexpr uint64_t SheetWeight = uint64_t(1) << 61U;
 constexpr unsigned OrderBits = 24;
-
-struct Default {
-    std::string_view names;
-    void (*apply)(ComputedStyle&);
-};
-
-/// What HTML itself says of the looks of elements.
-void applyDefaults(ComputedStyle& style, std::string_view name)
-{
-    static const Default defaults[]{
-        {"b strong th h1 h2 h3 h4 h5 h6", [](ComputedStyle& s) { s.isBold = true; }},
-        {"i em cite dfn var address", [](ComputedStyle& s) { s.isItalic = true; }},
-        {"code tt kbd samp pre listing xmp plaintext textarea",
-         [](ComputedStyle& s) { s.isFixedPitch = true; }},
-        {"u ins", [](ComputedStyle& s) { s.isUnderlined = true; }},
-        {"s strike del", [](ComputedStyle& s) { s.isStruckOut = true; }}};
-    static const auto table = [] {
-        std::unordered_map<std::string_view, std::vector<void (*)(ComputedStyle&)>> byName;
-        for (const auto& entry : defaults) {
-            anyWord(entry.names, [&](std::string_view word) {
-                byName[word].push_back(entry.apply);
-                return false;
-            });
-        }
-        return byName;
-    }();
-    if (const auto found = table.find(name); found != table.end()) {
-        for (const auto apply : found->second) {
-            apply(style);
-        }
-    }
-}
 
 /// The name of a simple selector of a kind, if the compound has one.
 const std::string* nameOf(const CompoundSelector& compound, SimpleSelector::Kind kind)
@@ -55,6 +22,21 @@ const std::string* nameOf(const CompoundSelector& compound, SimpleSelector::Kind
     return found == compound.parts.end() ? nullptr : &found->name;
 }
 
+bool isLink(const HtmlNode& element)
+{
+    return element.name == "a" && hasAttribute(element, "href");
+}
+
+size_t hashOf(const std::vector<const void*>& key)
+{
+    constexpr size_t factor = 1'000'003;
+    size_t hash = 0;
+    for (const void* part : key) {
+        hash = hash * factor + std::hash<const void*>()(part);
+    }
+    return hash;
+}
+
 } // namespace
 
 void PageStyles::add(const std::shared_ptr<const StyleSheet>& sheet)
@@ -62,11 +44,16 @@ void PageStyles::add(const std::shared_ptr<const StyleSheet>& sheet)
     m_sheets.push_back(sheet);
     using Kind = SimpleSelector::Kind;
     for (const auto& rule : sheet->rules) {
-        if (m_rules.size() == MostRules || !applies(rule.media)) {
+        const bool isWanted =
+            m_extent == StyleExtent::All || (rule.selector.part == SelectedPart::Element &&
+                                             (rule.block->isForSight || rule.block->hasVariables));
+        if (m_ruleCount == MostRules || !applies(rule.media)) {
             continue;
         }
-        const Rule added{&rule, m_rules.size()};
-        m_rules.push_back(added);
+        const Rule added{&rule, m_ruleCount++};
+        if (!isWanted) {
+            continue;
+        }
         const auto& last = rule.selector.compounds.front();
         if (const auto* id = nameOf(last, Kind::Id)) {
             m_byId[*id].push_back(added);
@@ -83,8 +70,12 @@ void PageStyles::add(const std::shared_ptr<const StyleSheet>& sheet)
 void PageStyles::collect(const std::vector<Rule>& rules, const HtmlNode& element)
 {
     for (const auto& [rule, order] : rules) {
-        if (m_matcher.matches(rule->selector, element)) {
-            collect(*rule->declarations, uint64_t(rule->selector.specificity) << OrderBits | order);
+        if (m_around.mayHave(rule->needs) && m_matcher.matches(rule->selector, element)) {
+            auto& matches = rule->selector.part == SelectedPart::Element  ? m_matches
+                            : rule->selector.part == SelectedPart::Before ? m_before
+                                                                          : m_after;
+            matches.push_back(
+                {SheetWeight | uint64_t(rule->selector.specificity) << OrderBits | order, rule->block.get()});
         }
     }
 }
@@ -96,21 +87,30 @@ void PageStyles::collect(const Rules& rules, std::string_view key, const HtmlNod
     }
 }
 
-void PageStyles::collect(const std::vector<CssDeclaration>& declarations, uint64_t weight)
+const StyleBlock* PageStyles::ownBlock(std::string_view text)
 {
-    for (const auto& declaration : declarations) {
-        m_matches.push_back({weight | (declaration.isImportant ? Important : 0), &declaration});
+    const auto [place, isNew] = m_own.try_emplace(std::string(text), std::vector<CssDeclaration>());
+    if (isNew) {
+        place->second = StyleBlock(readDeclarations(text));
     }
+    return &place->second;
 }
 
-const ComputedStyle& PageStyles::compute(const HtmlNode& element, const ComputedStyle* parent)
+/// What HTML says, then the attributes of the page, its sheets, and the style attribute.
+void PageStyles::collectAll(const HtmlNode& element)
 {
-    auto& style = m_styles.emplace_back();
-    const auto handedDown =
-        parent == nullptr ? InheritedStyle() : static_cast<const InheritedStyle&>(*parent);
-    static_cast<InheritedStyle&>(style) = handedDown;
-    applyDefaults(style, element.name);
     m_matches.clear();
+    m_before.clear();
+    m_after.clear();
+    m_around.moveTo(element);
+    if (const auto* block = defaultStyle(element.name)) {
+        m_matches.push_back({0, block});
+    }
+    if (m_extent == StyleExtent::All) {
+        if (const auto text = attributeStyle(element); !text.empty()) {
+            m_matches.push_back({1, ownBlock(text)});
+        }
+    }
     collect(m_byId, attribute(element, "id"), element);
     anyWord(attribute(element, "class"), [&](std::string_view word) {
         collect(m_byClass, word, element);
@@ -119,48 +119,135 @@ const ComputedStyle& PageStyles::compute(const HtmlNode& element, const Computed
     collect(m_byTag, element.name, element);
     collect(m_others, element);
     if (const auto own = attribute(element, "style"); !own.empty()) {
-        m_own = readDeclarations(own);
-        keepKnown(m_own);
-        collect(m_own, StyleAttribute);
+        m_matches.push_back({StyleAttribute, ownBlock(own)});
     }
-    std::stable_sort(m_matches.begin(), m_matches.end(),
-                     [](const Match& a, const Match& b) { return a.weight < b.weight; });
-    apply(style, handedDown);
+    const auto lighter = [](const Match& a, const Match& b) { return a.weight < b.weight; };
+    for (auto* matches : {&m_matches, &m_before, &m_after}) {
+        // Each has a weight of its own.
+        std::sort(matches->begin(), matches->end(), lighter);
+    }
+}
+
+std::vector<const void*> PageStyles::keyOf(const HtmlNode& element, const ComputedStyle* parent) const
+{
+    std::vector<const void*> key{parent, isCell(element) ? &m_styles : nullptr,
+                                 isLink(element) ? this : nullptr};
+    for (const auto* matches : {&m_matches, &m_before, &m_after}) {
+        for (const auto& match : *matches) {
+            key.push_back(match.block);
+        }
+        key.push_back(nullptr);
+    }
+    return key;
+}
+
+const ComputedStyle& PageStyles::compute(const HtmlNode& element, const ComputedStyle* parent)
+{
+    collectAll(element);
+    if (m_styles.size() > MostStyles) {
+        // A page with so many looks means none of them.
+        m_matches.erase(m_matches.begin() + (defaultStyle(element.name) == nullptr ? 0 : 1), m_matches.end());
+        m_before.clear();
+        m_after.clear();
+        parent = nullptr;
+    }
+    auto key = keyOf(element, parent);
+    const size_t hash = hashOf(key);
+    const auto [first, last] = m_shared.equal_range(hash);
+    const auto found =
+        std::find_if(first, last, [&key](const auto& entry) { return entry.second.key == key; });
+    if (found != last) {
+        return *found->second.style;
+    }
+    const auto& style = make(element, parent);
+    m_shared.emplace(hash, Shared{std::move(key), &style});
     return style;
 }
 
-void PageStyles::apply(ComputedStyle& style, const InheritedStyle& parent)
+const ComputedStyle& PageStyles::make(const HtmlNode& element, const ComputedStyle* parent)
 {
-    for (const auto& match : m_matches) {
-        if (match.declaration->name.compare(0, 2, "--") == 0) {
-            m_variables[match.declaration->name] = match.declaration->value;
-        }
+    auto& style = m_styles.emplace_back();
+    if (parent != nullptr) {
+        static_cast<InheritedStyle&>(style) = *parent;
     }
-    for (const auto& match : m_matches) {
-        const auto& declaration = *match.declaration;
-        const bool hasVariable = declaration.value.find("var(") != std::string::npos;
-        applyDeclaration(style, declaration.name, hasVariable ? valueOf(declaration) : declaration.value,
-                         parent);
+    if (isCell(element)) {
+        style.padding.fill(style.cellPadding);
+        style.border.fill({style.cellBorder, style.cellBorder > 0, false, {}});
     }
+    if (isLink(element)) {
+        style.color = LinkColor;
+        style.isUnderlined = true;
+    }
+    apply(style, m_matches, parent);
+    style.before = makePart(m_before, style);
+    style.after = makePart(m_after, style);
+    return style;
 }
 
-/// The value with variables put in.
-std::string PageStyles::valueOf(const CssDeclaration& declaration) const
+const ComputedStyle* PageStyles::makePart(const Matches& matches, const ComputedStyle& parent)
 {
-    std::string value = declaration.value;
-    int puts = 0;
-    for (size_t at = value.find("var("); at != std::string::npos && puts < MostVariables;
-         at = value.find("var(", at), ++puts) {
-        const size_t end = value.find(')', at);
-        if (end == std::string::npos || value.size() > LongestValue) {
-            return {};
-        }
-        const auto arguments = splitCss(std::string_view(value).substr(at + 4, end - at - 4), ',');
-        const auto found = m_variables.find(std::string(arguments.front()));
-        const std::string put = found != m_variables.end() ? found->second
-                                : arguments.size() > 1     ? std::string(arguments[1])
-                                                           : std::string();
-        value.replace(at, end - at + 1, put);
+    if (matches.empty()) {
+        return nullptr;
     }
-    return value;
+    auto& style = m_styles.emplace_back();
+    static_cast<InheritedStyle&>(style) = parent;
+    apply(style, matches, &parent);
+    const bool isShown = !style.content.empty() || !style.counterIncrement.empty();
+    return isShown && !style.isHidden() ? &style : nullptr;
+}
+
+void PageStyles::setVariables(ComputedStyle& style, const Matches& matches)
+{
+    constexpr int deepest = 32;
+    const bool isSet = std::any_of(matches.begin(), matches.end(),
+                                   [](const Match& match) { return match.block->hasVariables; });
+    if (!isSet || (style.variables != nullptr && style.variables->depth == deepest)) {
+        return;
+    }
+    auto& variables = m_variables.emplace_back();
+    variables.outer = style.variables;
+    variables.depth = style.variables == nullptr ? 1 : style.variables->depth + 1;
+    for (const bool isImportant : {false, true}) {
+        for (const auto& match : matches) {
+            for (const auto& declaration : match.block->declarations) {
+                if (declaration.property == nullptr && declaration.isImportant == isImportant) {
+                    variables.values[declaration.name] = declaration.value;
+                }
+            }
+        }
+    }
+    style.variables = &variables;
+}
+
+void PageStyles::apply(ComputedStyle& style, const StyleDeclaration& declaration,
+                       const StyleSurroundings& around)
+{
+    if (!declaration.hasVariable) {
+        declaration.property->apply(style, declaration.value, around);
+        return;
+    }
+    const auto value = withVariables(declaration.value, style.variables);
+    declaration.property->apply(style, value ? lowerCss(*value) : "unset", around);
+}
+
+/// The size of the font goes before all that is measured by it.
+void PageStyles::apply(ComputedStyle& style, const Matches& matches, const ComputedStyle* parent)
+{
+    setVariables(style, matches);
+    const StyleSurroundings around{parent, m_medium.width};
+    const bool isAll = m_extent == StyleExtent::All;
+    for (const bool isFont : {true, false}) {
+        for (const bool isImportant : {false, true}) {
+            for (const auto& [weight, block] : matches) {
+                const bool isWanted = (isAll || block->isForSight) && (!isFont || block->hasFont) &&
+                                      (!isImportant || block->hasImportant);
+                for (const auto& declaration : block->declarations) {
+                    if (isWanted && declaration.property != nullptr && declaration.isForFont == isFont &&
+                        declaration.isImportant == isImportant && (isAll || declaration.isForSight)) {
+                        apply(style, declaration, around);
+                    }
+                }
+            }
+        }
+    }
 }

@@ -36,7 +36,7 @@ public:
         while (m_at < m_text.size() && selector.compounds.size() < MostCompounds) {
             CompoundSelector compound;
             compound.combinator = combinator;
-            if (!readCompound(compound, selector)) {
+            if (selector.part != SelectedPart::Element || !readCompound(compound, selector)) {
                 return std::nullopt;
             }
             selector.compounds.push_back(std::move(compound));
@@ -44,7 +44,8 @@ public:
         }
         std::reverse(selector.compounds.begin(), selector.compounds.end());
         // What stood at the left of a compound stands at its right now.
-        if (m_at < m_text.size() || combinator != 0 || selector.compounds.empty()) {
+        const bool isInner = m_depth > 0 && selector.part != SelectedPart::Element;
+        if (m_at < m_text.size() || combinator != 0 || selector.compounds.empty() || isInner) {
             return std::nullopt;
         }
         return selector;
@@ -173,6 +174,11 @@ private:
             }
             selector.specificity += name == "where" ? 0 : most;
             return m_depth < DeepestInner;
+        }
+        if (name == "before" || name == "after") {
+            selector.part = name == "before" ? SelectedPart::Before : SelectedPart::After;
+            ++selector.specificity;
+            return true;
         }
         selector.specificity += ClassWeight;
         if (name == "link" || name == "any-link") {

@@ -43,8 +43,12 @@ struct CompoundSelector {
     char combinator = 0; ///< to the left: ' ', '>', '+' or '~'; 0 for the first
 };
 
+/// What of an element a selector means.
+enum class SelectedPart : uint8_t { Element, Before, After };
+
 struct Selector {
     std::vector<CompoundSelector> compounds; ///< from the right to the left
+    SelectedPart part = SelectedPart::Element;
     uint32_t specificity = 0;
 };
 

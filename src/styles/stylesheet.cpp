@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "styles/stylesheet.h"
 
-#include "styles/stylevalues.h"
-
 #include <algorithm>
 #include <utility>
 
@@ -60,20 +58,29 @@ bool queryHolds(std::string_view query, const Medium& medium)
 
 } // namespace
 
+StyleBlock::StyleBlock(const std::vector<CssDeclaration>& written) : declarations(understood(written))
+{
+    for (const auto& declaration : declarations) {
+        isForSight = isForSight || declaration.isForSight;
+        hasVariables = hasVariables || declaration.property == nullptr;
+        hasImportant = hasImportant || declaration.isImportant;
+        hasFont = hasFont || declaration.isForFont;
+    }
+}
+
 StyleSheet readStyleSheet(std::string_view sheet)
 {
     auto text = readCss(sheet);
     StyleSheet result;
     result.imports = std::move(text.imports);
-    for (auto& rule : text.rules) {
-        keepKnown(rule.declarations);
-        if (rule.declarations.empty()) {
+    for (const auto& rule : text.rules) {
+        auto block = std::make_shared<const StyleBlock>(rule.declarations);
+        if (block->declarations.empty()) {
             continue;
         }
-        const auto declarations =
-            std::make_shared<const std::vector<CssDeclaration>>(std::move(rule.declarations));
         for (auto& selector : readSelectors(rule.selectors)) {
-            result.rules.push_back({std::move(selector), declarations, rule.media});
+            const auto needs = AncestorFilter::needsOf(selector);
+            result.rules.push_back({std::move(selector), needs, block, rule.media});
         }
     }
     return result;

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "pages/pagemeasure.h"
+
+#include "markup/htmltree.h"
+#include "pages/boxlook.h"
+#include "pages/pagesurvey.h"
+#include "styles/readablecolor.h"
+
+#include <algorithm>
+#include <map>
+
+namespace {
+
+constexpr int HighestLevel = 6;
+constexpr Rgb White = 0xFFFFFF;
+
+template <typename Key>
+Key mostUsed(const std::map<Key, size_t>& uses, Key fallback)
+{
+    const auto most = std::max_element(uses.begin(), uses.end(),
+                                       [](const auto& a, const auto& b) { return a.second < b.second; });
+    return most == uses.end() ? fallback : most->first;
+}
+
+/// What the element around a text, or one around that, has behind it. Code has one of its own.
+Rgb groundBehind(const HtmlNode& text)
+{
+    constexpr int farthest = 64;
+    int steps = 0;
+    for (const auto* node = text.parent; node != nullptr && steps < farthest; node = node->parent, ++steps) {
+        if (const auto& style = *notesOf(*node).style; style.ground && !style.isFixedPitch) {
+            return *style.ground;
+        }
+    }
+    return White;
+}
+
+} // namespace
+
+PageMeasure::PageMeasure(const HtmlNode& body, const HtmlNode& content)
+{
+    std::map<float, size_t> sizes;
+    std::map<std::optional<Rgb>, size_t> colors;
+    std::map<Rgb, size_t> grounds;
+    std::array<bool, HighestLevel + 1> levels{};
+    size_t fixed = 0;
+    for (const auto* node = &content; node != nullptr;) {
+        bool isSeen = true;
+        if (isText(*node)) {
+            const auto& notes = notesOf(*node->parent);
+            const size_t count = isBlank(node->content) ? 0 : node->content.size();
+            letters += count;
+            fixed += notes.style->isFixedPitch ? count : 0;
+            sizes[notes.style->fontSize] += notes.style->isFixedPitch ? 0 : count;
+            grounds[groundBehind(*node)] += count;
+            if (!notes.isInLink) {
+                colors[notes.style->color] += count;
+            }
+        } else {
+            const auto& notes = notesOf(*node);
+            isSeen = !notes.isHidden && !notes.isFurniture && notes.element != Element::Ignored;
+            if (isSeen && notes.element == Element::Heading && !notes.style->isFixedPitch) {
+                levels[size_t(node->name[1] - '0')] = true;
+            }
+        }
+        node = nextNode(node, &content, isSeen);
+    }
+    bodySize = std::max(1.F, mostUsed(sizes, bodySize));
+    const auto ofBody = notesOf(body).style->color;
+    text = mostUsed(colors, ofBody);
+    text = text && chroma(*text) >= LeastChroma ? ofBody : text;
+    isFixedPitch = notesOf(body).style->isFixedPitch && fixed * 2 > letters;
+    ground = mostUsed(grounds, White);
+    for (size_t level = 1; level <= HighestLevel; ++level) {
+        ranks[level] = rankCount;
+        rankCount += levels[level] ? 1 : 0;
+    }
+}
+
+const char* PageMeasure::headingSize(int level) const
+{
+    constexpr int many = 4;
+    const int rank = ranks[size_t(std::clamp(level, 1, HighestLevel))];
+    if (rankCount >= many && rank == 0) {
+        return "largest";
+    }
+    return rank == 0 || (rankCount >= many && rank == 1) ? "larger" : "large";
+}

@@ -12,6 +12,7 @@
 namespace {
 
 constexpr int HighestLevel = 6;
+constexpr size_t LeastShare = 3; // one of three
 constexpr Rgb White = 0xFFFFFF;
 
 template <typename Key>
@@ -20,6 +21,19 @@ Key mostUsed(const std::map<Key, size_t>& uses, Key fallback)
     const auto most = std::max_element(uses.begin(), uses.end(),
                                        [](const auto& a, const auto& b) { return a.second < b.second; });
     return most == uses.end() ? fallback : most->first;
+}
+
+/// The largest of the sizes that much of the text has: what is small at the foot of a page can be long.
+float sizeOfMost(const std::map<float, size_t>& sizes, float fallback)
+{
+    size_t sum = 0;
+    for (const auto& [size, count] : sizes) {
+        sum += count;
+    }
+    const auto found = std::find_if(sizes.rbegin(), sizes.rend(), [sum](const auto& entry) {
+        return entry.second > 0 && entry.second * LeastShare >= sum;
+    });
+    return found == sizes.rend() ? mostUsed(sizes, fallback) : found->first;
 }
 
 /// What the element around a text, or one around that, has behind it. Code has one of its own.
@@ -63,9 +77,10 @@ PageMeasure::PageMeasure(const HtmlNode& body, const HtmlNode& content)
                 levels[size_t(node->name[1] - '0')] = true;
             }
         }
-        node = nextNode(node, &content, isSeen);
+        const bool isHeading = isElement(*node) && notesOf(*node).element == Element::Heading;
+        node = nextNode(node, &content, isSeen && !isHeading);
     }
-    bodySize = std::max(1.F, mostUsed(sizes, bodySize));
+    bodySize = std::max(1.F, sizeOfMost(sizes, bodySize));
     const auto ofBody = notesOf(body).style->color;
     text = mostUsed(colors, ofBody);
     text = text && chroma(*text) >= LeastChroma ? ofBody : text;

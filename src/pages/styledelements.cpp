@@ -213,18 +213,21 @@ void StyledWriter::openNote(const ElementNotes& notes, std::string_view name)
                 : openContainer(start, std::string(ReadingLook::BoxEnd));
 }
 
-/// The style of code, or of all that is in it where that draws its ground.
-const ComputedStyle& StyledWriter::groundedStyle(const HtmlNode& code) const
+/// The style of code, with the ground of what all of it stands in.
+ComputedStyle StyledWriter::groundedStyle(const HtmlNode& code) const
 {
-    const auto& own = styleOf(code);
+    ComputedStyle style = styleOf(code);
     const auto* inner = code.firstChild;
     const bool isOnly = inner != nullptr && inner->next == nullptr && isElement(*inner, "code");
-    return isOnly && !own.ground && styleOf(*inner).ground && !own.hasBorder() ? styleOf(*inner) : own;
+    if (isOnly && !style.ground && notesOf(*inner).style != nullptr) {
+        style.ground = styleOf(*inner).ground;
+    }
+    return style;
 }
 
 void StyledWriter::openListing(const HtmlNode& element, const ElementNotes& notes)
 {
-    const auto& style = groundedStyle(element);
+    const auto style = groundedStyle(element);
     const bool isCode = notes.element == Element::Preformatted || notes.role == Role::CodeBlock;
     const bool isPlain = style.whiteSpace != WhiteSpace::Kept && style.whiteSpace != WhiteSpace::NoWrap &&
                          notes.role != Role::CodeBlock;

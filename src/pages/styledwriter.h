@@ -74,7 +74,7 @@ private:
     /// Whether an element is as if only its content were there.
     [[nodiscard]] static bool isDissolved(const ElementNotes& notes);
     [[nodiscard]] bool isBoxWanted(const ElementNotes& notes, const ComputedStyle& style) const;
-    [[nodiscard]] const ComputedStyle& groundedStyle(const HtmlNode& code) const;
+    [[nodiscard]] ComputedStyle groundedStyle(const HtmlNode& code) const;
     [[nodiscard]] bool isWrapper(const ElementNotes& notes) const;
     [[nodiscard]] float indentOf(const ElementNotes& notes) const;
     /// Attributes of a block of text.

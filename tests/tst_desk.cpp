@@ -12,10 +12,13 @@
 #include "windowuser.h"
 
 #include <QClipboard>
+#include <QDockWidget>
 #include <QDropEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QMimeData>
+#include <QNativeGestureEvent>
+#include <QPointingDevice>
 #include <QPushButton>
 #include <QSettings>
 #include <QSpinBox>
@@ -153,6 +156,8 @@ private Q_SLOTS:
     void indexDoesNotMislead_data();
     void indexDoesNotMislead();
     void narrowWindow();
+    void panelTakesItsPart();
+    void handsOnThePage();
 };
 
 void TestDesk::init()
@@ -566,6 +571,36 @@ void TestDesk::narrowWindow()
     s.window().resize(900, 600);
     QVERIFY(s.the<QTabWidget>().isVisible());
     QCOMPARE(s.browser().width() < 800, true);
+}
+
+/// Until somebody gives it another width.
+void TestDesk::panelTakesItsPart()
+{
+    Scene s({QStringLiteral("a.cnt")});
+    auto& dock = s.the<QDockWidget>();
+    s.window().resize(1200, 600);
+    QTRY_COMPARE(dock.width(), 324);
+    s.window().resize(2000, 600);
+    QTRY_COMPARE(dock.width(), 420);
+    s.window().resizeDocks({&dock}, {250}, Qt::Horizontal);
+    s.window().resize(1300, 600);
+    QTRY_COMPARE(dock.width(), 250);
+}
+
+void TestDesk::handsOnThePage()
+{
+    Scene s({QStringLiteral("a.cnt")});
+    s.show(QStringLiteral("a2.html"));
+    auto* viewport = s.browser().viewport();
+    QTest::mouseClick(viewport, Qt::BackButton);
+    QCOMPARE(s.page(), QStringLiteral("start to the other"));
+    QTest::mouseClick(viewport, Qt::ForwardButton);
+    QCOMPARE(s.page(), QStringLiteral("book"));
+    const int size = s.browser().getFontSize();
+    QNativeGestureEvent spread(Qt::ZoomNativeGesture, QPointingDevice::primaryPointingDevice(), 2, {}, {}, {},
+                               0.25, {});
+    QApplication::sendEvent(viewport, &spread);
+    QVERIFY(s.browser().getFontSize() > size);
 }
 
 QTEST_MAIN(TestDesk)

@@ -56,8 +56,18 @@ void lookUp(benchmark::State& state, const QString& typed)
     }
 }
 
+/// What a key costs after which no keyword begins with the text: all of them are looked at once more.
+void containing(benchmark::State& state)
+{
+    const auto& index = library().keywordIndex();
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(index.rowsContaining(QStringLiteral("zz"), nullptr));
+    }
+}
+
 } // namespace
 
+BENCHMARK(containing)->Name("look-up within keywords/ours")->Unit(benchmark::kMillisecond);
 BENCHMARK(groupingOurs)->Name("grouping/ours")->MeasureProcessCPUTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(groupingFloor)->Name("grouping/floor")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(lookUp, last, QStringLiteral("window zzz"))

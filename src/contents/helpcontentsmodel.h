@@ -26,6 +26,8 @@ public:
     [[nodiscard]] QModelIndex indexOf(const HelpContentsListViewItem* row) const;
     /// Null for the invalid index. The row of a help set leads to the first page of it.
     [[nodiscard]] static HelpContentsListViewItem* rowAt(const QModelIndex& index);
+    /// Whether help sets have rows of their own now.
+    [[nodiscard]] bool isGrouped() const { return m_isGrouped; }
     [[nodiscard]] bool isHelpSet(const QModelIndex& index) const { return helpSetOf(index) != nullptr; }
     /// The help set that a row belongs to; null for the invalid index.
     [[nodiscard]] static HelpContentsRoot* rootOf(const QModelIndex& index);

@@ -119,7 +119,7 @@ void Desk::chooseFront()
     if (m_libraryStays) {
         return;
     }
-    if (m_browser->hasPage() || m_library.isBusy() || !m_library.isEmpty() || !isVisible()) {
+    if (m_browser->hasPage() || m_library.isBusy() || !m_library.roots().empty() || !isVisible()) {
         showPage();
     } else {
         showLibrary();
@@ -245,9 +245,9 @@ void Desk::showAfresh(HelpContentsItem* record)
 /// What the view says while it has no page.
 void Desk::showHint()
 {
-    m_browser->setHint(m_library.isBusy()    ? tr("Loading…")
-                       : m_library.isEmpty() ? tr("No help set is open.")
-                                             : tr("Choose a page in the contents."));
+    m_browser->setHint(m_library.isBusy()          ? tr("Loading…")
+                       : m_library.roots().empty() ? tr("No help set is open.")
+                                                   : tr("Choose a page in the contents."));
 }
 
 void Desk::find()

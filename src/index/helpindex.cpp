@@ -165,7 +165,7 @@ void HelpIndex::lookForTextChanged(const QString& str)
 void HelpIndex::showRowsContaining(const QString& text)
 {
     auto rows = m_library.keywordIndex().rowsContaining(text, only());
-    setNote(rows.empty() ? tr("No keyword has this in it.")
+    setNote(rows.empty() ? tr("No keyword has this in it. Enter searches all pages.")
                          : tr("No keyword begins so. These have it in them:"));
     m_model->setShown(std::move(rows));
     if (m_model->rowCount() > 0) {

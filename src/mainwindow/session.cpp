@@ -55,7 +55,7 @@ void Session::loadWindow(QMainWindow& window, const HelpActions& actions, SidePa
     actions.viewFollowAction->setChecked(choices.follows);
     panes.contents()->setGrouped(choices.isGrouped);
     WindowSettings::loadGeometry(window);
-    WindowSettings::loadPanes(window, panes, panes.widthFor(window.width()));
+    panes.setTakesPart(WindowSettings::loadPanes(window, panes, panes.widthFor(window.width())));
 }
 
 void Session::saveWindow(const QMainWindow& window, const HelpActions& actions, const SidePanes& panes,

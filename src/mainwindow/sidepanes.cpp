@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QMainWindow>
+#include <QResizeEvent>
 #include <QShortcut>
 #include <QTabBar>
 #include <QTabWidget>
@@ -64,8 +65,15 @@ void SidePanes::connectChoices()
 bool SidePanes::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Resize && watched == parent() && !isFloating()) {
-        setOverPage(parentWidget()->width() < NarrowWindow);
+        const auto* resize = static_cast<QResizeEvent*>(event);
+        setOverPage(resize->size().width() < NarrowWindow);
         fitOverPage();
+        // Until the user gives it another width.
+        m_takesPart = m_takesPart && (!isVisible() || width() == widthFor(resize->oldSize().width()));
+        if (m_takesPart) {
+            static_cast<QMainWindow*>(parent())->resizeDocks({this}, {widthFor(resize->size().width())},
+                                                             Qt::Horizontal);
+        }
     }
     return QDockWidget::eventFilter(watched, event);
 }

@@ -26,6 +26,8 @@ public:
     [[nodiscard]] int usefulWidth() const;
     /// Pixels for a window of this width.
     [[nodiscard]] int widthFor(int windowWidth) const;
+    /// Whether the width follows that of the window, until the user gives it another one.
+    void setTakesPart(bool takesPart) { m_takesPart = takesPart; }
     /// Shows or hides the panes, wherever they are.
     void setShown(bool isShown);
     /// Puts them back beside the page, for what is stored of the window.
@@ -61,5 +63,6 @@ private:
     HelpIndex* m_index;
     SearchPane* m_search;
     QFrame* m_overPage = nullptr; ///< has the panes while the window is narrow
-    bool m_wasShown = true;       ///< beside the page, before the window became narrow
+    bool m_takesPart = false;
+    bool m_wasShown = true; ///< beside the page, before the window became narrow
 };

@@ -158,7 +158,7 @@ void saveGeometry(const QWidget& window)
     store.setValue("dockGeometry", window.saveGeometry());
 }
 
-void loadPanes(QMainWindow& window, QDockWidget& dock, int firstWidth)
+bool loadPanes(QMainWindow& window, QDockWidget& dock, int firstWidth)
 {
     const SettingsStore store(SettingsStore::Access::Read);
     // What is no state of this version is refused as a whole.
@@ -167,6 +167,7 @@ void loadPanes(QMainWindow& window, QDockWidget& dock, int firstWidth)
     const int width = store.value("panesWidth").toInt();
     const bool isUseful = width > 0 && width < window.width();
     window.resizeDocks({&dock}, {isUseful ? width : firstWidth}, Qt::Horizontal);
+    return !isUseful || width == firstWidth;
 }
 
 void savePanes(const QMainWindow& window, const QDockWidget& dock)

@@ -21,8 +21,8 @@ void loadGeometry(QWidget& window);
 void saveGeometry(const QWidget& window);
 
 /// Which panes and tool bars are shown and where; `dock` has the panes, and keeps its width, which is
-/// `firstWidth` pixels at first.
-void loadPanes(QMainWindow& window, QDockWidget& dock, int firstWidth);
+/// `firstWidth` pixels at first; returns whether it is these.
+[[nodiscard]] bool loadPanes(QMainWindow& window, QDockWidget& dock, int firstWidth);
 void savePanes(const QMainWindow& window, const QDockWidget& dock);
 
 /// Choices of the View menu.

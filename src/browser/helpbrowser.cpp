@@ -102,9 +102,11 @@ bool HelpBrowser::isCurrent(const QString& url, const HelpContentsItem* item) co
 
 void HelpBrowser::record(HelpContentsItem* item, int leftPlace)
 {
+    const bool isKept = !m_isPassing && m_history.enter(item, leftPlace);
     if (m_isPassing) {
         m_history.replace(item);
-    } else if (m_history.enter(item, leftPlace)) {
+    }
+    if (isKept) {
         Q_EMIT backEnabled(true);
     }
     Q_EMIT forwardEnabled(false);

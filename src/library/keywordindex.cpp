@@ -10,6 +10,8 @@
 
 namespace {
 
+constexpr size_t MaximumContaining = 1000; // rows
+
 /// A letter without its accents, for those letters that are mostly written with them.
 QChar withoutAccent(QChar letter)
 {
@@ -191,8 +193,9 @@ bool KeywordIndex::beginsWith(int row, const QString& typed) const
 std::vector<int> KeywordIndex::rowsContaining(const QString& typed, const HelpContentsRoot* root) const
 {
     const QString text = typed.toLower();
+    const size_t most = text.isEmpty() ? m_rows.rows.size() : MaximumContaining;
     std::vector<int> result;
-    for (size_t row = 0; row < m_rows.rows.size(); ++row) {
+    for (size_t row = 0; row < m_rows.rows.size() && result.size() < most; ++row) {
         if (m_rows.lookUpText(row).contains(text) && (root == nullptr || isOf(int(row), root))) {
             result.push_back(int(row));
         }

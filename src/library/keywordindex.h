@@ -38,7 +38,8 @@ public:
                               const HelpContentsRoot* only = nullptr) const;
     /// Whether a row's keyword begins so, as lookFor() takes it.
     [[nodiscard]] bool beginsWith(int row, const QString& typed) const;
-    /// The rows whose keyword contains this, those of one help set if it is not null, in their order.
+    /// The rows whose keyword contains this, those of one help set if it is not null, in their order; the
+    /// first thousand, as nobody goes through more. The empty text is in all of them.
     [[nodiscard]] std::vector<int> rowsContaining(const QString& typed, const HelpContentsRoot* root) const;
     /// Whether a row leads to something in a help set.
     [[nodiscard]] bool isOf(int row, const HelpContentsRoot* root) const;

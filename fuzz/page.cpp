@@ -21,6 +21,20 @@ bool reachesOut(const QString& html)
     return false;
 }
 
+/// The nodes of a tree know each other.
+void checkTree(const QString& html)
+{
+    const HtmlTree tree(html);
+    for (const HtmlNode* node = tree.root(); node != nullptr; node = nextNode(node, tree.root())) {
+        require((node->firstChild == nullptr) == (node->lastChild == nullptr));
+        require(node->firstChild == nullptr || (isElement(*node) && node->firstChild->previous == nullptr));
+        require(node->lastChild == nullptr || node->lastChild->next == nullptr);
+        require(node->next == nullptr ||
+                (node->next->previous == node && node->next->parent == node->parent));
+        require(node == tree.root() || node->parent != nullptr);
+    }
+}
+
 } // namespace
 
 /// The bytes of a page, from decoding to what the view gets and where its links lead.
@@ -28,6 +42,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     const QString file = QStringLiteral("/help/page.html");
     const QString text = decodePage(inputBytes(data, size));
+    checkTree(text);
     const PageContext context{file, [](const QString& name) { return int(name.size() % 3) * 500; }};
     for (const auto presentation : {Presentation::Reading, Presentation::AsWritten}) {
         const auto page = preparePage(text, context, presentation);

@@ -7,6 +7,7 @@
 #include "markup/tags.h"
 #include "pages/pagefile.h"
 #include "pages/pagepreparation.h"
+#include "pages/pagesheets.h"
 
 #include <QGuiApplication>
 #include <QJsonDocument>
@@ -31,9 +32,11 @@ QJsonObject describePage(const QString& file)
     if (!source.ok()) {
         return {{QStringLiteral("file"), file}, {QStringLiteral("error"), describe(source.error())}};
     }
+    static StyleSheets styleSheets;
     const auto page =
         preparePage(source.value().text,
-                    {file, [](const QString& name) { return qMax(0, PictureFile(name).size().width()); }},
+                    {file, [](const QString& name) { return qMax(0, PictureFile(name).size().width()); },
+                     false, &styleSheets},
                     Presentation::Reading);
     QTextDocument document;
     PageFiller filler(document);

@@ -404,7 +404,7 @@ void TestPreparedPage::written_data()
            R"(<html><link href="a.css" rel="stylesheet"/><style>p > b{x}</style><body>a</body></html>)");
     addRow(
         "picture", R"(<body><img src="i.png" style="float:right" alt="x"><img src="no.png.gif" alt="gone">)",
-        R"(<html><body><img src="file:///set/i.png" style="float:right"><span class="alt">gone</span></body></html>)");
+        R"(<html><body><img src="file:///set/i.png" style="float:right"> <span class="alt">gone</span></body></html>)");
     addRow(
         "frames",
         R"(<html><frameset cols="1,2"><frame src="toc.html" name="toc"><frameset><frame src="a b.html"></frameset><noframes><p>No frames.</p></noframes></frameset></html>)",

@@ -155,6 +155,7 @@ private Q_SLOTS:
                                                {u"--screenshot"_s, {u"a.png"_s, u"a.cnt"_s}},
                                                {u"--pdf"_s, {u"a.pdf"_s, u"a.html"_s}},
                                                {u"--png"_s, {u"b.png"_s, u"a.html"_s}},
+                                               {u"--text"_s, {u"a.html"_s}},
                                                {u"--help"_s, {}},
                                                {u"--version"_s, {}}};
         m_files->write(u"a.cnt"_s, "page = a.html");
@@ -259,6 +260,36 @@ private Q_SLOTS:
             QCOMPARE(run(bad).code, 2);
         }
         QVERIFY(!QFileInfo::exists(m_files->path(u"o.png"_s)));
+    }
+
+    void pageAsText()
+    {
+        m_files->write(u"a.html"_s, "<style>x{}</style><nav><a href=x>n</a></nav><h1>T\303\251</h1><p>" +
+                                        QByteArray("word ").repeated(20) + "<a href=b.html#c>to</a>");
+        const auto text = [&](const QStringList& options) {
+            return QString::fromUtf8(run(QStringList{u"--text"_s} + options + QStringList{u"a.html"_s}).out);
+        };
+        QCOMPARE(text({}), u"Té\n==\n\n"_s + u"word "_s.repeated(16).trimmed() + u"\n" +
+                               u"word "_s.repeated(4) + u"to\n");
+        QVERIFY(text({u"--links"_s}).endsWith(u"to[1]\n\n[1] b.html#c\n"_s));
+        QVERIFY(runShell(u"COLUMNS=24 \"$0\" --text a.html"_s).out.contains("word word word word\n"));
+        const auto full = runShell(u"exec \"$0\" --text a.html >/dev/full"_s);
+        QVERIFY(full.code == 1 && full.error.contains("cannot be written"));
+        QCOMPARE(run({u"--text"_s, u"a.html"_s, u"b.html"_s}).code, 2);
+        QCOMPARE(run({u"--text"_s, u"none.html"_s}).code, 1);
+    }
+
+    /// Of a page that takes long the beginning is taken, unless all of it is wanted.
+    void pageThatTakesLong()
+    {
+        m_files->write(u"a.html"_s, "<p>begin " + QByteArray(70'000, 'x') + "<p>end");
+        const auto beginning = run({u"--text"_s, u"a.html"_s});
+        QVERIFY(beginning.code == 0 && beginning.error.contains("--whole"));
+        QVERIFY(beginning.out.contains("begin") && !beginning.out.endsWith("end\n"));
+        const auto whole = run({u"--text"_s, u"--whole"_s, u"a.html"_s});
+        QVERIFY(whole.code == 0 && whole.error.isEmpty() && whole.out.endsWith("end\n"));
+        const auto picture = run({u"--png"_s, u"out.png"_s, u"a.html"_s});
+        QVERIFY(picture.code == 0 && picture.error.contains("--whole"));
     }
 
     void foreignName()

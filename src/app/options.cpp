@@ -63,10 +63,15 @@ constexpr std::array options{
            QT_TRANSLATE_NOOP("Usage", "write contents, index and problems as JSON"), dumpHelpSets},
     Option{"screenshot", Form::Command, "OUT.png [FILE.cnt ...]",
            QT_TRANSLATE_NOOP("Usage", "draw the window into a picture, without a display"), takeScreenshot},
-    Option{"pdf", Form::Command, "OUT.pdf [--as-written] PAGE.html",
+    Option{"pdf", Form::Command, "OUT.pdf [--as-written] [--whole] PAGE.html",
            QT_TRANSLATE_NOOP("Usage", "print a page into a PDF file, without a display"), renderPage},
-    Option{"png", Form::Command, "OUT.png [--width W] [--as-written] PAGE.html",
+    Option{"png", Form::Command, "OUT.png [--width W] [--as-written] [--whole] PAGE.html",
            QT_TRANSLATE_NOOP("Usage", "draw a page into a picture, W pixels wide (800)"), renderPage},
+    Option{"text", Form::Command, "[--links] [--as-written] [--whole] PAGE.html",
+           QT_TRANSLATE_NOOP("Usage", "print a page as plain text, as wide as COLUMNS says (80); --links\n"
+                                      "numbers its links and lists where they lead; this, --pdf and --png\n"
+                                      "take the beginning of a page that takes long, with --whole all of it"),
+           renderPage},
     Option{"help", Form::Alone, "", QT_TRANSLATE_NOOP("Usage", "write this text and exit"), printHelp},
     Option{"version", Form::Alone, "", QT_TRANSLATE_NOOP("Usage", "write the version and exit"),
            printVersion},
@@ -96,8 +101,8 @@ arguments the help sets that were open last, else all installed ones.
 The three list requests print one line and exit with 0 (done, or yes),
 1 (file not found) or 2 (already installed, or not installed). --search exits
 with 0 when it finds pages, 1 when it finds none, 2 on errors. --dump exits
-with 1 when a named file is missing or unreadable; --screenshot, --pdf and
---png when they cannot do their work. Wrong arguments exit with 2.
+with 1 when a named file is missing or unreadable; --screenshot, --pdf,
+--png and --text when they cannot do their work. Wrong arguments exit with 2.
 )");
     std::fputs(qUtf8Printable(text), stdout);
     return 0;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/pagerendering.h"
 
+#include "browser/documenttext.h"
 #include "browser/helpbrowser.h"
 #include "browser/picturefile.h"
 #include "library/helplibrary.h"
@@ -28,19 +29,30 @@ QString outputProblem()
 /// A page view with one page in it.
 class View {
 public:
-    View(const QString& page, Presentation presentation)
+    View(const QString& page, const Options& options)
         : m_problem(problemOf(page)), m_browser(m_library, nullptr)
     {
-        m_browser.setShowsWholePages(true);
-        m_browser.setReadingView(presentation == Presentation::Reading);
+        m_browser.setShowsWholePages(options.isWhole);
+        m_browser.setReadingView(options.presentation == Presentation::Reading);
         if (m_problem.isEmpty()) {
             m_browser.setSource(HelpLibrary::absoluteName(page));
+            m_browser.completePage();
         }
     }
 
     /// Empty when the page is there.
     [[nodiscard]] const QString& problem() const { return m_problem; }
     [[nodiscard]] HelpBrowser& browser() { return m_browser; }
+    /// Of a page that was prepared.
+    [[nodiscard]] Outcome outcome(const QString& problem = {}) const
+    {
+        const bool isBeginning = m_browser.page().prepared.isBeginning;
+        return {problem, isBeginning
+                             ? QCoreApplication::translate("PageRendering",
+                                                           "This is the beginning of a page that takes long; "
+                                                           "--whole takes all of it.")
+                             : QString()};
+    }
 
 private:
     static QString problemOf(const QString& page)
@@ -61,27 +73,28 @@ private:
 
 } // namespace
 
-QString toPdf(const QString& page, const QString& output, Presentation presentation)
+Outcome toPdf(const QString& page, const QString& output, const Options& options)
 {
-    View view(page, presentation);
+    View view(page, options);
     if (!view.problem().isEmpty()) {
-        return view.problem();
+        return {view.problem(), {}};
     }
-    return PagePrinter::exportPdf(output, PrintCommands::printablePage(view.browser())) ? QString()
-                                                                                        : outputProblem();
+    const bool isDone = PagePrinter::exportPdf(output, PrintCommands::printablePage(view.browser()));
+    return view.outcome(isDone ? QString() : outputProblem());
 }
 
-QString toPng(const QString& page, const QString& output, int width, Presentation presentation)
+Outcome toPng(const QString& page, const QString& output, int width, const Options& options)
 {
-    View view(page, presentation);
+    View view(page, options);
     if (!view.problem().isEmpty()) {
-        return view.problem();
+        return {view.problem(), {}};
     }
     auto& document = *view.browser().document();
-    view.browser().resize(width + view.browser().width() - view.browser().viewport()->width(), MaximumHeight);
+    const int tallest = std::min(MaximumHeight, MaximumArea / width);
+    view.browser().resize(width + view.browser().width() - view.browser().viewport()->width(), tallest);
     document.setTextWidth(width);
-    const int height = std::clamp(int(std::ceil(document.size().height())), 1, MaximumHeight);
-    QImage image(width, height, QImage::Format_RGB32);
+    const int height = std::max(int(std::ceil(document.size().height())), 1);
+    QImage image(width, std::min(height, tallest), QImage::Format_RGB32);
     image.fill(view.browser().palette().color(QPalette::Base));
     QPainter painter(&image);
     QAbstractTextDocumentLayout::PaintContext context;
@@ -89,7 +102,25 @@ QString toPng(const QString& page, const QString& output, int width, Presentatio
     context.clip = image.rect();
     document.documentLayout()->draw(&painter, context);
     painter.end();
-    return image.save(output, "PNG") ? QString() : outputProblem();
+    auto outcome = view.outcome(image.save(output, "PNG") ? QString() : outputProblem());
+    if (height > tallest && outcome.notice.isEmpty()) {
+        outcome.notice =
+            QCoreApplication::translate("PageRendering", "The picture ends after %1 of %2 pixels.")
+                .arg(tallest)
+                .arg(height);
+    }
+    return outcome;
+}
+
+Outcome toText(const QString& page, QString& text, int width, bool hasLinks, const Options& options)
+{
+    View view(page, options);
+    if (!view.problem().isEmpty()) {
+        return {view.problem(), {}};
+    }
+    const auto& links = view.browser().page().prepared.links;
+    text = DocumentText(hasLinks ? &links : nullptr).write(*view.browser().document(), width);
+    return view.outcome();
 }
 
 } // namespace PageRendering

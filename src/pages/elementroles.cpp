@@ -136,6 +136,46 @@ Element elementOf(const HtmlNode& node)
 }
 // clang-format on
 
+bool isInlineElement(Element element)
+{
+    switch (element) {
+    case Element::Transparent:
+    case Element::Inline:
+    case Element::Code:
+    case Element::Keys:
+    case Element::Quotation:
+    case Element::Link:
+        return true;
+    case Element::Ignored:
+    case Element::Block:
+    case Element::Paragraph:
+    case Element::Heading:
+    case Element::Preformatted:
+    case Element::List:
+    case Element::Item:
+    case Element::Terms:
+    case Element::Term:
+    case Element::Description:
+    case Element::Table:
+    case Element::TableCaption:
+    case Element::Row:
+    case Element::Cell:
+    case Element::Caption:
+    case Element::Quote:
+    case Element::Picture:
+    case Element::Break:
+    case Element::Rule:
+    case Element::Summary:
+    case Element::Frame:
+    case Element::Field:
+    case Element::Choice:
+    case Element::Area:
+    case Element::Drawing:
+        return false;
+    }
+    return false;
+}
+
 Role roleOf(const HtmlNode& node)
 {
     static const auto roles = makeRoles();

@@ -40,6 +40,9 @@ enum class Element {
 
 [[nodiscard]] Element elementOf(const HtmlNode& node);
 
+/// Whether it stands in a line of text, which goes on behind it, where no style sheet says otherwise.
+[[nodiscard]] bool isInlineElement(Element element);
+
 /// What the known generators, and common habit, mean by an element's classes.
 enum class Role {
     None,

@@ -42,3 +42,16 @@ std::string drawingText(const HtmlNode& svg)
 {
     return textsOf(svg, " ");
 }
+
+std::string_view frameText(const HtmlNode& frame)
+{
+    const auto source = attribute(frame, "src");
+    const bool isMade = source.empty() || equalsLower(source.substr(0, 11), "javascript:") ||
+                        equalsLower(source.substr(0, 6), "about:");
+    if (isMade) {
+        return {};
+    }
+    const auto title = attribute(frame, "title");
+    const auto name = title.empty() ? attribute(frame, "name") : title;
+    return name.empty() ? source : name;
+}

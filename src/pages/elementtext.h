@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 struct HtmlNode;
 
@@ -13,3 +14,6 @@ struct HtmlNode;
 
 /// The texts in a drawing.
 [[nodiscard]] std::string drawingText(const HtmlNode& svg);
+
+/// What a link to the page in a frame says; empty when a script would make that page.
+[[nodiscard]] std::string_view frameText(const HtmlNode& frame);

@@ -31,12 +31,6 @@ bool isLeftOut(std::string_view name)
     return isOneOf(name, names);
 }
 
-bool isBlockElement(Element kind)
-{
-    return kind != Element::Transparent && kind != Element::Inline && kind != Element::Code &&
-           kind != Element::Keys && kind != Element::Quotation;
-}
-
 /// Targets and names are written by themselves, scripts never; a tool tip with markup in it would not be
 /// taken as plain text.
 bool isKept(std::string_view name, std::string_view value)
@@ -135,7 +129,7 @@ void FaithfulWriter::openElement(const HtmlNode& element)
         openRows(begin, std::move(end));
     } else if (name == "ul" || name == "dl") {
         openList(begin, std::move(end));
-    } else if (isBlockElement(kind)) {
+    } else if (!isInlineElement(kind)) {
         openBlock(begin, std::move(end));
     } else {
         open(begin, std::move(end));

@@ -82,16 +82,10 @@ bool isGeneratedDocument(const HtmlNode& body)
     return false;
 }
 
-bool isContainer(const ElementNotes& notes)
-{
-    return notes.element == Element::Block || notes.element == Element::Table ||
-           notes.element == Element::Row || notes.element == Element::Cell;
-}
-
 /// Whether nothing is lost without the element: a paragraph is never mere navigation.
 bool isDispensable(const ElementNotes& notes)
 {
-    const bool isStructure = isContainer(notes) || notes.element == Element::List;
+    const bool isStructure = notes.isContainer() || notes.element == Element::List;
     return notes.isHidden || notes.isFurniture || notes.element == Element::Ignored || !notes.hasContent() ||
            (isStructure && !notes.hasPicture && notes.isMostlyLinks());
 }
@@ -127,7 +121,7 @@ const HtmlNode* densest(const HtmlNode& body)
 {
     const auto* found = &body;
     for (const auto* inner = onlyMatter(body);
-         inner != nullptr && (isContainer(notesOf(*inner)) || isTransparent(*inner));
+         inner != nullptr && (notesOf(*inner).isContainer() || isTransparent(*inner));
          inner = onlyMatter(*inner)) {
         const Element kind = notesOf(*inner).element;
         found = kind == Element::Block || kind == Element::Cell ? inner : found;

@@ -6,75 +6,47 @@
 #include "styles/pagestyles.h"
 
 #include <algorithm>
-#include <array>
-#include <string>
 #include <string_view>
 #include <vector>
 
 namespace {
 
-constexpr size_t ShortText = 40; // bytes: what generated a page, when
-
-/// A table of contents within the page's text is the author's own.
-bool isLocalContents(const HtmlNode& nav)
-{
-    return anyWord(attribute(nav, "class"),
-                   [](std::string_view word) { return word == "contents" || word == "toc"; });
-}
-
-/// Whether the element's own style says that it is not shown.
-bool isSwitchedOff(const HtmlNode& element)
-{
-    const auto written = attribute(element, "style");
-    if (written.empty()) {
-        return false;
-    }
-    std::string style;
-    std::copy_if(written.begin(), written.end(), std::back_inserter(style),
-                 [](char c) { return !isBlank(c); });
-    return style.find("display:none") != std::string::npos ||
-           style.find("visibility:hidden") != std::string::npos;
-}
-
-bool isOpenedByScript(const HtmlNode& element)
-{
-    static constexpr std::array<std::string_view, 8> marks{"dyn",       "collaps", "toggle", "tab",
-                                                           "accordion", "expand",  "panel",  "fold"};
-    const auto classes = attribute(element, "class");
-    return std::any_of(marks.begin(), marks.end(),
-                       [&](std::string_view mark) { return classes.find(mark) != std::string_view::npos; });
-}
-
-bool isHidden(const HtmlNode& element, const ElementNotes& notes)
-{
-    const bool isHiddenByStyle = notes.style == nullptr ? isSwitchedOff(element) : notes.style->isHidden();
-    return (notes.role == Role::Hidden || hasAttribute(element, "hidden") ||
-            attribute(element, "aria-hidden") == "true" || isHiddenByStyle) &&
-           !isOpenedByScript(element);
-}
-
-bool isFurniture(const HtmlNode& element, const ElementNotes& notes)
-{
-    static constexpr std::array<std::string_view, 3> siteRoles{"navigation", "search", "banner"};
-    const auto name = element.name;
-    if (name == "nav") {
-        return !isLocalContents(element);
-    }
-    const auto role = attribute(element, "role");
-    const bool isFooter = notes.role == Role::Footer || name == "footer" || role == "contentinfo";
-    const bool isShort = !notes.hasHeading && notes.text <= ShortText;
-    const bool isFixed = notes.style != nullptr && notes.style->isFixed;
-    const bool isProbable = isFixed || notes.role == Role::ProbableFurniture || isOneOf(role, siteRoles);
-    return notes.role == Role::Furniture || (isFooter && (isShort || notes.isMostlyLinks())) ||
-           (isProbable && notes.isMostlyLinks());
-}
-
 bool isMadeForBrowser(const HtmlNode& element)
 {
-    const auto name = element.name;
-    return name == "script" || name == "style" ||
-           (name == "link" && anyWord(attribute(element, "rel"),
-                                      [](std::string_view word) { return equalsLower(word, "stylesheet"); }));
+    return isElement(element, Tag::Script) || isElement(element, Tag::Style) ||
+           (isElement(element, Tag::Link) && anyWord(attribute(element, "rel"), [](std::string_view word) {
+                return equalsLower(word, "stylesheet");
+            }));
+}
+
+/// Elements whose headers and asides are theirs, not the page's.
+bool isSection(const HtmlNode& element)
+{
+    switch (element.tag) {
+    case Tag::Main:
+    case Tag::Article:
+    case Tag::Section:
+    case Tag::Blockquote:
+    case Tag::Figure:
+    case Tag::Td:
+    case Tag::Li:
+    case Tag::Dd:
+        return true;
+    default:
+        return attribute(element, "role") == "main";
+    }
+}
+
+/// What is pressed or chosen counts like links: it does something, and says little.
+bool isControl(const HtmlNode& element, Element kind)
+{
+    return kind == Element::Link || isElement(element, Tag::Button);
+}
+
+bool isSearchField(const HtmlNode& input)
+{
+    return equalsLower(attribute(input, "type"), "search") || attribute(input, "name") == "q" ||
+           attribute(input, "placeholder").find("earch") != std::string_view::npos;
 }
 
 size_t letters(std::string_view text)
@@ -96,44 +68,119 @@ PageSurvey::PageSurvey(HtmlNode& root, PageStyles& styles)
         if (isElement(*node)) {
             look(*node, styles);
             elements.push_back(node);
-        } else if (isText(*node)) {
-            auto& parent = *node->parent->notes;
-            (parent.isInLink ? parent.linkText : parent.text) += letters(node->content);
+        } else {
+            lookAtText(*node);
         }
     }
     // Backwards, so that an element comes after all that it holds.
     std::for_each(elements.crbegin(), elements.crend(),
                   [this](const HtmlNode* element) { conclude(*element); });
+    useSubstitutes();
 }
 
 void PageSurvey::look(HtmlNode& element, PageStyles& styles)
 {
     auto& notes = m_notes.emplace_back();
+    const auto* outer = m_notes.size() > 1 ? element.parent->notes : nullptr;
     notes.element = elementOf(element);
     notes.role = roleOf(element);
-    const bool isInner = m_notes.size() > 1;
     if (styles.hasSheets()) {
-        notes.style = &styles.compute(element, isInner ? notesOf(*element.parent).style : nullptr);
+        notes.style = &styles.compute(element, outer == nullptr ? nullptr : outer->style);
     }
-    notes.isHidden = isHidden(element, notes);
+    const bool isChosen = outer != nullptr && outer->alternative == &element;
+    notes.isHidden = isHiddenElement(element, notes) && !isChosen;
+    notes.alternative = shownAlternative(element);
     notes.hasHeading = notes.element == Element::Heading;
     notes.hasPicture = notes.element == Element::Picture;
-    notes.isInLink = notes.element == Element::Link || (isInner && notesOf(*element.parent).isInLink);
+    notes.isInLink = notes.element == Element::Link || (outer != nullptr && outer->isInLink);
+    notes.isInControl = isControl(element, notes.element) || (outer != nullptr && outer->isInControl);
+    notes.links = notes.element == Element::Link ? 1 : 0;
+    notes.asksForWords = notes.element == Element::Field && isSearchField(element);
+    notes.isInHeading = notes.hasHeading || (outer != nullptr && outer->isInHeading);
+    notes.hasHeadingBefore = m_hasHeading;
+    notes.hasFreePicture = notes.hasPicture && !notes.isInControl;
+    notes.isInSection = isSection(element) || (outer != nullptr && outer->isInSection);
+    notes.textBefore = m_around.textBefore;
+    m_isInBody = m_isInBody || isElement(element, Tag::Body);
     element.notes = &notes;
+}
+
+void PageSurvey::lookAtText(const HtmlNode& text)
+{
+    auto& parent = *text.parent->notes;
+    if (isElement(*text.parent, Tag::Option)) {
+        return; // what could be chosen says nothing of what there is
+    }
+    const size_t size = letters(text.content);
+    (parent.isInControl ? parent.linkText : parent.text) += size;
+    const bool isRead =
+        m_isInBody && !parent.isInControl && !parent.isHidden && parent.element != Element::Ignored;
+    m_around.textBefore += isRead ? size : 0;
+    m_hasHeading = m_hasHeading || (isRead && size > 0 && parent.isInHeading);
 }
 
 void PageSurvey::conclude(const HtmlNode& element)
 {
     auto& notes = *element.notes;
-    notes.isFurniture = isFurniture(element, notes);
-    m_isWebPage = m_isWebPage || notes.isFurniture || isMadeForBrowser(element);
+    m_around.textBefore = notes.textBefore;
     const bool isRoot = &notes == &m_notes.front();
-    if (isRoot || notes.isHidden || notes.isFurniture || notes.element == Element::Ignored) {
+    notes.isFurniture = !isRoot && isFurniture(element, notes, m_around);
+    m_isWebPage = m_isWebPage || notes.isFurniture || isMadeForBrowser(element);
+    if (isRoot || notes.isHidden || notes.element == Element::Ignored) {
         return;
     }
+    if (isElement(element, Tag::Noscript)) {
+        notes.isFurniture = true;
+        m_substitutes.push_back(&element);
+        return;
+    }
+    if (notes.isFurniture) {
+        element.parent->notes->furnitureText += notes.text + notes.linkText + notes.furnitureText;
+        return;
+    }
+    if (notes.element == Element::Heading && notes.hasContent()) {
+        notes.hasTitle = isElement(element, Tag::H1) && notes.text > 0;
+        m_around.hasHeadingBehind = true;
+        m_around.hasTitleBehind = m_around.hasTitleBehind || notes.hasTitle;
+    }
+    handUp(element);
+}
+
+void PageSurvey::handUp(const HtmlNode& element)
+{
+    const auto& notes = *element.notes;
     auto& parent = *element.parent->notes;
     parent.text += notes.text;
     parent.linkText += notes.linkText;
+    parent.links += notes.links;
+    parent.asksForWords = parent.asksForWords || notes.asksForWords;
+    parent.furnitureText += notes.furnitureText;
     parent.hasHeading = parent.hasHeading || notes.hasHeading;
+    parent.hasTitle = parent.hasTitle || notes.hasTitle;
     parent.hasPicture = parent.hasPicture || notes.hasPicture;
+    parent.hasFreePicture = parent.hasFreePicture || notes.hasFreePicture;
+}
+
+/// What a page says to browsers without scripts counts where it says nothing better.
+void PageSurvey::useSubstitutes()
+{
+    constexpr size_t most = 100;
+    size_t text = 0;
+    for (const auto* substitute : m_substitutes) {
+        text += substitute->notes->text + substitute->notes->linkText;
+    }
+    const auto& page = m_notes.front();
+    if (m_substitutes.size() > most || text <= page.text + page.linkText) {
+        return;
+    }
+    for (const auto* substitute : m_substitutes) {
+        auto& notes = *substitute->notes;
+        notes.isFurniture = false;
+        for (auto* outer = substitute->parent; outer != nullptr; outer = outer->parent) {
+            outer->notes->text += notes.text;
+            outer->notes->linkText += notes.linkText;
+            outer->notes->hasHeading = outer->notes->hasHeading || notes.hasHeading;
+            outer->notes->hasPicture = outer->notes->hasPicture || notes.hasPicture;
+        }
+    }
 }

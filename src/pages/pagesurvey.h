@@ -2,9 +2,11 @@
 #pragma once
 
 #include "pages/elementroles.h"
+#include "pages/furniture.h"
 
 #include <cstddef>
 #include <deque>
+#include <vector>
 
 class PageStyles;
 struct ComputedStyle;
@@ -20,13 +22,29 @@ struct ElementNotes {
     /// search boxes, marks for permanent links, numbers of code lines.
     bool isFurniture = false;
     bool isInLink = false;
-    const ComputedStyle* style = nullptr; ///< null when the page has no style sheets
+    bool isInControl = false;              ///< a link, or what else is pressed or chosen
+    bool isInSection = false;              ///< of the page, such as an article
+    const ComputedStyle* style = nullptr;  ///< null when the page has no style sheets
+    const HtmlNode* alternative = nullptr; ///< of its hidden parts the one that is shown
+    bool isInHeading = false;
+    bool hasHeadingBefore = false; ///< in the page, and more than a link
+    size_t textBefore = 0;         ///< bytes outside of links before it in the page, without blanks
     // What there is to read in it, without hidden parts and furniture.
     bool hasHeading = false;
+    bool hasTitle = false; ///< a heading of the first rank that is more than a link
     bool hasPicture = false;
-    size_t text = 0;     ///< bytes outside of links, without blanks
-    size_t linkText = 0; ///< bytes inside of links, without blanks
+    bool hasFreePicture = false; ///< one that is not in a link
+    size_t text = 0;             ///< bytes outside of links, without blanks
+    size_t linkText = 0;         ///< bytes inside of links and other controls, without blanks
+    size_t links = 0;
+    bool asksForWords = false; ///< to search for
+    size_t furnitureText = 0;  ///< bytes in furniture
 
+    [[nodiscard]] bool isContainer() const
+    {
+        return element == Element::Block || element == Element::Table || element == Element::Row ||
+               element == Element::Cell;
+    }
     [[nodiscard]] bool hasContent() const { return text + linkText > 0 || hasPicture; }
     [[nodiscard]] bool isMostlyLinks() const { return !hasHeading && text <= linkText; }
 };
@@ -43,9 +61,16 @@ public:
 
 private:
     void look(HtmlNode& element, PageStyles& styles);
+    void lookAtText(const HtmlNode& text);
     void conclude(const HtmlNode& element);
+    void handUp(const HtmlNode& element);
+    void useSubstitutes();
 
     std::deque<ElementNotes> m_notes;
+    std::vector<const HtmlNode*> m_substitutes; ///< for what a script would make
+    Surroundings m_around;
+    bool m_isInBody = false;
+    bool m_hasHeading = false; ///< has met one
     bool m_isWebPage = false;
 };
 

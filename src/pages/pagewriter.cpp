@@ -204,10 +204,12 @@ void PageWriter::putAlternative(std::string_view text)
         return;
     }
     m_output.beginParagraph();
+    putText(" ");
     m_output.putSpace();
     putMarkup("<span class=\"alt\">");
     putText(text);
     putMarkup("</span>");
+    putText(" ");
 }
 
 void PageWriter::putLink(std::string_view href, std::string_view text)
@@ -221,16 +223,12 @@ void PageWriter::putLink(std::string_view href, std::string_view text)
 /// A page within the page becomes a link to it.
 void PageWriter::putFrame(const HtmlNode& element)
 {
-    const auto source = attribute(element, "src");
-    if (source.empty()) {
+    const auto text = frameText(element);
+    if (text.empty()) {
         return;
     }
-    auto text = attribute(element, "title");
-    if (text.empty()) {
-        text = attribute(element, "name");
-    }
     openBlock("<p>", "</p>");
-    putLink(source, text.empty() ? source : text);
+    putLink(attribute(element, "src"), text);
     close();
 }
 

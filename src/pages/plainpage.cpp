@@ -46,8 +46,23 @@ private:
         }
         if (isSetApart(node, notes)) {
             breakLine();
+        } else if (notes.element == Element::Transparent) {
+            putStroke(node);
         }
         return true;
+    }
+
+    /// What divides the parts of a formula.
+    void putStroke(const HtmlNode& node)
+    {
+        const auto* previous = node.previous;
+        while (previous != nullptr && !isElement(*previous)) {
+            previous = previous->previous;
+        }
+        const bool isInFraction = node.parent != nullptr && isElement(*node.parent, "mfrac");
+        if (previous != nullptr && (isInFraction || isElement(node, "mtd"))) {
+            m_page.text += isInFraction ? '/' : ' ';
+        }
     }
 
     void leave(const HtmlNode& node)
@@ -70,19 +85,8 @@ private:
 
     [[nodiscard]] static bool isSetApart(const HtmlNode& node, const ElementNotes& notes)
     {
-        switch (notes.element) {
-        case Element::Transparent:
-            return (notes.style != nullptr && !notes.style->isInline()) || isElement(node, "mtr") ||
-                   isElement(node, "mtd") || (node.parent != nullptr && isElement(*node.parent, "mfrac"));
-        case Element::Inline:
-        case Element::Code:
-        case Element::Keys:
-        case Element::Quotation:
-        case Element::Link:
-            return notes.style != nullptr && !notes.style->isInline();
-        default:
-            return true;
-        }
+        const bool isInline = isInlineElement(notes.element) && !isElement(node, "mtr");
+        return !isInline || (notes.style != nullptr && !notes.style->isInline());
     }
 
     [[nodiscard]] bool isLineOfListing(const HtmlNode& node) const
@@ -96,11 +100,9 @@ private:
         case Element::Picture:
             putApart(attribute(node, "alt"));
             return true;
-        case Element::Frame: {
-            const auto title = attribute(node, "title");
-            putApart(title.empty() ? attribute(node, "name") : title);
+        case Element::Frame:
+            putApart(frameText(node));
             return true;
-        }
         case Element::Field:
             putApart(fieldText(node));
             return true;

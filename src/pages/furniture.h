@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+
+struct ElementNotes;
+struct HtmlNode;
+
+/// What is known of the parts of a page around an element that has been looked at.
+struct Surroundings {
+    size_t textBefore = 0;         ///< bytes outside of links
+    bool hasHeadingBehind = false; ///< of any rank, visible and with content
+    bool hasTitleBehind = false;   ///< such of the first rank
+};
+
+/// Whether an element belongs to the web site that a page was made for, and not to what the page says. All in
+/// the element, and all behind it, has been looked at.
+[[nodiscard]] bool isFurniture(const HtmlNode& element, const ElementNotes& notes,
+                               const Surroundings& around);
+
+/// Whether nobody sees an element, not even with a script's or a click's help.
+[[nodiscard]] bool isHiddenElement(const HtmlNode& element, const ElementNotes& notes);
+
+/// Of an element whose parts are all hidden until a script shows one of them: the one for this system, else
+/// the default, else the first. Null for other elements.
+[[nodiscard]] const HtmlNode* shownAlternative(const HtmlNode& element);

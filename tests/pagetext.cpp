@@ -54,17 +54,21 @@ QString treeText(const QString& html)
 {
     const HtmlTree tree(html);
     std::string text;
-    const auto put = [&text](std::string_view begin, std::string_view rest) {
+    std::string open; // text that was met and may go on
+    const auto put = [&text, &open](std::string_view begin, std::string_view rest) {
+        anyWord(open, [&text](std::string_view word) {
+            text.append(word).append("\x1f");
+            return false;
+        });
+        open.clear();
         text.append(begin).append(rest).append("\x1f");
-        return false;
     };
     if (tree.root() != nullptr) {
         walk(
             *tree.root(),
-            [&put](const HtmlNode& node) {
-                return isElement(node)
-                           ? !put("\x1e", node.name)
-                           : anyWord(node.content, [&put](std::string_view word) { return put(word, {}); });
+            [&put, &open](const HtmlNode& node) {
+                isElement(node) ? put("\x1e", node.name) : static_cast<void>(open += node.content);
+                return isElement(node);
             },
             [&put](const HtmlNode&) { put("\x1d", {}); });
     }

@@ -204,6 +204,8 @@ private Q_SLOTS:
         addRow("variable of an element around", ":root{--c:red}.o{--c:blue}p{color:var(--c)}", page, "ff");
         addRow("variable of a neighbour", "i{--c:red}p{color:var(--c,blue)}", "<i>u</i><p id=x>t", "ff");
         addRow("variable within another's fallback", "p{color:var(--a,var(--b,blue))}", page, "ff");
+        addRow("no numbers", "p{color:red;margin:nanpx;font-size:infem;position:fixed;color:rgb(nan,0,0)}",
+               page, "stays");
         addRow("comments", "/* } */p{/*;*/color/**/:/**/red/**/}", page, "ff0000");
         addRow("strings", "p::x{content:\"}{;\"}p{color:red}", page, "ff0000");
         addRow("what makes no sense", "p{color;:red;color:{};}p{color:red}", page, "ff0000");

@@ -25,7 +25,7 @@ constexpr size_t MostItems = 20'000;
 size_t fitting(const StyleLength& width, float gap)
 {
     constexpr double all = 100.5; // per cent; thirds are rounded
-    if (width.value <= 0) {
+    if (width.value < 1) {
         return 0;
     }
     if (width.unit == StyleLength::Unit::Percent) {

@@ -79,7 +79,7 @@ bool StyledWriter::enter(const HtmlNode& element)
         }
         return false;
     }
-    m_frames.push_back(std::move(next));
+    m_frames.push_back(next);
     m_counters.enter(*notes.style);
     if (!isVerbatim() && !isTooDeep() && m_openTables < DeepestTable) {
         if (Arrangement arrangement(element, m_measure->letters * 7 / 10); !arrangement.isEmpty()) {
@@ -112,7 +112,7 @@ void StyledWriter::leaving(const HtmlNode& element)
 void StyledWriter::left(const HtmlNode& element)
 {
     m_counters.leave();
-    const Frame last = std::move(m_frames.back());
+    const Frame last = m_frames.back();
     m_frames.pop_back();
     if (last.isArranged) {
         m_arrangements.pop_back();

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <utility>
 
 namespace {
@@ -10,6 +11,7 @@ namespace {
 constexpr size_t LargestSheet = 4'000'000; // bytes
 constexpr size_t MostRules = 50'000;
 constexpr int DeepestBlock = 8;
+constexpr double LargestNumber = 10'000'000;
 
 bool isSpace(char c)
 {
@@ -205,8 +207,8 @@ std::optional<double> readCssNumber(std::string_view text, std::string_view& uni
     text.remove_prefix(!text.empty() && text.front() == '+' ? 1 : 0);
     double number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc()) {
-        return std::nullopt;
+    if (error != std::errc() || !(std::abs(number) <= LargestNumber)) {
+        return std::nullopt; // also what is called a number and is none
     }
     unit = trimmedCss(text.substr(size_t(end - text.data())));
     return number;

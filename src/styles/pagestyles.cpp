@@ -168,7 +168,7 @@ const ComputedStyle& PageStyles::make(const HtmlNode& element, const ComputedSty
 {
     auto& style = m_styles.emplace_back();
     if (parent != nullptr) {
-        static_cast<InheritedStyle&>(style) = *parent;
+        static_cast<InheritedStyle&>(style) = static_cast<const InheritedStyle&>(*parent);
     }
     if (isCell(element)) {
         style.padding.fill(style.cellPadding);
@@ -190,7 +190,7 @@ const ComputedStyle* PageStyles::makePart(const Matches& matches, const Computed
         return nullptr;
     }
     auto& style = m_styles.emplace_back();
-    static_cast<InheritedStyle&>(style) = parent;
+    static_cast<InheritedStyle&>(style) = static_cast<const InheritedStyle&>(parent);
     apply(style, matches, &parent);
     const bool isShown = !style.content.empty() || !style.counterIncrement.empty();
     return isShown && !style.isHidden() ? &style : nullptr;

@@ -356,7 +356,7 @@ void TestReadingView::looksOfSheets_data()
     addRow("large", ".x{font-size:150%}", word, "size2");
     addRow("a little larger", ".x{font-size:1.2em}", word, "size1");
     addRow("beside a long foot", "body{font-size:12px}.f{font-size:9px}",
-           "<p>a word of the page<p class=f>small print at the foot of it", "");
+           "<p>a word<div class=f>small print at the foot of the page</div>", "");
     addRow("small", ".x{font-size:.7em}", word, "size-1");
     addRow("capitals", ".x{text-transform:uppercase}", word, "upper");
     addRow("small capitals", ".x{font-variant:small-caps}", word, "small");

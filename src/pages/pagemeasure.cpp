@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <map>
+#include <numeric>
 
 namespace {
 
@@ -23,13 +24,29 @@ Key mostUsed(const std::map<Key, size_t>& uses, Key fallback)
     return most == uses.end() ? fallback : most->first;
 }
 
+size_t sumOf(const std::map<float, size_t>& sizes)
+{
+    return std::accumulate(sizes.begin(), sizes.end(), size_t(0),
+                           [](size_t sum, const auto& entry) { return sum + entry.second; });
+}
+
+/// Whether a text is in a paragraph, and not in what stands around those.
+bool isRunning(const HtmlNode& text)
+{
+    constexpr int farthest = 8;
+    int steps = 0;
+    const auto* node = text.parent;
+    while (node != nullptr && notesOf(*node).style->isInline() && ++steps < farthest) {
+        node = node->parent;
+    }
+    const auto kind = node == nullptr ? Element::Transparent : notesOf(*node).element;
+    return kind == Element::Paragraph || kind == Element::Item || kind == Element::Description;
+}
+
 /// The largest of the sizes that much of the text has: what is small at the foot of a page can be long.
 float sizeOfMost(const std::map<float, size_t>& sizes, float fallback)
 {
-    size_t sum = 0;
-    for (const auto& [size, count] : sizes) {
-        sum += count;
-    }
+    const size_t sum = sumOf(sizes);
     const auto found = std::find_if(sizes.rbegin(), sizes.rend(), [sum](const auto& entry) {
         return entry.second > 0 && entry.second * LeastShare >= sum;
     });
@@ -54,6 +71,7 @@ Rgb groundBehind(const HtmlNode& text)
 PageMeasure::PageMeasure(const HtmlNode& body, const HtmlNode& content)
 {
     std::map<float, size_t> sizes;
+    std::map<float, size_t> running; // of paragraphs
     std::map<std::optional<Rgb>, size_t> colors;
     std::map<Rgb, size_t> grounds;
     std::array<bool, HighestLevel + 1> levels{};
@@ -65,7 +83,9 @@ PageMeasure::PageMeasure(const HtmlNode& body, const HtmlNode& content)
             const size_t count = isBlank(node->content) ? 0 : node->content.size();
             letters += count;
             fixed += notes.style->isFixedPitch ? count : 0;
-            sizes[notes.style->fontSize] += notes.style->isFixedPitch ? 0 : count;
+            const size_t counted = notes.style->isFixedPitch ? 0 : count;
+            sizes[notes.style->fontSize] += counted;
+            running[notes.style->fontSize] += isRunning(*node) ? counted : 0;
             grounds[groundBehind(*node)] += count;
             if (!notes.isInLink) {
                 colors[notes.style->color] += count;
@@ -80,7 +100,7 @@ PageMeasure::PageMeasure(const HtmlNode& body, const HtmlNode& content)
         const bool isHeading = isElement(*node) && notesOf(*node).element == Element::Heading;
         node = nextNode(node, &content, isSeen && !isHeading);
     }
-    bodySize = std::max(1.F, sizeOfMost(sizes, bodySize));
+    bodySize = std::max(1.F, sizeOfMost(sumOf(running) > 0 ? running : sizes, bodySize));
     const auto ofBody = notesOf(body).style->color;
     text = mostUsed(colors, ofBody);
     text = text && chroma(*text) >= LeastChroma ? ofBody : text;

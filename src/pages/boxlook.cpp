@@ -33,6 +33,19 @@ std::string declaration(std::string_view name, std::string_view value)
     return std::string(name).append(1, ':').append(value).append(1, ';');
 }
 
+/// Between the ground and the text: tells things apart and is not read.
+Rgb lineColor(const PaletteColors& palette)
+{
+    constexpr int share = 4; // one of four parts is the text's
+    Rgb color = 0;
+    for (unsigned shift = 0; shift <= 16; shift += 8) {
+        const int base = int(palette.base >> shift & 0xFFU);
+        const int text = int(palette.text >> shift & 0xFFU);
+        color |= Rgb(base + (text - base) / share) << shift;
+    }
+    return color;
+}
+
 /// Lines look like pale grounds: they tell things apart and are not read.
 std::string border(const ComputedStyle& style, Side side, const ShownColors& colors)
 {
@@ -41,8 +54,7 @@ std::string border(const ComputedStyle& style, Side side, const ShownColors& col
     if (width <= 0 || (edge.hasColor && !edge.color)) {
         return {};
     }
-    const auto color = edge.hasColor ? edge.color : style.color;
-    const Rgb shown = color ? colors.ground(*color) : colors.palette.text;
+    const Rgb shown = edge.color ? colors.ground(*edge.color) : lineColor(colors.palette);
     return declaration("border-" + std::string(sideName(side)),
                        pixels(std::max(1.F, width)) + " solid " + BoxLook::colorName(shown));
 }

@@ -11,7 +11,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     const QString html = decodePage(inputBytes(data, size));
-    const PlainPage page = readPlainPage(html, {});
+    const PlainPage page = readPlainPage(html, {}, PlainParts::TextAndSections);
     require(page.text.size() < 4096 + size_t(html.size()) * 8);
     Words words;
     for (const auto& text : {page.text, page.headings, page.title, html.toStdString()}) {
@@ -26,8 +26,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
             position = word.position;
         }
     }
-    QueryMatcher matcher(parseQuery(QStringLiteral("a* the \"b c\" OR d"), true), true);
-    const auto snippet = makeSnippet(page.text, matcher);
+    QueryMatcher matcher(parseQuery(QStringLiteral("a* the \"b c\" OR d"), true), "en");
+    const auto snippet = makeSnippet(page, matcher);
     require(snippet.text.size() < 400 && !snippet.text.contains(QLatin1Char('\n')));
     return 0;
 }

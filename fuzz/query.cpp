@@ -54,7 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         for (const auto& hit : answer->hits) {
             requireOrdered(hit.marks, hit.snippet.size());
         }
-        requireOrdered(matchRanges(query, query, true, isTyping), query.size());
+        requireOrdered(matchRanges(query, query, QStringLiteral("en"), isTyping), query.size());
     }
     return 0;
 }

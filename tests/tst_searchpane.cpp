@@ -31,6 +31,7 @@ SearchHit hit(const QString& title)
 {
     SearchHit made;
     made.page = u"/help/%1.html"_s.arg(title);
+    made.file = made.page;
     made.title = title;
     made.helpSet = u"Set"_s;
     made.path = {u"Book"_s, u"Chapter"_s};

@@ -52,10 +52,11 @@ constexpr std::array options{
            serveUninstall},
     Option{"isinstall", Form::Request, "FILE.cnt",
            QT_TRANSLATE_NOOP("Usage", "tell whether it is in the list"), serveIsinstall},
-    Option{"search", Form::Command, "WORDS [--limit N] [--json] [FILE.cnt ...]",
-           QT_TRANSLATE_NOOP("Usage", "find pages in these help sets, or in all installed ones: one line\n"
-                                      "each with file, title and a piece of the text; at most N (50), or\n"
-                                      "all as one JSON object"),
+    Option{"search", Form::Command, "WORDS [--limit N] [--json] [--typing] [--in TITLE | FILE.cnt ...]",
+           QT_TRANSLATE_NOOP("Usage", "find pages in these help sets, or in the installed ones, all or\n"
+                                      "those with a title: one line each with file, title and a piece\n"
+                                      "of the text; at most N (50), or all as one JSON object; the last\n"
+                                      "word may be unfinished with --typing"),
            searchHelpSets},
     Option{"index", Form::Command, "FILE.cnt ...",
            QT_TRANSLATE_NOOP("Usage", "make the search's index of these help sets now"), indexHelpSets},

@@ -10,6 +10,7 @@
 #include "search/searchsources.h"
 
 #include <QCoreApplication>
+#include <QLocale>
 
 #include <algorithm>
 #include <cstdio>
@@ -26,7 +27,9 @@ struct SearchJob {
     QString query;
     int limit = DefaultLimit;
     bool isJson = false;
+    bool isTyping = false;
     QStringList files;
+    QStringList titles; ///< of installed help sets, instead of files
 };
 
 QString translated(const char* text)
@@ -45,6 +48,13 @@ std::optional<SearchJob> parseArguments(int argc, char* argv[])
         const std::string_view argument = argv[i];
         if (argument == "--json") {
             job.isJson = true;
+        } else if (argument == "--typing") {
+            job.isTyping = true;
+        } else if (argument == "--in") {
+            if (++i == argc) {
+                return std::nullopt;
+            }
+            job.titles += QString::fromLocal8Bit(argv[i]);
         } else if (argument == "--limit") {
             bool ok = false;
             job.limit = ++i < argc ? QString::fromLocal8Bit(argv[i]).toInt(&ok) : 0;
@@ -55,7 +65,34 @@ std::optional<SearchJob> parseArguments(int argc, char* argv[])
             job.files += absoluteFileNameArgument(argv[i]);
         }
     }
-    return job;
+    return job.titles.isEmpty() || job.files.isEmpty() ? std::optional(job) : std::nullopt;
+}
+
+/// The contents files to search; nothing when no installed help set has one of the titles.
+std::optional<QStringList> filesFor(const SearchJob& job)
+{
+    if (!job.files.isEmpty()) {
+        return job.files;
+    }
+    const QStringList installed = InstalledContents::loadInstalledFromSettings();
+    if (job.titles.isEmpty()) {
+        return installed;
+    }
+    QStringList files;
+    for (const auto& title : job.titles) {
+        const qsizetype before = files.size();
+        for (const auto& file : installed) {
+            if (HelpLibrary::getTitle(file).compare(title, Qt::CaseInsensitive) == 0) {
+                files.append(file);
+            }
+        }
+        if (files.size() == before) {
+            complain(translated("no installed help set has the title \"%1\"").arg(title));
+            return std::nullopt;
+        }
+    }
+    files.removeDuplicates();
+    return files;
 }
 
 /// A help set and what came of making its index.
@@ -135,12 +172,21 @@ void writeHit(JsonWriter& json, const SearchHit& hit)
     member("page", hit.page);
     member("title", hit.title);
     member("helpset", hit.helpSet);
-    json.key("path");
-    json.beginArray();
-    for (const auto& book : hit.path) {
-        json.value(book);
+    const auto list = [&json](const char* name, const QStringList& texts) {
+        json.key(name);
+        json.beginArray();
+        for (const auto& text : texts) {
+            json.value(text);
+        }
+        json.end();
+    };
+    list("path", hit.path);
+    if (!hit.section.isEmpty()) {
+        list("section", hit.section);
     }
-    json.end();
+    if (!hit.copies.isEmpty()) {
+        list("copies", hit.copies);
+    }
     member("snippet", hit.snippet);
     json.key("score");
     json.value(hit.score);
@@ -157,6 +203,10 @@ void writeHit(JsonWriter& json, const SearchHit& hit)
     json.value(int(answer.total));
     json.key("ms");
     json.value(answer.milliseconds);
+    if (!answer.reading.isNull()) {
+        json.key("reading");
+        json.value(answer.reading);
+    }
     if (!answer.nearest.isNull()) {
         json.key("nearest");
         json.value(answer.nearest);
@@ -188,12 +238,14 @@ std::optional<int> searchHelpSets(int argc, char* argv[])
     if (!job) {
         return std::nullopt;
     }
+    const auto files = filesFor(*job);
+    if (!files) {
+        return 2;
+    }
     SearchEngine engine;
-    const QStringList files =
-        job->files.isEmpty() ? InstalledContents::loadInstalledFromSettings() : job->files;
-    const auto indexed = index(files, &engine, IndexPatience::Brief);
+    const auto indexed = index(*files, &engine, IndexPatience::Brief);
     bool isWhole = std::all_of(indexed.begin(), indexed.end(), isComplete);
-    const SearchRequest request{job->query, {}, job->limit, false};
+    const SearchRequest request{job->query, {}, job->limit, job->isTyping, QLocale::system().uiLanguages()};
     auto answer = engine.search(request, {});
     if (repair(engine)) {
         answer = engine.search(request, {});

@@ -226,14 +226,14 @@ void Desk::show(const QString& page, int place)
     showPage();
 }
 
-void Desk::showFound(const QString& page, const QString& query, bool isEnglish)
+void Desk::showFound(const QString& page, const QString& query, const QString& language)
 {
     m_search.close();
     m_marks.clear();
     m_passing.stop();
     m_browser->setSource(page);
     showPage();
-    m_marks.mark(query, isEnglish);
+    m_marks.mark(query, language);
 }
 
 void Desk::showAfresh(HelpContentsItem* record)

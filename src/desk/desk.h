@@ -59,7 +59,7 @@ public:
     void show(const QString& page, int place);
     using QWidget::show;
     /// Shows a page that a search of all pages found, and marks what `query` finds in it.
-    void showFound(const QString& page, const QString& query, bool isEnglish);
+    void showFound(const QString& page, const QString& query, const QString& language);
     /// Shows a page as the first one of a new history.
     void showAfresh(HelpContentsItem* record);
     void scrollTo(const QString& anchor);

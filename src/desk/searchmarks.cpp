@@ -10,11 +10,11 @@
 
 namespace {
 
-PageMatches::Matcher matcherOf(const QString& query, bool isEnglish)
+PageMatches::Matcher matcherOf(const QString& query, const QString& language)
 {
     return [=](const QString& text) {
         std::vector<PageMatches::Match> matches;
-        for (const auto& range : matchRanges(query, text, isEnglish)) {
+        for (const auto& range : matchRanges(query, text, language)) {
             matches.push_back({int(range.start), int(range.length)});
         }
         return matches;
@@ -46,7 +46,7 @@ SearchMarks::SearchMarks(HelpBrowser& browser, QStatusBar& statusBar, QObject* p
     });
 }
 
-void SearchMarks::mark(const QString& query, bool isEnglish)
+void SearchMarks::mark(const QString& query, const QString& language)
 {
     clear();
     m_file = m_browser.page().file;
@@ -54,7 +54,7 @@ void SearchMarks::mark(const QString& query, bool isEnglish)
         return; // the page says why there is nothing to show
     }
     m_query = query;
-    m_isEnglish = isEnglish;
+    m_language = language;
     m_start = m_browser.place();
     search();
 }
@@ -62,7 +62,7 @@ void SearchMarks::mark(const QString& query, bool isEnglish)
 void SearchMarks::search()
 {
     m_refreshTimer.stop();
-    m_matches.search(matcherOf(m_query, m_isEnglish));
+    m_matches.search(matcherOf(m_query, m_language));
 }
 
 void SearchMarks::counted()

@@ -19,8 +19,8 @@ public:
     SearchMarks(HelpBrowser& browser, QStatusBar& statusBar, QObject* parent);
 
     /// Marks what `query` finds in the page shown and goes to the first place at or behind the top of the
-    /// view. When `isEnglish`, word forms count as the same.
-    void mark(const QString& query, bool isEnglish);
+    /// view. Word forms of the language count as the same.
+    void mark(const QString& query, const QString& language);
     [[nodiscard]] bool isOn() const { return !m_query.isNull(); }
     /// Goes to the next place or the one before; at the end, from the other end.
     void step(bool forward);
@@ -41,7 +41,7 @@ private:
     PageMatches m_matches;
     QLabel* m_count;
     QString m_query; ///< null while nothing is marked
-    bool m_isEnglish = false;
+    QString m_language;
     QString m_file;        ///< of the page marked
     int m_start = -1;      ///< where the first place is looked for; -1 when the user has been taken there
     QTimer m_refreshTimer; ///< the page's text has changed

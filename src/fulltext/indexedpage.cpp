@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "fulltext/indexedpage.h"
 
-#include "fulltext/indexfile.h"
-#include "fulltext/searchquery.h"
+#include "fulltext/entryname.h"
+#include "fulltext/pagelanguage.h"
 #include "pages/pagefile.h"
 #include "pages/plainpage.h"
 
@@ -13,20 +13,6 @@ namespace {
 
 constexpr qint64 LongestPage = 16'000'000; // bytes; of longer ones the beginning is indexed
 constexpr qint64 LargePage = 2'000'000;    // bytes
-constexpr size_t GuessedWords = 400;
-
-/// Whether a tenth of the first words are such as only English has so often.
-bool looksEnglish(const Words& words)
-{
-    static constexpr std::array<std::string_view, 10> usual{"the", "of",   "to",   "and",  "is",
-                                                            "for", "that", "this", "with", "are"};
-    const size_t looked = std::min(words.all().size(), GuessedWords);
-    const auto found =
-        std::count_if(words.all().begin(), words.all().begin() + qsizetype(looked), [&](const Word& word) {
-            return std::find(usual.begin(), usual.end(), words.folded(word)) != usual.end();
-        });
-    return looked > 0 && size_t(found) * 10 >= looked;
-}
 
 std::string simplified(const std::string& text)
 {
@@ -88,7 +74,8 @@ void PageReader::readText(const SourcePage& page, IndexedPage& result)
     addColumn(plain.headings, result.columns[IndexFile::Headings]);
     addColumn(plain.text, result.columns[IndexFile::Body]);
     result.words = m_words.positions();
-    result.isEnglish = plain.language.empty() ? looksEnglish(m_words) : plain.language.starts_with("en");
+    result.language = pageLanguage(plain.language, m_words);
+    result.linkShare = plain.text.empty() ? 0 : int(plain.linkText * 100 / plain.text.size());
     if (result.words > 0) {
         result.hash = IndexFile::hashOf(result.columns[IndexFile::Body]);
     }
@@ -107,19 +94,56 @@ void PageReader::readNames(const SourcePage& page, IndexedPage& result)
         const bool isTitle = isTopic && anchor == name.size();
         addColumn(text.toUtf8().toStdString(), isTitle ? title : keywords);
         result.titleWords += isTitle ? m_words.positions() : 0;
-        if (const std::string folded = foldedName(text); !folded.empty()) {
-            result.exactNames.push_back(
-                {IndexFile::hashOf(folded), name.sliced(anchor).toUtf8().toStdString(), isTitle});
-        }
+        addNames(text, name.sliced(anchor).toUtf8().toStdString(), isTopic, isTitle, result);
     };
     for (const int topic : page.topics) {
         add(m_source.topics()[size_t(topic)], true);
     }
     const bool hasOwnTitle = title.empty();
+    if (hasOwnTitle) {
+        addNames(QString::fromStdString(result.title), {}, true, true, result);
+    }
     addColumn(result.title, hasOwnTitle ? title : result.columns[IndexFile::Headings]);
     result.titleWords += hasOwnTitle ? m_words.positions() : 0;
     for (const int keyword : page.keywords) {
         add(m_source.keywords()[size_t(keyword)], false);
+    }
+}
+
+/// A place is found by its own name and by that of what it belongs to, which without an explanation is the
+/// page.
+void PageReader::addNames(QStringView text, const std::string& anchor, bool isTopic, bool isTitle,
+                          IndexedPage& result)
+{
+    const EntryName name = readEntryName(text);
+    const auto add = [&](const std::string& key, IndexFile::NameKind kind) {
+        const bool isKnown = std::any_of(
+            result.exactNames.rbegin(),
+            result.exactNames.rbegin() + qsizetype(std::min<size_t>(result.exactNames.size(), 4)),
+            [&](const auto& known) { return known.key == IndexFile::keyOf(key) && known.anchor == anchor; });
+        if (!key.empty() && !isKnown) {
+            result.exactNames.push_back({IndexFile::keyOf(key), anchor, kind});
+        }
+    };
+    if (isTitle) {
+        result.ownName = result.ownName.empty() ? name.last : result.ownName;
+        add(name.whole, IndexFile::TitleName);
+        add(name.head, IndexFile::TitleName);
+        // A constructor is called like what it makes.
+        const bool isOwnMember = !name.members.empty() && name.members.front() == name.last + name.last;
+        add(name.last, isOwnMember ? IndexFile::KeywordName : IndexFile::TitlePart);
+    } else {
+        add(name.last, name.parts > 1 ? IndexFile::KeywordPart : IndexFile::KeywordName);
+    }
+    add(name.literal, isTitle ? IndexFile::TitleName : IndexFile::KeywordLiteral);
+    for (const auto& member : name.members) {
+        add(member, isTitle ? IndexFile::TitlePart : IndexFile::KeywordMember);
+    }
+    for (const auto& initials : isTopic ? name.initials : std::vector<std::string>()) {
+        add(initials, IndexFile::Initials);
+    }
+    if (!isTitle && name.members.empty() && name.parts == 1) {
+        add(result.ownName + name.last, IndexFile::KeywordMember);
     }
 }
 

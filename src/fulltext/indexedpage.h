@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "fulltext/indexfile.h"
 #include "fulltext/sourcepages.h"
 #include "fulltext/words.h"
 
@@ -24,15 +25,17 @@ struct IndexedPage {
     int64_t hash = 0;   ///< of what there is to read in it; 0 when that is nothing
     uint32_t words = 0; ///< in its text
     uint32_t titleWords = 0;
-    bool isEnglish = false;
+    std::string language;               ///< such as "de"; empty when it is not known
+    int linkShare = 0;                  ///< percentage of the text that stands in links
     std::string title;                  ///< its own
     std::array<std::string, 4> columns; ///< prepared words, by IndexFile::Column
     struct Name {
-        int64_t key; ///< hash of its folded words
+        int64_t key; ///< IndexFile::keyOf()
         std::string anchor;
-        bool isTitle;
+        IndexFile::NameKind kind;
     };
     std::vector<Name> exactNames;
+    std::string ownName;   ///< the last part of the title that the contents give it, see EntryName
     QString error;         ///< why there is no text; null when there is
     bool isUnread = false; ///< there may be text that could not be read this time
 
@@ -62,6 +65,8 @@ public:
     [[nodiscard]] IndexedPage read(const SourcePage& page);
 
 private:
+    static void addNames(QStringView text, const std::string& anchor, bool isTopic, bool isTitle,
+                         IndexedPage& result);
     void readNames(const SourcePage& page, IndexedPage& result);
     void readText(const SourcePage& page, IndexedPage& result);
     void addColumn(std::string_view text, std::string& column);

@@ -8,21 +8,21 @@
 namespace {
 
 constexpr int64_t ApplicationId = 0x51534458; // "QSDX"
-constexpr int64_t Format = 2;
+constexpr int64_t Format = 3;
 
 constexpr const char* Schema = R"(
 BEGIN IMMEDIATE;
 CREATE TABLE IF NOT EXISTS pages(id INTEGER PRIMARY KEY AUTOINCREMENT, path TEXT NOT NULL, size INTEGER NOT NULL,
     time INTEGER NOT NULL, names INTEGER NOT NULL, hash INTEGER NOT NULL, words INTEGER NOT NULL,
-    titlewords INTEGER NOT NULL, english INTEGER NOT NULL, title TEXT NOT NULL);
+    titlewords INTEGER NOT NULL, language TEXT NOT NULL, links INTEGER NOT NULL, title TEXT NOT NULL);
 CREATE TABLE IF NOT EXISTS names(key INTEGER NOT NULL, page INTEGER NOT NULL, anchor TEXT NOT NULL,
-    istitle INTEGER NOT NULL, PRIMARY KEY(key, page, anchor)) WITHOUT ROWID;
+    kind INTEGER NOT NULL, PRIMARY KEY(key, page, anchor)) WITHOUT ROWID;
 CREATE VIRTUAL TABLE IF NOT EXISTS words USING fts5(body, title, keywords, headings, content='', columnsize=0,
     tokenize='prepared');
 CREATE VIRTUAL TABLE IF NOT EXISTS vocabulary USING fts5vocab(words, 'row');
 INSERT INTO words(words, rank) VALUES('automerge', 0), ('crisismerge', 256), ('hashsize', 4000000);
 PRAGMA application_id = 1364411480;
-PRAGMA user_version = 2;
+PRAGMA user_version = 3;
 COMMIT;
 )";
 
@@ -126,6 +126,12 @@ void IndexFile::appendPrepared(std::string& prepared, const Words& words)
         prepared += words.folded(word);
         last = word.position;
     }
+}
+
+int64_t IndexFile::keyOf(std::string_view name)
+{
+    constexpr uint64_t stored = 0xFFFFFFFFFF; // takes three bytes less than all of the hash
+    return static_cast<int64_t>(uint64_t(hashOf(name)) & stored);
 }
 
 int64_t IndexFile::hashOf(std::string_view text, uint64_t seed)

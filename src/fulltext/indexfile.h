@@ -11,7 +11,7 @@ struct fts5_api;
 
 /// The database of one help set's search:
 ///   pages   a row for each page; a page that has changed gets a new number
-///   names   hashes of titles and keywords, for queries that are just that
+///   names   keys of titles and keywords and of parts of them, for queries that are just that
 ///   words   FTS5 without contents; it knows numbers of pages that are gone, too
 namespace IndexFile {
 
@@ -39,6 +39,19 @@ constexpr char SamePosition = '\1';
 
 /// Of the connection; null without FTS5.
 [[nodiscard]] fts5_api* fts5Api(Database& database);
+
+/// What a key in `names` is the name of.
+enum NameKind {
+    TitleName,      ///< a whole page
+    TitlePart,      ///< the last part of such a name
+    KeywordName,    ///< a keyword, or a place in a page
+    KeywordPart,    ///< the last part of such a name
+    KeywordLiteral, ///< the same with its signs
+    KeywordMember,  ///< the same with what it belongs to
+    Initials,       ///< of a page's title
+};
+/// The key of a name in `names`.
+[[nodiscard]] int64_t keyOf(std::string_view name);
 
 /// A number for a text that stays the same from run to run.
 [[nodiscard]] int64_t hashOf(std::string_view text, uint64_t seed = 0);

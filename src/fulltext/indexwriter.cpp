@@ -79,9 +79,9 @@ public:
     Update(Database& database, const SearchSource& source, const SourcePages& pages)
         : m_database(database), m_source(source), m_pages(pages),
           m_removePage(database.prepare("DELETE FROM pages WHERE id = ?")),
-          m_addPage(
-              database.prepare("INSERT INTO pages(path, size, time, names, hash, words, titlewords, english, "
-                               "title) VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)")),
+          m_addPage(database.prepare(
+              "INSERT INTO pages(path, size, time, names, hash, words, titlewords, language, "
+              "links, title) VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?)")),
           m_addWords(database.prepare("INSERT INTO words(rowid, body, title, keywords, headings) "
                                       "VALUES(?, ?, ?, ?, ?)")),
           m_addName(database.prepare("INSERT OR IGNORE INTO names VALUES(?, ?, ?, ?)"))
@@ -154,7 +154,7 @@ private:
             .bind(3, page.time)
             .bind(4, page.names);
         m_addPage.bind(5, page.hash).bind(6, int64_t(page.words)).bind(7, int64_t(page.titleWords));
-        m_addPage.bind(8, int64_t(page.isEnglish)).bind(9, page.title);
+        m_addPage.bind(8, page.language).bind(9, int64_t(page.linkShare)).bind(10, page.title);
         if (!m_addPage.run()) {
             return false;
         }
@@ -168,7 +168,7 @@ private:
             isAdded = isAdded && m_addName.bind(1, name.key)
                                      .bind(2, id)
                                      .bind(3, name.anchor)
-                                     .bind(4, int64_t(name.isTitle))
+                                     .bind(4, int64_t(name.kind))
                                      .run();
         }
         return isAdded;

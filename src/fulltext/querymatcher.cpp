@@ -1,24 +1,34 @@
 // SPDX-License-Identifier: MIT
 #include "fulltext/querymatcher.h"
 
-QueryMatcher::QueryMatcher(const SearchQuery& query, bool isEnglish)
+/// A word with signs is looked for both ways: only one of them is in the text.
+QueryMatcher::QueryMatcher(const SearchQuery& query, std::string_view language) : m_stemmer(language)
 {
     for (size_t i = 0; i < query.clauses.size(); ++i) {
-        if (query.clauses[i].isExcluded) {
+        const auto& clause = query.clauses[i];
+        if (clause.isExcluded) {
             continue;
         }
         ++m_clauses;
-        for (const auto& term : query.clauses[i].terms) {
-            auto& added = m_terms.emplace_back();
-            added.clause = int(i);
-            for (const auto& word : term.words) {
-                const bool isPrefix = term.isPrefix && &word == &term.words.back();
-                const bool hasForms = isEnglish && !term.isExact && term.words.size() == 1;
-                added.patterns.push_back({word, hasForms ? std::string(m_stemmer.stem(word)) : "", isPrefix});
-            }
-            added.steps.resize(added.patterns.size());
+        for (const auto& term : clause.terms) {
+            addTerm(term, int(i));
+        }
+        for (const auto& term : clause.literals) {
+            addTerm(term, int(i));
         }
     }
+}
+
+void QueryMatcher::addTerm(const QueryTerm& term, int clause)
+{
+    auto& added = m_terms.emplace_back();
+    added.clause = clause;
+    const bool hasForms = m_stemmer.hasForms() && !term.isExact && term.words.size() == 1;
+    for (const auto& word : term.words) {
+        const bool isPrefix = term.isPrefix && &word == &term.words.back();
+        added.patterns.push_back({word, hasForms ? std::string(m_stemmer.stem(word)) : "", isPrefix});
+    }
+    added.steps.resize(added.patterns.size());
 }
 
 std::vector<QueryMatcher::Match> QueryMatcher::matches(const Words& words)

@@ -12,8 +12,8 @@
 /// Finds the words and phrases of a query in texts, by the rules of the index.
 class QueryMatcher {
 public:
-    /// When `isEnglish`, the forms of a word count as the same.
-    QueryMatcher(const SearchQuery& query, bool isEnglish);
+    /// The forms of a word in the language count as the same.
+    QueryMatcher(const SearchQuery& query, std::string_view language);
 
     /// Number of clauses that can be found.
     [[nodiscard]] int clauses() const { return m_clauses; }
@@ -46,7 +46,9 @@ private:
     [[nodiscard]] bool fits(const Pattern& pattern, std::string_view word);
     bool proceed(Term& term, const Word& word, std::string_view folded);
 
+    void addTerm(const QueryTerm& term, int clause);
+
+    Stemmer m_stemmer;
     std::vector<Term> m_terms;
     int m_clauses = 0;
-    Stemmer m_stemmer;
 };

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "fulltext/searchengine.h"
 
-#include "pages/pagefile.h"
-#include "pages/plainpage.h"
-
-#include <QSet>
+#include "fulltext/queryreading.h"
+#include "fulltext/searchhits.h"
 
 #include <algorithm>
 #include <utility>
@@ -13,55 +11,27 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr auto SnippetTime = std::chrono::milliseconds(25); // that an answer waits for its snippets
-constexpr auto SpellingTime = std::chrono::milliseconds(150);
-constexpr auto NearestTime = std::chrono::milliseconds(1000); // after which no further query is tried
-constexpr qint64 MostOfPage = 8'000'000; // bytes of a page's file that a snippet is looked for in
+constexpr double EnoughWeight = 0.5; // of a query of several words, that a page must have
+constexpr size_t SeveralWords = 3;
+constexpr double LittleWeight = 0.35; // of the weightiest word's; what has less says nothing by itself
+constexpr double AnyWeight = 1e-6;
 
 double millisecondsSince(Clock::time_point begin)
 {
     return std::chrono::duration<double, std::milli>(Clock::now() - begin).count();
 }
 
-/// Titles of the books that an entry of the contents stands in.
-QStringList pathOf(const SearchSource& source, int topic)
+/// With OR between the words where it is shown.
+SearchQuery asAlternatives(SearchQuery query)
 {
-    QStringList path;
-    const auto& topics = source.topics();
-    int level = topics[size_t(topic)].level;
-    for (auto i = size_t(topic); level > 0 && i-- > 0;) {
-        if (topics[i].level < level) {
-            level = topics[i].level;
-            path.prepend(source.title(topics[i]).toString());
+    bool isFirst = true;
+    for (auto& clause : query.clauses) {
+        if (!clause.isExcluded) {
+            clause.text.prepend(isFirst ? QString() : QStringLiteral("OR "));
+            isFirst = false;
         }
     }
-    return path;
-}
-
-/// The entry of the contents that stands for the page: one that has no anchor, else the first one.
-int topicOf(const SearchSource& source, const SourcePage& page)
-{
-    const auto whole = std::find_if(page.topics.begin(), page.topics.end(), [&](int topic) {
-        const auto name = source.page(source.topics()[size_t(topic)]);
-        return anchorBegin(name, page.file) == name.size();
-    });
-    return whole != page.topics.end() ? *whole : page.topics.empty() ? -1 : page.topics.front();
-}
-
-QString lineOf(const QString& text)
-{
-    QString line = text.simplified();
-    for (auto& c : line) {
-        c = c.category() == QChar::Other_Control ? QChar(u' ') : c;
-    }
-    return line;
-}
-
-SearchQuery without(const SearchQuery& query, size_t clause)
-{
-    SearchQuery rest = query;
-    rest.clauses.erase(rest.clauses.begin() + qsizetype(clause));
-    return rest;
+    return query;
 }
 
 bool asksForSomething(const SearchQuery& query)
@@ -123,25 +93,30 @@ std::vector<SearchEngine::Set*> SearchEngine::scope(const SearchRequest& request
     return sets;
 }
 
+/// What all steps of a search share.
+struct SearchEngine::Search {
+    const SearchRequest& request;
+    const std::stop_token& stop;
+    std::vector<Set*> sets;
+    QueryReading reading;
+};
+
 std::optional<SearchAnswer> SearchEngine::search(const SearchRequest& request, const std::stop_token& stop,
                                                  const std::function<void(const SearchAnswer&)>& early)
 {
     const auto begin = Clock::now();
     const auto sets = scope(request, stop);
+    std::vector<SearchIndex*> indexes;
+    indexes.reserve(sets.size());
+    for (auto* set : sets) {
+        indexes.push_back(set->index.get());
+    }
+    const Search search{request, stop, sets, QueryReading(indexes)};
     SearchQuery query = parseQuery(request.query, request.isTyping);
     SearchAnswer answer;
     answer.query = request.query;
-    const int limit = std::max(request.limit, 0);
-    auto found = findAll(sets, query, limit, stop);
-    answer.total = found ? found->total : 0;
-    if (found && found->total == 0 && asksForSomething(query)) {
-        found = findNearest(sets, query, limit, stop);
-        if (found && found->total > 0) {
-            answer.nearest = query.text();
-            answer.nearestTotal = found->total;
-        }
-    }
-    if (!found) {
+    auto found = findRead(search, query, answer);
+    if (!found || stop.stop_requested()) {
         return std::nullopt;
     }
     answer.hits = describeHits(*found);
@@ -152,7 +127,7 @@ std::optional<SearchAnswer> SearchEngine::search(const SearchRequest& request, c
             early(answer);
         }
     };
-    if (!addSnippets(query, answer, tell, stop)) {
+    if (!m_texts.describe(query, answer.hits, tell, stop)) {
         return std::nullopt;
     }
     answer.isComplete = true;
@@ -160,15 +135,64 @@ std::optional<SearchAnswer> SearchEngine::search(const SearchRequest& request, c
     return answer;
 }
 
-/// A word says the less the more pages of all sets have it.
-std::vector<double> SearchEngine::weightsFor(const std::vector<Set*>& sets, const SearchQuery& query)
+/// Tries what the query may mean, one after the other; `query` becomes what was found.
+std::optional<SearchEngine::Found> SearchEngine::findRead(const Search& search, SearchQuery& query,
+                                                          SearchAnswer& answer)
 {
-    std::vector<int64_t> sums;
-    for (auto* set : sets) {
+    const SearchQuery typed = query;
+    query = search.reading.read(typed, search.request.isTyping);
+    auto found = findMost(search, query);
+    const auto excluding = search.reading.readExcluding(typed, search.request.isTyping);
+    if (found && found->total == 0 && excluding.text() != query.text()) {
+        query = excluding;
+        found = findMost(search, query);
+    }
+    if (query.text() != excluding.text()) {
+        answer.reading = query.text();
+        for (const auto& clause : query.clauses) {
+            if (clause.text.startsWith(u"\"-")) {
+                answer.options += clause.text.sliced(1).chopped(1);
+            }
+        }
+    }
+    for (const auto& clause : query.clauses) {
+        if (clause.isExcluded) {
+            answer.excluded += clause.text.sliced(1);
+        }
+    }
+    answer.total = found ? found->total : 0;
+    if (found && found->total == 0 && asksForSomething(query)) {
+        found = findNearest(search, query);
+        if (found && found->total > 0) {
+            answer.nearest = query.text();
+            answer.nearestTotal = found->total;
+        }
+    }
+    return found;
+}
+
+/// Pages with all words or, where these are several, with those that say most.
+std::optional<SearchEngine::Found> SearchEngine::findMost(const Search& search, const SearchQuery& query)
+{
+    const bool isLong = query.clauses.size() >= SeveralWords && query.isPlain();
+    return findAll(search, query, isLong ? EnoughWeight : 1);
+}
+
+std::vector<int64_t> SearchEngine::countsFor(const Search& search, const SearchQuery& query)
+{
+    std::vector<int64_t> sums(1);
+    for (auto* set : search.sets) {
         const auto counts = set->index->count(query);
         sums.resize(counts.size());
         std::transform(counts.begin(), counts.end(), sums.begin(), sums.begin(), std::plus());
     }
+    return sums;
+}
+
+/// A word says the less the more pages of all sets have it.
+std::vector<double> SearchEngine::weightsFor(const Search& search, const SearchQuery& query)
+{
+    const auto sums = countsFor(search, query);
     std::vector<double> weights;
     weights.reserve(sums.size());
     for (const auto sum : sums) {
@@ -177,15 +201,16 @@ std::vector<double> SearchEngine::weightsFor(const std::vector<Set*>& sets, cons
     return weights;
 }
 
-std::optional<SearchEngine::Found> SearchEngine::findAll(const std::vector<Set*>& sets,
-                                                         const SearchQuery& query, int limit,
-                                                         const std::stop_token& stop)
+std::optional<SearchEngine::Found> SearchEngine::findAll(const Search& search, const SearchQuery& query,
+                                                         double leastCoverage)
 {
     Found all;
-    const auto weights = weightsFor(sets, query);
-    for (auto* set : sets) {
-        auto found = set->index->search(query, weights, size_t(limit));
-        if (stop.stop_requested()) {
+    const auto limit = size_t(std::max(search.request.limit, 0));
+    const SearchIndex::Wanted wanted{query, weightsFor(search, query), leastCoverage,
+                                     search.request.languages, limit};
+    for (auto* set : search.sets) {
+        auto found = set->index->search(wanted);
+        if (search.stop.stop_requested()) {
             return std::nullopt;
         }
         if (!found) {
@@ -200,179 +225,55 @@ std::optional<SearchEngine::Found> SearchEngine::findAll(const std::vector<Set*>
     }
     std::stable_sort(all.hits.begin(), all.hits.end(),
                      [](const Hit& a, const Hit& b) { return a.candidate.score > b.candidate.score; });
-    all.hits.resize(std::min(all.hits.size(), size_t(limit)));
+    all.hits.resize(std::min(all.hits.size(), limit));
     return all;
 }
 
-/// The query with near spellings for the words that no page has; nothing when there is none to be replaced.
-std::optional<SearchQuery> SearchEngine::corrected(const std::vector<Set*>& sets, const SearchQuery& query)
+/// What else may have been meant, else pages with the words that are there, all or any of those that say
+/// something. `query` becomes what was found.
+std::optional<SearchEngine::Found> SearchEngine::findNearest(const Search& search, SearchQuery& query)
 {
-    const auto end = Clock::now() + SpellingTime;
-    SearchQuery result = query;
-    bool isChanged = false;
-    for (auto& clause : result.clauses) {
-        if (clause.isExcluded || clause.terms.size() != 1 || clause.terms.front().words.size() != 1) {
-            continue;
-        }
-        auto& term = clause.terms.front();
-        const bool isThere = std::any_of(sets.begin(), sets.end(),
-                                         [&](Set* set) { return set->index->hasWord(term.words.front()); });
-        std::optional<SearchIndex::Spelling> best;
-        for (auto* set : sets) {
-            const auto found = isThere ? std::nullopt : set->index->nearestWord(term.words.front(), end);
-            if (found && (!best || found->distance < best->distance ||
-                          (found->distance == best->distance && found->pages > best->pages))) {
-                best = found;
-            }
-        }
-        if (best) {
-            term = {{best->word}, false, false};
-            clause.text = QString::fromStdString(best->word);
-            isChanged = true;
-        }
-    }
-    return isChanged ? std::optional(result) : std::nullopt;
-}
-
-/// Another spelling, else a word less, else the rarest word that is there. `query` becomes what was found.
-std::optional<SearchEngine::Found> SearchEngine::findNearest(const std::vector<Set*>& sets,
-                                                             SearchQuery& query, int limit,
-                                                             const std::stop_token& stop)
-{
-    const auto end = Clock::now() + NearestTime;
-    std::vector<SearchQuery> candidates;
-    const auto best = [&]() -> std::optional<Found> {
-        Found nearest;
-        for (const auto& candidate : candidates) {
-            if (Clock::now() > end && &candidate != &candidates.front()) {
-                break;
-            }
-            auto found = findAll(sets, candidate, limit, stop);
-            if (!found) {
-                return std::nullopt;
-            }
-            if (found->total > 0 && (nearest.total == 0 || found->total < nearest.total)) {
-                nearest = std::move(*found);
-                query = candidate;
-            }
-        }
-        return nearest;
-    };
-    if (auto spelled = corrected(sets, query)) {
-        candidates = {*spelled};
-        auto found = best();
+    for (const auto& reading : search.reading.otherReadings(query)) {
+        auto found = findMost(search, reading);
         if (!found || found->total > 0) {
+            query = reading;
             return found;
         }
-        query = *spelled;
     }
-    const SearchQuery all = query;
-    candidates.clear();
-    for (size_t i = 0; i < all.clauses.size(); ++i) {
-        if (auto rest = without(all, i); asksForSomething(rest)) {
-            candidates.push_back(std::move(rest));
+    query = search.reading.corrected(query).value_or(query);
+    const auto counts = countsFor(search, query);
+    SearchQuery known;
+    SearchQuery any;
+    size_t number = 0;
+    double most = 0;
+    for (const bool isLast : {false, true}) {
+        number = 0;
+        for (const auto& clause : query.clauses) {
+            const double weight = rarity(counts[number], counts.back());
+            const bool isThere = counts[number] > 0;
+            number += clause.terms.size();
+            if (!isLast && (isThere || clause.isExcluded)) {
+                most = clause.isExcluded ? most : std::max(most, weight);
+                known.clauses.push_back(clause);
+            } else if (isLast && (clause.isExcluded || (isThere && weight >= most * LittleWeight))) {
+                any.clauses.push_back(clause);
+            }
         }
     }
-    auto found = best();
-    if (!found || found->total > 0) {
+    auto found = asksForSomething(known) ? findMost(search, known) : Found{};
+    if (!found || found->total > 0 || !asksForSomething(known)) {
+        query = known;
         return found;
     }
-    candidates.clear();
-    for (const auto& clause : all.clauses) {
-        if (!clause.isExcluded) {
-            candidates.push_back({{clause}});
-        }
-    }
-    return best();
+    query = asAlternatives(any);
+    return findAll(search, query, AnyWeight);
 }
 
 std::vector<SearchHit> SearchEngine::describeHits(const Found& found)
 {
-    std::vector<SearchHit> hits;
-    QSet<qint64> texts; // copies of a page may be in several help sets
+    SearchHits hits;
     for (const auto& hit : found.hits) {
-        const auto page = hit.set->index->page(hit.candidate.page);
-        if (page.file.isEmpty() || (page.hash != 0 && texts.contains(page.hash))) {
-            continue;
-        }
-        texts.insert(page.hash);
-        hits.push_back(describe(hit, page));
+        hits.add(hit.set->set, *hit.set->index, hit.candidate, hit.anchor);
     }
-    return hits;
-}
-
-SearchHit SearchEngine::describe(const Hit& hit, const SearchIndex::Page& page)
-{
-    const auto& source = *hit.set->set.source;
-    SearchHit result;
-    result.page = page.file;
-    result.contentsFile = source.contentsFile();
-    result.helpSet = lineOf(source.title());
-    result.score = hit.candidate.score;
-    result.isEnglish = page.isEnglish;
-    result.title = lineOf(page.title);
-    const auto* entries = hit.set->set.pages->find(page.file);
-    const int topic = entries == nullptr ? -1 : topicOf(source, *entries);
-    if (topic >= 0) {
-        const auto& entry = source.topics()[size_t(topic)];
-        const auto name = source.page(entry);
-        const qsizetype anchor = anchorBegin(name, page.file);
-        const bool isWhole = anchor == name.size();
-        result.page = name.first(anchor).toString();
-        result.path = pathOf(source, topic);
-        if (isWhole || result.title.isEmpty()) {
-            result.title = lineOf(source.title(entry).toString());
-        }
-    }
-    if (result.title.isEmpty()) {
-        result.title = result.page.sliced(result.page.lastIndexOf(u'/') + 1);
-    }
-    result.file = result.page;
-    result.page += QString::fromStdString(hit.anchor);
-    return result;
-}
-
-bool SearchEngine::addSnippets(const SearchQuery& query, SearchAnswer& answer,
-                               const std::function<void()>& early, const std::stop_token& stop)
-{
-    const auto end = Clock::now() + SnippetTime;
-    bool isLate = false;
-    QueryMatcher english(query, true);
-    QueryMatcher plain(query, false);
-    for (auto& hit : answer.hits) {
-        if (stop.stop_requested()) {
-            return false;
-        }
-        if (!isLate && Clock::now() > end) {
-            isLate = true;
-            early();
-        }
-        auto snippet = makeSnippet(textOf(hit.file), hit.isEnglish ? english : plain);
-        hit.snippet = std::move(snippet.text);
-        hit.marks = std::move(snippet.marks);
-    }
-    return true;
-}
-
-const std::string& SearchEngine::textOf(const QString& page)
-{
-    if (const auto* known = m_texts.object(page)) {
-        return *known;
-    }
-    static const std::string none;
-    const auto source = readPage(page, MostOfPage);
-    if (!source.ok()) {
-        return none;
-    }
-    PageContext context{page, {}};
-    context.styleSheets = &m_styleSheets;
-    auto text =
-        std::make_unique<std::string>(source.value().isHtml ? readPlainPage(source.value().text, context).text
-                                                            : source.value().text.toStdString());
-    text->resize(std::min(text->size(), SnippetSource));
-    text->shrink_to_fit();
-    const auto cost = qsizetype(text->size()) + 1;
-    m_texts.insert(page, text.release(), cost);
-    const auto* kept = m_texts.object(page);
-    return kept == nullptr ? none : *kept;
+    return hits.take();
 }

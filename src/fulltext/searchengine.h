@@ -2,15 +2,12 @@
 #pragma once
 
 #include "fulltext/helpsetindex.h"
+#include "fulltext/hittexts.h"
 #include "fulltext/searchanswer.h"
 #include "fulltext/searchindex.h"
-#include "fulltext/snippet.h"
-#include "pages/pagesheets.h"
 
-#include <QCache>
 #include <QString>
 
-#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -52,23 +49,18 @@ private:
         qint64 total = 0;
         std::vector<Hit> hits;
     };
+    struct Search; // one that is under way
     [[nodiscard]] std::vector<Set*> scope(const SearchRequest& request, const std::stop_token& stop);
-    [[nodiscard]] static std::vector<double> weightsFor(const std::vector<Set*>& sets,
-                                                        const SearchQuery& query);
-    [[nodiscard]] std::optional<Found> findAll(const std::vector<Set*>& sets, const SearchQuery& query,
-                                               int limit, const std::stop_token& stop);
-    [[nodiscard]] std::optional<SearchQuery> corrected(const std::vector<Set*>& sets,
-                                                       const SearchQuery& query);
-    [[nodiscard]] std::optional<Found> findNearest(const std::vector<Set*>& sets, SearchQuery& query,
-                                                   int limit, const std::stop_token& stop);
-    [[nodiscard]] std::vector<SearchHit> describeHits(const Found& found);
-    [[nodiscard]] static SearchHit describe(const Hit& hit, const SearchIndex::Page& page);
-    /// False when a stop was asked for.
-    bool addSnippets(const SearchQuery& query, SearchAnswer& answer, const std::function<void()>& early,
-                     const std::stop_token& stop);
-    [[nodiscard]] const std::string& textOf(const QString& page);
+    [[nodiscard]] static std::vector<int64_t> countsFor(const Search& search, const SearchQuery& query);
+    [[nodiscard]] static std::vector<double> weightsFor(const Search& search, const SearchQuery& query);
+    [[nodiscard]] static std::optional<Found> findAll(const Search& search, const SearchQuery& query,
+                                                      double leastCoverage);
+    [[nodiscard]] static std::optional<Found> findMost(const Search& search, const SearchQuery& query);
+    [[nodiscard]] static std::optional<Found> findNearest(const Search& search, SearchQuery& query);
+    [[nodiscard]] static std::optional<Found> findRead(const Search& search, SearchQuery& query,
+                                                       SearchAnswer& answer);
+    [[nodiscard]] static std::vector<SearchHit> describeHits(const Found& found);
 
     std::vector<std::unique_ptr<Set>> m_sets;
-    StyleSheets m_styleSheets;
-    QCache<QString, std::string> m_texts{32'000'000}; ///< of pages shown lately; cost in bytes
+    HitTexts m_texts;
 };

@@ -1,41 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "fulltext/searchindex.h"
 
-#include "fulltext/editdistance.h"
 #include "fulltext/indexfile.h"
+#include "fulltext/namematches.h"
+#include "fulltext/stemmer.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace {
 
-constexpr double BeginningWeight = 0.3; // of words that only begin like the one being typed
+constexpr double BeginningWeight = 0.4; // of words that only begin like the one being typed
 constexpr double FormWeight = 0.6;      // of other forms of a word
-constexpr size_t MostForms = 24;
-
-/// A title that is what was asked for goes before nearly everything; so does a keyword, but less.
-double withExactName(double score, bool isTitle)
-{
-    return isTitle ? score * 2 + 12 : score * 1.6 + 8;
-}
-
-std::string phraseOf(std::string_view words)
-{
-    std::string text = "\"";
-    for (const char c : words) {
-        text.append(c == '"' ? 2 : 1, c);
-    }
-    return text + '"';
-}
-
-std::string joined(const std::vector<std::string>& words, char separator)
-{
-    std::string text;
-    for (const auto& word : words) {
-        text.append(text.empty() ? 0 : 1, separator).append(word);
-    }
-    return text;
-}
+constexpr double UsualShare = 0.05;     // of the pages, that a language must have to count
+constexpr size_t MostLanguages = 8;
 
 /// Whether a term stands for all forms of its word.
 bool hasForms(const QueryTerm& term)
@@ -43,62 +22,55 @@ bool hasForms(const QueryTerm& term)
     return !term.isExact && term.words.size() == 1;
 }
 
-/// The first text that does not begin with this one.
-std::string behind(const std::string& text)
-{
-    return text + "\xFF";
-}
-
 /// All of a term: quoted, so that nothing in a query is taken for syntax.
 std::string phraseOf(const QueryTerm& term)
 {
-    return phraseOf(joined(term.words, ' ')) + (term.isPrefix ? " *" : "");
+    return SearchExpression::phrase(SearchExpression::joined(term.words, ' ')) + (term.isPrefix ? " *" : "");
+}
+
+/// That of the weightiest of each clause's terms.
+std::vector<double> clauseWeights(const SearchIndex::Wanted& wanted)
+{
+    std::vector<double> weights;
+    size_t number = 0;
+    for (const auto& clause : wanted.query.clauses) {
+        double most = 0;
+        for (size_t i = 0; i < clause.terms.size(); ++i) {
+            most = std::max(most, wanted.weights[number++]);
+        }
+        weights.push_back(clause.isExcluded ? 0 : most);
+    }
+    return weights;
+}
+
+/// The clauses of which a page must have one to have so much of their weight: the weightiest ones.
+std::vector<bool> weightiest(const std::vector<double>& weights, double coverage)
+{
+    std::vector<size_t> order(weights.size());
+    std::iota(order.begin(), order.end(), size_t(0));
+    std::sort(order.begin(), order.end(), [&](size_t a, size_t b) { return weights[a] > weights[b]; });
+    double rest = std::accumulate(weights.begin(), weights.end(), 0.0);
+    const double most = rest * coverage;
+    std::vector<bool> isChosen(weights.size());
+    for (const size_t i : order) {
+        if (rest < most) {
+            break;
+        }
+        isChosen[i] = true;
+        rest -= weights[i];
+    }
+    return isChosen;
 }
 
 } // namespace
-
-/// Puts clauses together: those that are wanted, then those that are not.
-class SearchIndex::Expression {
-public:
-    void beginClause(int number, bool isExcluded)
-    {
-        m_clause = isExcluded ? -1 : number;
-        auto& text = isExcluded ? m_excluded : m_wanted;
-        text.append(text.empty() ? "(" : isExcluded ? ") OR (" : ") AND (");
-        m_isFirst = true;
-    }
-    void add(const std::string& phrase, double weight)
-    {
-        auto& text = m_clause < 0 ? m_excluded : m_wanted;
-        text.append(m_isFirst ? "" : " OR ").append(phrase);
-        (m_clause < 0 ? m_excludedRoles : m_wantedRoles).push_back({m_clause, weight});
-        m_isFirst = false;
-    }
-    [[nodiscard]] bool isEmpty() const { return m_wanted.empty(); }
-    [[nodiscard]] std::string text() const
-    {
-        return m_excluded.empty() ? m_wanted + ")" : "(" + m_wanted + ")) NOT (" + m_excluded + "))";
-    }
-    [[nodiscard]] std::vector<PhraseRole> roles() const
-    {
-        auto roles = m_wantedRoles;
-        roles.insert(roles.end(), m_excludedRoles.begin(), m_excludedRoles.end());
-        return roles;
-    }
-
-private:
-    std::string m_wanted;
-    std::string m_excluded;
-    std::vector<PhraseRole> m_wantedRoles;
-    std::vector<PhraseRole> m_excludedRoles;
-    int m_clause = 0;
-    bool m_isFirst = true;
-};
 
 SearchIndex::SearchIndex(const QByteArray& name) : m_database(IndexFile::open(name))
 {
     if (isOpen() && !m_ranking.attach(*m_database)) {
         m_database.reset();
+    }
+    if (isOpen()) {
+        m_vocabulary.emplace(*m_database);
     }
 }
 
@@ -115,90 +87,108 @@ void SearchIndex::refresh()
         return;
     }
     m_version = version;
-    m_forms.clear();
     m_facts = {};
-    std::unordered_map<int64_t, uint32_t> firstWithHash;
-    double words = 0;
-    auto rows = m_database->prepare("SELECT id, words, titlewords, english, hash FROM pages");
+    m_firstWithHash.clear();
+    auto rows = m_database->prepare("SELECT id, words, titlewords, links, hash, language FROM pages");
     while (rows.step()) {
         if (rows.number(0) < 0 || rows.number(0) > IndexFile::LargestPageNumber) {
             m_database->noteDamage();
-            continue;
+        } else {
+            addPage(rows);
         }
-        const auto id = uint32_t(rows.number(0));
-        m_facts.pages.resize(std::max<size_t>(m_facts.pages.size(), id + size_t(1)));
-        auto& page = m_facts.pages[id];
-        page.isLive = true;
-        page.words = uint32_t(rows.number(1));
-        page.titleWords = uint8_t(std::min<int64_t>(rows.number(2), UINT8_MAX));
-        page.isEnglish = rows.number(3) != 0;
-        if (const int64_t hash = rows.number(4); hash != 0) {
-            const auto [first, isFirst] = firstWithHash.emplace(hash, id);
-            page.copies = isFirst ? 0 : first->second;
-            m_facts.pages[first->second].copies = isFirst ? 0 : first->second;
-        }
-        ++m_facts.live;
-        m_facts.english += page.isEnglish ? 1 : 0;
-        words += page.words;
     }
+    const double words = m_facts.meanWords - 1;
     if (words > 0 && rows.ok() && m_database->number("SELECT 1 FROM vocabulary LIMIT 1") != 1 &&
         !m_stop.stop_requested()) {
         m_database->noteDamage();
     }
     m_facts.meanWords = std::max(1.0, words / double(std::max<int64_t>(m_facts.live, 1)));
+    m_vocabulary->renew(usualLanguages());
     if (!rows.ok()) {
         m_version = -1; // stopped, or damaged
     }
 }
 
-/// The forms of a word begin alike, but for an "i" that stands for "y" and the like.
-const SearchIndex::Forms& SearchIndex::forms(const std::string& word)
+/// The mean length is a sum until all pages are there.
+void SearchIndex::addPage(const Statement& row)
 {
-    const auto known = m_forms.find(word);
-    if (known != m_forms.end()) {
-        return known->second;
+    const auto id = uint32_t(row.number(0));
+    m_facts.pages.resize(std::max<size_t>(m_facts.pages.size(), id + size_t(1)));
+    auto& page = m_facts.pages[id];
+    page.isLive = true;
+    page.words = uint32_t(row.number(1));
+    page.titleWords = uint8_t(std::min<int64_t>(row.number(2), UINT8_MAX));
+    page.linkShare = uint8_t(std::clamp<int64_t>(row.number(3), 0, 100));
+    if (const int64_t hash = row.number(4); hash != 0) {
+        const auto [first, isFirst] = m_firstWithHash.emplace(hash, id);
+        page.copies = isFirst ? 0 : first->second;
+        m_facts.pages[first->second].copies = isFirst ? 0 : first->second;
     }
-    auto& forms = m_forms[word];
-    const bool isEnglish = m_facts.english * 2 > m_facts.live;
-    const std::string stem(isEnglish ? m_stemmer.stem(word) : word);
-    const bool isInflected =
-        isEnglish && (stem != word || m_stemmer.stem(word + "s") == stem) && word.size() > 2;
-    const std::string begin = isInflected ? stem.substr(0, std::max<size_t>(stem.size() - 1, 2)) : word;
-    auto rows = m_database->prepare("SELECT term, doc FROM vocabulary WHERE term >= ? AND term < ?");
-    const std::string end = isInflected ? behind(begin) : word + '\1';
-    rows.bind(1, begin).bind(2, end);
-    while (rows.step()) {
-        const auto term = rows.text(0);
-        if ((term == word || (isInflected && m_stemmer.stem(term) == stem)) &&
-            forms.words.size() < MostForms) {
-            forms.words.emplace_back(term);
-            forms.pages = std::max(forms.pages, rows.number(1));
-        }
+    auto& languages = m_facts.languages;
+    const auto name = row.text(5);
+    auto language = std::find_if(languages.begin(), languages.end(),
+                                 [&](const AllFacts::Language& known) { return known.name == name; });
+    if (language == languages.end() && languages.size() <= UINT8_MAX) {
+        language = languages.insert(language, {std::string(name), 0});
     }
-    if (!rows.ok()) {
-        // Not to be remembered; what there is will do for a search that has been given up.
-        m_unfinished = std::exchange(forms, {});
-        m_forms.erase(word);
-        return m_unfinished;
-    }
-    return forms;
+    language = language == languages.end() ? languages.begin() : language;
+    ++language->pages;
+    page.language = uint8_t(language - languages.begin());
+    ++m_facts.live;
+    m_facts.meanWords += page.words;
 }
 
-void SearchIndex::addTerm(const QueryTerm& term, double weight, Expression& expression)
+/// The languages that a fair share of the pages is in, the most usual first.
+std::vector<std::string> SearchIndex::usualLanguages() const
+{
+    auto languages = m_facts.languages;
+    std::erase_if(languages, [&](const AllFacts::Language& language) {
+        return language.name.empty() || double(language.pages) < UsualShare * double(m_facts.live);
+    });
+    std::stable_sort(languages.begin(), languages.end(),
+                     [](const auto& a, const auto& b) { return a.pages > b.pages; });
+    languages.resize(std::min(languages.size(), MostLanguages));
+    std::vector<std::string> names;
+    names.reserve(languages.size());
+    for (const auto& language : languages) {
+        names.push_back(language.name);
+    }
+    return names;
+}
+
+/// The first one preferred that the pages are in, where they are in several.
+int SearchIndex::languageFor(const QStringList& preferred) const
+{
+    const auto usual = usualLanguages();
+    for (const auto& wanted : preferred) {
+        const std::string name = baseLanguage(wanted.toStdString());
+        if (usual.size() > 1 && std::find(usual.begin(), usual.end(), name) != usual.end()) {
+            const auto& all = m_facts.languages;
+            const auto found = std::find_if(all.begin(), all.end(),
+                                            [&](const AllFacts::Language& one) { return one.name == name; });
+            return int(found - all.begin());
+        }
+    }
+    return -1;
+}
+
+void SearchIndex::addTerm(const QueryTerm& term, double weight, SearchExpression& expression)
 {
     if (!hasForms(term)) {
         expression.add(phraseOf(term), weight);
         return;
     }
     const auto& word = term.words.front();
-    expression.add(phraseOf(word), weight);
-    auto others = forms(word).words;
+    auto others = m_vocabulary->forms(word).words;
+    const bool isThere = !others.empty();
+    expression.add(SearchExpression::phrase(word), weight);
     std::erase(others, word);
     if (!others.empty()) {
-        expression.add(phraseOf(joined(others, IndexFile::SamePosition)), weight * FormWeight);
+        expression.add(SearchExpression::phrase(SearchExpression::joined(others, IndexFile::SamePosition)),
+                       weight * FormWeight);
     }
     if (term.isPrefix) {
-        expression.add(phraseOf(word) + " *", weight * BeginningWeight);
+        expression.add(SearchExpression::phrase(word) + " *", weight * (isThere ? BeginningWeight : 1));
     }
 }
 
@@ -213,7 +203,9 @@ std::vector<int64_t> SearchIndex::count(const SearchQuery& query)
                 continue;
             }
             if (hasForms(term)) {
-                counts.push_back(forms(term.words.front()).pages);
+                const auto& word = term.words.front();
+                const int64_t pages = m_vocabulary->forms(word).pages;
+                counts.push_back(pages == 0 && term.isPrefix ? m_vocabulary->beginnings(word) : pages);
                 continue;
             }
             auto row = m_database->prepare("SELECT count(*) FROM words WHERE words MATCH ?");
@@ -225,23 +217,35 @@ std::vector<int64_t> SearchIndex::count(const SearchQuery& query)
     return counts;
 }
 
-std::optional<SearchIndex::Found> SearchIndex::search(const SearchQuery& query,
-                                                      const std::vector<double>& weights, size_t limit)
+SearchExpression SearchIndex::expressionFor(const Wanted& wanted)
 {
-    refresh();
-    Expression expression;
+    using Kind = SearchExpression::Kind;
+    const auto& clauses = wanted.query.clauses;
+    const bool isStrict = wanted.leastCoverage >= 1;
+    const auto isNeeded = weightiest(clauseWeights(wanted), wanted.leastCoverage);
+    SearchExpression expression;
     size_t number = 0;
-    for (size_t i = 0; i < query.clauses.size(); ++i) {
-        const auto& clause = query.clauses[i];
-        expression.beginClause(int(i), clause.isExcluded);
-        for (const auto& term : clause.terms) {
-            const double weight = weights[number++];
-            addTerm(term, weight, expression);
+    for (size_t i = 0; i < clauses.size(); ++i) {
+        const Kind kind = clauses[i].isExcluded ? Kind::Excluded
+                          : isStrict            ? Kind::Required
+                          : isNeeded[i]         ? Kind::Alternative
+                                                : Kind::Optional;
+        expression.beginClause(int(i), kind);
+        for (const auto& term : clauses[i].terms) {
+            addTerm(term, wanted.weights[number++], expression);
         }
     }
+    return expression;
+}
+
+std::optional<SearchIndex::Found> SearchIndex::search(const Wanted& wanted)
+{
+    refresh();
+    const auto expression = expressionFor(wanted);
     Found found;
     if (!expression.isEmpty()) {
-        m_ranking.begin(m_facts, expression.roles(), m_stop);
+        const double coverage = wanted.leastCoverage >= 1 ? 0 : wanted.leastCoverage;
+        m_ranking.begin(m_facts, expression.roles(), {coverage, languageFor(wanted.languages)}, m_stop);
         auto rows = m_database->prepare("SELECT collect(words) FROM words WHERE words MATCH ?");
         const std::string text = expression.text();
         rows.bind(1, text);
@@ -251,30 +255,35 @@ std::optional<SearchIndex::Found> SearchIndex::search(const SearchQuery& query,
             return std::nullopt;
         }
         found.best = std::move(m_ranking.candidates());
-        preferExactNames(query, found);
-        sortOut(found, limit);
+        preferNames(wanted, found);
+        sortOut(found, wanted.limit);
     }
     return found;
 }
 
-void SearchIndex::preferExactNames(const SearchQuery& query, Found& found)
+/// Pages that are called like the query go first; those that are called so and nothing else come, too,
+/// whatever words they have.
+void SearchIndex::preferNames(const Wanted& wanted, Found& found)
 {
-    const std::string name = query.name();
-    if (name.empty()) {
+    const NameMatches names(*m_database, wanted.query, clauseWeights(wanted), m_facts);
+    if (names.isEmpty()) {
         return;
     }
-    std::unordered_map<uint32_t, bool> exact;
-    auto rows =
-        m_database->prepare("SELECT page, anchor, istitle FROM names WHERE key = ? ORDER BY istitle DESC");
-    rows.bind(1, IndexFile::hashOf(name));
-    while (rows.step()) {
-        const auto page = uint32_t(rows.number(0));
-        exact.emplace(page, rows.number(2) != 0);
-        found.anchors.emplace(page, rows.text(1));
-    }
+    std::unordered_map<uint32_t, bool> isFound;
     for (auto& candidate : found.best) {
-        if (const auto same = exact.find(candidate.page); same != exact.end()) {
-            candidate.score = withExactName(candidate.score, same->second);
+        if (const auto* match = names.find(candidate.page)) {
+            const double factor = m_ranking.languageFactor(m_facts.pages[candidate.page]);
+            candidate.score = names.raised(candidate.score / factor, *match) * factor;
+            isFound[candidate.page] = true;
+        }
+    }
+    for (const auto& [page, match] : names.all()) {
+        if (match.isCertain() && !isFound.contains(page)) {
+            found.best.push_back(
+                {names.raised(0, match) * m_ranking.languageFactor(m_facts.pages[page]), page});
+        }
+        if (!match.anchor.empty()) {
+            found.anchors.emplace(page, match.anchor);
         }
     }
 }
@@ -309,7 +318,7 @@ void SearchIndex::sortOut(Found& found, size_t limit)
 
 SearchIndex::Page SearchIndex::page(uint32_t number)
 {
-    auto row = m_database->prepare("SELECT path, title, hash, english FROM pages WHERE id = ?");
+    auto row = m_database->prepare("SELECT path, title, hash, language FROM pages WHERE id = ?");
     row.bind(1, int64_t(number));
     if (!row.step()) {
         return {};
@@ -318,32 +327,17 @@ SearchIndex::Page SearchIndex::page(uint32_t number)
         const auto utf8 = row.text(column);
         return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
     };
-    return {text(0), text(1), row.number(2), row.number(3) != 0};
+    return {text(0), text(1), row.number(2), std::string(row.text(3))};
 }
 
-std::optional<SearchIndex::Spelling> SearchIndex::nearestWord(const std::string& word,
-                                                              std::chrono::steady_clock::time_point end)
+std::vector<uint32_t> SearchIndex::copiesOf(uint32_t number)
 {
-    const int mostEdits = word.size() < 3 ? 0 : word.size() < 6 ? 1 : 2;
-    std::optional<Spelling> best;
-    // Few mistype the first letter, or it changed places with the second one.
-    for (const size_t first : {size_t(0), size_t(1)}) {
-        if (mostEdits == 0 || (first == 1 && word[1] == word[0])) {
-            break;
-        }
-        const std::string begin(1, word[first]);
-        const std::string rangeEnd = behind(begin);
-        auto rows = m_database->prepare("SELECT term, doc FROM vocabulary WHERE term >= ? AND term < ?");
-        rows.bind(1, begin).bind(2, rangeEnd);
-        while (std::chrono::steady_clock::now() < end && rows.step()) {
-            const auto term = rows.text(0);
-            const int distance = editDistance(word, term, mostEdits);
-            if (distance > 0 && distance <= mostEdits &&
-                (!best || distance < best->distance ||
-                 (distance == best->distance && rows.number(1) > best->pages))) {
-                best = Spelling{std::string(term), distance, rows.number(1)};
-            }
+    std::vector<uint32_t> copies;
+    const auto shared = number < m_facts.pages.size() ? m_facts.pages[number].copies : 0;
+    for (uint32_t page = 0; shared != 0 && page < m_facts.pages.size(); ++page) {
+        if (page != number && m_facts.pages[page].isLive && m_facts.pages[page].copies == shared) {
+            copies.push_back(page);
         }
     }
-    return best;
+    return copies;
 }

@@ -3,10 +3,12 @@
 
 #include "fulltext/database.h"
 #include "fulltext/ranking.h"
+#include "fulltext/searchexpression.h"
 #include "fulltext/searchquery.h"
-#include "fulltext/stemmer.h"
+#include "fulltext/vocabulary.h"
 
-#include <chrono>
+#include <QStringList>
+
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -23,6 +25,14 @@ public:
     /// Lets all that follows end early, with less than there is, when a stop is asked for.
     void setStop(const std::stop_token& stop);
 
+    /// What pages are wanted.
+    struct Wanted {
+        SearchQuery query;
+        std::vector<double> weights; ///< of the terms, in their order in the query
+        double leastCoverage = 1;    ///< less than 1: words of little weight may be missing on a page
+        QStringList languages;       ///< that the reader prefers, the best first
+        size_t limit = 0;
+    };
     struct Found {
         int64_t total = 0;           ///< pages, copies counted once
         std::vector<Candidate> best; ///< best first, without copies
@@ -31,49 +41,41 @@ public:
     };
     /// How many pages have the terms of a query, in their order there; and all pages, as the last number.
     [[nodiscard]] std::vector<int64_t> count(const SearchQuery& query);
-    /// `weights` are those of the terms, in their order there. Nothing when a stop was asked for or the
-    /// database is damaged.
-    [[nodiscard]] std::optional<Found> search(const SearchQuery& query, const std::vector<double>& weights,
-                                              size_t limit);
+    /// Nothing when a stop was asked for or the database is damaged.
+    [[nodiscard]] std::optional<Found> search(const Wanted& wanted);
 
     struct Page {
         QString file;
         QString title; ///< its own
         int64_t hash = 0;
-        bool isEnglish = false;
+        std::string language; ///< such as "de"; empty when it is not known
     };
     [[nodiscard]] Page page(uint32_t number);
+    /// The pages with the same text as this one, itself left out.
+    [[nodiscard]] std::vector<uint32_t> copiesOf(uint32_t number);
 
-    struct Spelling {
-        std::string word;
-        int distance = 0;
-        int64_t pages = 0;
-    };
-    /// The most usual of the words that are nearest to one that is not there; nothing when none is near.
-    [[nodiscard]] std::optional<Spelling> nearestWord(const std::string& word,
-                                                      std::chrono::steady_clock::time_point end);
-    /// Whether a word, in any of its forms, is on some page.
-    [[nodiscard]] bool hasWord(const std::string& word) { return !forms(word).words.empty(); }
+    /// The words that are there.
+    [[nodiscard]] Vocabulary& vocabulary()
+    {
+        refresh();
+        return *m_vocabulary;
+    }
 
 private:
-    /// The forms of a word that are there.
-    struct Forms {
-        std::vector<std::string> words;
-        int64_t pages = 0; ///< at least; of the most usual one
-    };
-    const Forms& forms(const std::string& word);
     void refresh();
-    class Expression;
-    void addTerm(const QueryTerm& term, double weight, Expression& expression);
-    void preferExactNames(const SearchQuery& query, Found& found);
+    void addPage(const Statement& row);
+    [[nodiscard]] std::vector<std::string> usualLanguages() const;
+    [[nodiscard]] int languageFor(const QStringList& preferred) const;
+    void addTerm(const QueryTerm& term, double weight, SearchExpression& expression);
+    [[nodiscard]] SearchExpression expressionFor(const Wanted& wanted);
+    void preferNames(const Wanted& wanted, Found& found);
     void sortOut(Found& found, size_t limit);
 
     std::stop_token m_stop;
     Ranking m_ranking; ///< before the database, which calls it
     std::unique_ptr<Database> m_database;
+    std::optional<Vocabulary> m_vocabulary;
     AllFacts m_facts;
+    std::unordered_map<int64_t, uint32_t> m_firstWithHash;
     int64_t m_version = -1; ///< of the database's content
-    Stemmer m_stemmer;
-    std::unordered_map<std::string, Forms> m_forms;
-    Forms m_unfinished; ///< of the word asked for last, if reading it failed
 };

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "fulltext/searchquery.h"
 
-#include "fulltext/words.h"
+#include "fulltext/compounds.h"
+#include "fulltext/querywords.h"
+
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <utility>
@@ -11,31 +14,7 @@ namespace {
 constexpr qsizetype LongestQuery = 4096; // UTF-16 code units
 constexpr size_t MostClauses = 32;
 
-/// The words of a text that are no parts of others, in pieces of those that follow each other.
-std::vector<std::string> wholeWords(const QString& text)
-{
-    const std::string utf8 = text.toStdString();
-    Words words;
-    words.read(utf8);
-    std::vector<std::string> whole;
-    for (const auto& word : words.all()) {
-        const bool isEndOfPairs =
-            word.isBeginning && &word != &words.all().front() && (&word)[-1].end == word.end;
-        if (!word.isPart && !isEndOfPairs) {
-            whole.emplace_back(words.folded(word));
-        }
-    }
-    return whole;
-}
-
-/// A lone character of a writing without blanks stands for all pairs that begin with it.
-bool isLoneCharacter(const QString& text)
-{
-    const std::string utf8 = text.toStdString();
-    Words words;
-    words.read(utf8);
-    return words.all().size() == 1 && words.all().front().isBeginning;
-}
+const QRegularExpression AnyLetter(QStringLiteral("\\w"));
 
 class Parser {
 public:
@@ -62,64 +41,112 @@ public:
 private:
     void readPiece()
     {
-        const qsizetype begin = m_at;
-        const bool isOr = m_text[m_at] == u'|' || isWordOr();
-        if (isOr) {
+        if (isOr()) {
             m_at += m_text[m_at] == u'|' ? 1 : 2;
             m_isOrPending = !m_query.clauses.empty();
             return;
         }
+        const qsizetype begin = m_at;
         const bool isExcluded = m_text[m_at] == u'-' && m_at + 1 < m_text.size() &&
-                                m_text[m_at + 1] != u'-' && !m_text[m_at + 1].isSpace();
+                                (m_text[m_at + 1].isLetterOrNumber() || m_text[m_at + 1] == u'"');
         m_at += isExcluded ? 1 : 0;
-        QueryTerm term = m_text[m_at] == u'"' ? readPhrase() : readWord();
-        if (!term.words.empty()) {
-            add(std::move(term), isExcluded, m_text.sliced(begin, m_at - begin));
+        if (m_text[m_at] == u'"') {
+            addPhrase(begin, isExcluded);
+        } else {
+            addWord(begin, isExcluded);
         }
     }
 
-    [[nodiscard]] bool isWordOr() const
+    /// "||" is an operator that pages may be about.
+    [[nodiscard]] bool isOr() const
     {
         const auto rest = QStringView(m_text).sliced(m_at);
-        return rest.startsWith(u"OR") && (rest.size() == 2 || rest[2].isSpace());
+        const bool isBar = rest[0] == u'|' && (rest.size() == 1 || rest[1].isSpace() ||
+                                               rest[1].isLetterOrNumber() || rest[1] == u'"');
+        return isBar || (rest.startsWith(u"OR") && (rest.size() == 2 || rest[2].isSpace()));
     }
 
-    QueryTerm readPhrase()
+    void addPhrase(qsizetype begin, bool isExcluded)
     {
         const qsizetype end = m_text.indexOf(u'"', m_at + 1);
         const QString inner = m_text.sliced(m_at + 1, (end < 0 ? m_text.size() : end) - m_at - 1);
         m_at = end < 0 ? m_text.size() : end + 1;
         const bool isOpen = end < 0 && m_isTyping && !inner.isEmpty() && !inner.back().isSpace();
-        return {wholeWords(inner), true, isOpen || isLoneCharacter(inner)};
+        const QueryWords words(inner);
+        QueryClause clause;
+        if (!words.whole().empty()) {
+            clause.terms = {{words.whole(), true, isOpen || words.isLoneCharacter()}};
+        }
+        // Signs in quotes are meant.
+        if (words.literals().size() == 1 && words.whole().size() <= 1) {
+            clause.terms = {{words.literals(), true, false}};
+        }
+        clause.isExcluded = isExcluded;
+        add(std::move(clause), begin);
     }
 
-    QueryTerm readWord()
+    void addWord(qsizetype begin, bool isExcluded)
     {
-        const qsizetype begin = m_at;
+        const qsizetype wordBegin = m_at;
         while (m_at < m_text.size() && !m_text[m_at].isSpace() && m_text[m_at] != u'"') {
             ++m_at;
         }
-        const QString piece = m_text.sliced(begin, m_at - begin);
-        QueryTerm term{wholeWords(piece), false, false};
+        const QString piece = m_text.sliced(wordBegin, m_at - wordBegin);
         const bool isLast = m_at == m_text.size() && m_isTyping && piece.back().isLetterOrNumber();
-        const bool hasStar = piece.endsWith(u'*');
-        if (hasStar) {
+        const bool hasStar =
+            piece.size() > 1 && piece.endsWith(u'*') && piece[piece.size() - 2].isLetterOrNumber();
+        const auto parts = isExcluded || hasStar ? QStringList{piece} : compoundParts(piece);
+        for (const auto& part : parts) {
             // A name would take the star for one of its signs.
-            term.words = wholeWords(piece.chopped(1));
+            QueryClause clause = clauseOf(hasStar ? part.chopped(1) : part);
+            for (auto& term : clause.terms) {
+                term.isPrefix = term.isPrefix || hasStar || (isLast && &part == &parts.back());
+            }
+            clause.isExcluded = isExcluded;
+            clause.isPlain = !isExcluded && !hasStar;
+            if (isExcluded) {
+                clause.literals = {{{'-' + QueryWords(part).firstWord()}, true, false}};
+            }
+            const bool isWhole = parts.size() == 1;
+            add(std::move(clause), isWhole ? begin : -1, part);
         }
-        term.isPrefix = isLast || hasStar || isLoneCharacter(piece);
-        return term;
     }
 
-    void add(QueryTerm term, bool isExcluded, const QString& text)
+    /// A name is found whole, or by its parts behind each other where pages write it otherwise.
+    static QueryClause clauseOf(const QString& piece)
     {
-        if (std::exchange(m_isOrPending, false) && !isExcluded && !m_query.clauses.back().isExcluded) {
-            auto& clause = m_query.clauses.back();
-            clause.terms.push_back(std::move(term));
-            clause.text += QStringLiteral(" OR ") + text;
-        } else {
-            m_query.clauses.push_back({{std::move(term)}, isExcluded, text});
+        const QueryWords words(piece);
+        QueryClause clause;
+        if (!words.whole().empty()) {
+            clause.terms.push_back({words.whole(), false, words.isLoneCharacter()});
         }
+        if (words.whole().size() == 1 && words.segments().size() > 1) {
+            clause.terms.push_back({words.segments(), false, false});
+        }
+        for (const auto& literal : words.literals()) {
+            clause.literals.push_back({{literal}, true, false});
+        }
+        return clause;
+    }
+
+    void add(QueryClause clause, qsizetype begin, const QString& part = {})
+    {
+        if (m_query.clauses.size() == MostClauses || (clause.terms.empty() && clause.literals.empty()) ||
+            (clause.isExcluded && clause.terms.empty())) {
+            return;
+        }
+        clause.text = begin < 0 ? part : m_text.sliced(begin, m_at - begin);
+        const bool isAlternative = std::exchange(m_isOrPending, false) && !clause.isExcluded &&
+                                   !clause.terms.empty() && !m_query.clauses.back().isExcluded;
+        if (!isAlternative) {
+            m_query.clauses.push_back(std::move(clause));
+            return;
+        }
+        auto& before = m_query.clauses.back();
+        before.terms.insert(before.terms.end(), clause.terms.begin(), clause.terms.end());
+        before.literals.clear();
+        before.isPlain = false;
+        before.text += QStringLiteral(" OR ") + clause.text;
     }
 
     /// A query that only excludes means the signs themselves: "-install" is an option.
@@ -127,6 +154,7 @@ private:
     {
         for (auto& clause : m_query.clauses) {
             clause.isExcluded = false;
+            clause.literals.clear();
             const auto term = clause.terms.front();
             for (const auto* dashes : {"-", "--"}) {
                 auto option = term;
@@ -154,30 +182,34 @@ QString SearchQuery::text() const
     return texts.join(u' ');
 }
 
-std::string SearchQuery::name() const
+QString SearchQuery::name() const
 {
-    std::string name;
+    QStringList texts;
     for (const auto& clause : clauses) {
-        if (clause.isExcluded || clause.terms.size() != 1) {
+        if (!clause.isPlain) {
             return {};
         }
-        for (const auto& word : clause.terms.front().words) {
-            name.append(name.empty() ? "" : " ").append(word);
+        const bool isOption = clause.text.startsWith(u"\"-") || clause.text.startsWith(u'-');
+        if (!isOption || !clause.text.contains(AnyLetter)) {
+            texts += clause.text;
         }
     }
-    return name;
+    return texts.join(u' ');
+}
+
+bool SearchQuery::isLiteral() const
+{
+    return std::any_of(clauses.begin(), clauses.end(),
+                       [](const QueryClause& clause) { return clause.isLiteral; });
+}
+
+bool SearchQuery::isPlain() const
+{
+    return std::all_of(clauses.begin(), clauses.end(),
+                       [](const QueryClause& clause) { return clause.isPlain; });
 }
 
 SearchQuery parseQuery(const QString& text, bool isTyping)
 {
     return Parser(text, isTyping).parse();
-}
-
-std::string foldedName(QStringView text)
-{
-    std::string name;
-    for (const auto& word : wholeWords(text.toString())) {
-        name.append(name.empty() ? "" : " ").append(word);
-    }
-    return name;
 }

@@ -18,26 +18,30 @@ struct QueryTerm {
 
 /// One of the terms must be on a page, or none when the clause excludes.
 struct QueryClause {
-    std::vector<QueryTerm> terms; ///< never empty
+    std::vector<QueryTerm> terms;    ///< empty only when there are literals
+    std::vector<QueryTerm> literals; ///< what is meant instead where some page has one: "-l", "%s", "->>"
     bool isExcluded = false;
-    QString text; ///< as typed
+    bool isPlain = false;   ///< a word as it is, in no quotes and without alternatives
+    bool isLiteral = false; ///< its literals were meant and are its terms
+    QString text;           ///< as typed
 
     bool operator==(const QueryClause&) const = default;
 };
 
 /// What a query means: words mean all of them; "…" is a phrase, -word excludes, word* is a beginning, OR
-/// stands between alternatives.
+/// stands between alternatives. Words with signs are ambiguous until somebody looks whether pages have them.
 struct SearchQuery {
     std::vector<QueryClause> clauses; ///< at least one of them does not exclude, or there is none
 
     /// The same query as text.
     [[nodiscard]] QString text() const;
-    /// The folded words when the query is nothing but words, else empty; for names that are just that.
-    [[nodiscard]] std::string name() const;
+    /// What the query is the name of, if it is: its words, without options, when it is nothing but words.
+    [[nodiscard]] QString name() const;
+    /// Whether signs of a word, other than an option's dashes, are meant.
+    [[nodiscard]] bool isLiteral() const;
+    /// Whether words may be missing on a page that has the rarer ones.
+    [[nodiscard]] bool isPlain() const;
 };
 
 /// Understands every text. When `isTyping`, the last word counts as a beginning unless a blank follows it.
 [[nodiscard]] SearchQuery parseQuery(const QString& text, bool isTyping);
-
-/// The folded words of a text, separated by blanks, as SearchQuery::name() gives them.
-[[nodiscard]] std::string foldedName(QStringView text);

@@ -1,69 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "fulltext/snippet.h"
 
+#include "fulltext/snippetplace.h"
 #include "fulltext/utf8ranges.h"
 
 #include <algorithm>
-#include <bit>
+#include <climits>
 
 namespace {
 
-constexpr size_t Length = 180;    // bytes, about
-constexpr size_t Before = 50;     // bytes of them before the first match
-constexpr size_t PartSize = 8192; // bytes that are looked at in one go
-constexpr size_t MostMatches = 4; // that make a piece better
+constexpr size_t Before = 50;              // bytes before a match where no sentence begins near it
+constexpr qsizetype MostSectionTitle = 80; // UTF-16 code units
 
-constexpr bool isLineBlank(char c)
+bool isLineBlank(char c)
 {
     return static_cast<unsigned char>(c) <= ' ';
 }
 
-struct Place {
-    size_t begin = 0;
-    int clauses = 0; ///< that are found there
-    size_t matches = 0;
-};
-
-bool isBetter(const Place& a, const Place& b)
+bool isContinued(char c)
 {
-    return a.clauses != b.clauses ? a.clauses > b.clauses : a.matches > b.matches;
-}
-
-/// The match with which the best piece begins: that of the most different clauses, the first one of several.
-Place bestPlace(const std::vector<QueryMatcher::Match>& matches)
-{
-    Place best;
-    for (size_t i = 0; i < matches.size(); ++i) {
-        uint64_t clauses = 0;
-        Place place{matches[i].begin};
-        for (size_t j = i; j < matches.size() && matches[j].end < matches[i].begin + Length - Before; ++j) {
-            clauses |= uint64_t(1) << unsigned(matches[j].clause);
-            place.matches = std::min(place.matches + 1, MostMatches);
-        }
-        place.clauses = std::popcount(clauses);
-        best = isBetter(place, best) ? place : best;
-    }
-    return best;
-}
-
-/// Looks at a text part by part, until one has all that is looked for.
-Place findPlace(std::string_view text, QueryMatcher& matcher)
-{
-    Words words;
-    Place best;
-    for (size_t begin = 0; begin < text.size() && best.clauses < matcher.clauses();) {
-        const size_t end = text.find_first_of(" \n", std::min(text.size(), begin + PartSize));
-        const auto part = text.substr(begin, end - begin);
-        words.read(part);
-        auto matches = matcher.matches(words);
-        std::sort(matches.begin(), matches.end(),
-                  [](const auto& a, const auto& b) { return a.begin < b.begin; });
-        auto place = bestPlace(matches);
-        place.begin += begin;
-        best = isBetter(place, best) ? place : best;
-        begin += part.size() + 1;
-    }
-    return best;
+    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80;
 }
 
 size_t wordBegin(std::string_view text, size_t at)
@@ -74,7 +30,7 @@ size_t wordBegin(std::string_view text, size_t at)
         --begin;
     }
     // Not within a character.
-    while (begin > 0 && begin < text.size() && (static_cast<unsigned char>(text[begin]) & 0xC0U) == 0x80) {
+    while (begin > 0 && begin < text.size() && isContinued(text[begin])) {
         --begin;
     }
     return begin;
@@ -87,7 +43,7 @@ size_t wordEnd(std::string_view text, size_t at)
     while (end < most && !isLineBlank(text[end])) {
         ++end;
     }
-    while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80) {
+    while (end < text.size() && isContinued(text[end])) {
         ++end;
     }
     return end;
@@ -108,17 +64,65 @@ std::string simplified(std::string_view text)
     return line;
 }
 
+QString titleOf(const PlainSection& section)
+{
+    QString title = QString::fromUtf8(section.title.data(), qsizetype(section.title.size())).simplified();
+    // The signs of permanent links, which a page without style sheets still has.
+    while (title.endsWith(u'\u00B6') || title.endsWith(u'\u00A7')) {
+        title.chop(1);
+    }
+    title = title.trimmed();
+    return title.size() > MostSectionTitle ? title.first(MostSectionTitle - 1) + u'\u2026' : title;
+}
+
+/// The part of the text that an anchor leads to; all of it when there is no such part.
+TextPart partAt(const PlainPage& page, std::string_view anchor, size_t size)
+{
+    const auto section =
+        std::find_if(page.sections.begin(), page.sections.end(),
+                     [&](const PlainSection& one) { return !anchor.empty() && one.anchor == anchor; });
+    if (section == page.sections.end() || section->begin >= size) {
+        return {0, size};
+    }
+    const auto next = std::find_if(section + 1, page.sections.end(),
+                                   [&](const PlainSection& one) { return one.level <= section->level; });
+    return {section->begin, next == page.sections.end() ? size : std::min(size, next->begin)};
+}
+
+/// The headings above a place. What stands at the very beginning of a page is the page's own.
+void addSections(const PlainPage& page, size_t place, Snippet& snippet)
+{
+    int level = INT_MAX;
+    for (auto section = page.sections.rbegin(); section != page.sections.rend(); ++section) {
+        const bool isOwn = section + 1 == page.sections.rend() && section->level <= 2;
+        if (section->begin > place || section->level >= level || isOwn) {
+            continue;
+        }
+        level = section->level;
+        if (snippet.anchor.isEmpty()) {
+            snippet.anchor = QString::fromStdString(section->anchor);
+        }
+        if (const QString title = titleOf(*section); !title.isEmpty()) {
+            snippet.section.prepend(title);
+        }
+    }
+}
+
 } // namespace
 
-Snippet makeSnippet(std::string_view text, QueryMatcher& matcher)
+Snippet makeSnippet(const PlainPage& page, QueryMatcher& matcher, std::string_view anchor)
 {
-    text = text.substr(0, SnippetSource);
-    const size_t first = findPlace(text, matcher).begin;
-    const size_t begin = wordBegin(text, first - std::min(first, Before));
-    const size_t end = wordEnd(text, begin + Length);
-    const std::string line = (begin > 0 ? "… " : "") + simplified(text.substr(begin, end - begin)) +
-                             (end < text.size() ? " …" : "");
+    const auto text = std::string_view(page.text).substr(0, SnippetSource);
+    const size_t place = findSnippetPlace(page, partAt(page, anchor, text.size()), matcher);
+    const size_t sentence = sentenceBegin(text, place);
+    const bool isCut = sentence == std::string_view::npos;
+    const size_t begin = isCut ? wordBegin(text, place - std::min(place, Before)) : sentence;
+    const size_t end = wordEnd(text, begin + SnippetLength);
+    const std::string line =
+        (isCut ? "… " : "") + simplified(text.substr(begin, end - begin)) + (end < text.size() ? " …" : "");
     Words words;
     words.read(line);
-    return {QString::fromStdString(line), utf16Ranges(line, matcher.matches(words))};
+    Snippet snippet{QString::fromStdString(line), utf16Ranges(line, matcher.matches(words)), {}, {}};
+    addSections(page, place, snippet);
+    return snippet;
 }

@@ -2,9 +2,9 @@
 #include "fulltext/words.h"
 
 #include "fulltext/foldedcharacters.h"
+#include "fulltext/signs.h"
 
 #include <algorithm>
-#include <array>
 
 namespace {
 
@@ -57,7 +57,7 @@ void Words::read(std::string_view text, const std::stop_token& stop)
             at = readPlain(at);
         } else if (isAscii(c)) {
             const size_t dashes = c == '-' ? optionDashes(at) : 0;
-            at = dashes > 0 ? readName(at, at + dashes) : at + 1;
+            at = dashes > 0 ? readName(at, at + dashes) : Signs::isSign(c) ? readSigns(at) : at + 1;
         } else if (const auto next = characterAt(at); kindOf(next.code) == CharacterKind::Dense) {
             at = readPairs(at);
         } else {
@@ -100,7 +100,7 @@ size_t Words::readPlain(size_t begin)
     const auto rest = m_text.substr(end, 2);
     const char next = rest.empty() ? ' ' : rest[0];
     const char second = rest.size() < 2 ? ' ' : rest[1];
-    const bool isFollowed = isWordByte(next) || !isAscii(next) || next == '#' ||
+    const bool isFollowed = isWordByte(next) || !isAscii(next) || Signs::canFollowName(next) ||
                             (next == '.' && isWordByte(second)) || (next == ':' && second == ':') ||
                             (next == '+' && second == '+') || m_text[begin] == '_' ||
                             m_text.substr(begin, end - begin) == "operator";
@@ -122,6 +122,61 @@ size_t Words::optionDashes(size_t begin) const
     const bool isApart = begin == 0 || std::string_view(" \t\r\n\f([{|,'\"`=").find(m_text[begin - 1]) !=
                                            std::string_view::npos;
     return isApart ? dashes : 0;
+}
+
+/// Signs that stand apart are a word, those before a name belong to it. Where they stand between names, as in
+/// "a->b", they say nothing that somebody would look for.
+size_t Words::readSigns(size_t begin)
+{
+    size_t end = begin + 1;
+    while (end < m_text.size() && Signs::isSign(m_text[end]) &&
+           (m_text[end] != '-' || optionDashes(end) == 0)) {
+        ++end;
+    }
+    const auto run = m_text.substr(begin, end - begin);
+    const auto rest = m_text.substr(end, 2);
+    const bool isApartBefore = begin == 0 || Signs::isApart(m_text[begin - 1]);
+    const bool isOpening = rest.size() > 1 && (rest[0] == '{' || rest[0] == '[');
+    const char name = rest.empty() ? ' ' : isOpening ? rest[1] : rest[0];
+    if (isApartBefore && isWordByte(name) && Signs::canPrecedeName(run, name)) {
+        return readSigned(begin, end + (isOpening ? 1 : 0));
+    }
+    const bool isApart = isApartBefore || rest.empty() || Signs::isApart(rest[0]);
+    const auto word = Signs::withoutPunctuation(run);
+    if (isApart && Signs::isWord(word)) {
+        addLiteral(begin, begin + word.size());
+    }
+    return end;
+}
+
+/// A name, and the same with the signs before it and their like behind it (":memory:").
+size_t Words::readSigned(size_t begin, size_t nameBegin)
+{
+    const size_t end = readPlain(nameBegin);
+    const char sign = m_text[begin];
+    const bool isClosed = (sign == ':' || sign == '%') && nameBegin == begin + 1 && end < m_text.size() &&
+                          m_text[end] == sign && (end + 1 == m_text.size() || !isWordByte(m_text[end + 1]));
+    addLiteral(begin, end + (isClosed ? 1 : 0));
+    return end + (isClosed ? 1 : 0);
+}
+
+/// Signs behind a name that mean something with it: "println!", "HEAD^", "HEAD~3".
+void Words::addTrailingSigns(size_t begin, size_t end)
+{
+    const size_t signs = Signs::trailing(m_text.substr(end, Signs::LongestTrailing));
+    if (signs > 0) {
+        addLiteral(begin, end + signs);
+    }
+}
+
+/// Stands where the word before it stands.
+void Words::addLiteral(size_t begin, size_t end)
+{
+    const size_t count = m_words.size();
+    add(begin, end, true, false);
+    if (m_words.size() > count) {
+        m_words.back().isLiteral = true;
+    }
 }
 
 /// Behind the letters that follow, with the signs within a name.
@@ -176,6 +231,9 @@ size_t Words::readName(size_t begin, size_t nameBegin)
     const size_t end = begin == nameBegin ? endOfSigns(nameBegin, nameEnd) : nameEnd;
     add(begin, end, false, true);
     addSegments(nameBegin, nameEnd, begin == nameBegin && end == nameEnd);
+    if (end == nameEnd) {
+        addTrailingSigns(begin, end);
+    }
     return end;
 }
 
@@ -220,27 +278,40 @@ void Words::addParts(size_t begin, size_t end)
     }
 }
 
+/// Behind a character of a writing without blanks and the marks that belong to it; `begin` when none is
+/// there.
+size_t Words::endOfDense(size_t begin) const
+{
+    if (begin >= m_text.size()) {
+        return begin;
+    }
+    const auto character = characterAt(begin);
+    if (kindOf(character.code) != CharacterKind::Dense) {
+        return begin;
+    }
+    const auto next = character.end < m_text.size() ? characterAt(character.end) : Character{U' ', 0};
+    return isVoicedMark(next.code) ? next.end : character.end;
+}
+
 /// Each character with its neighbour, the last one by itself.
 size_t Words::readPairs(size_t begin)
 {
     size_t at = begin;
-    while (at < m_text.size()) {
-        const auto first = characterAt(at);
-        if (kindOf(first.code) != CharacterKind::Dense) {
-            break;
+    for (size_t end = endOfDense(at); end > at; end = endOfDense(at)) {
+        const size_t pairEnd = endOfDense(end);
+        const size_t count = m_words.size();
+        add(at, pairEnd, false, true);
+        if (m_words.size() > count) {
+            m_words.back().isBeginning = pairEnd == end;
         }
-        const auto second = first.end < m_text.size() ? characterAt(first.end) : Character{U' ', first.end};
-        const bool isPair = kindOf(second.code) == CharacterKind::Dense;
-        add(at, isPair ? second.end : first.end, false, true);
-        m_words.back().isBeginning = !isPair;
-        at = first.end;
+        at = end;
     }
     return at;
 }
 
 void Words::add(size_t begin, size_t end, bool isPart, bool isNext)
 {
-    Word word{uint32_t(begin), uint32_t(end), 0, uint32_t(m_folded.size()), 0, isPart, false};
+    Word word{uint32_t(begin), uint32_t(end), 0, uint32_t(m_folded.size()), 0, isPart, false, false};
     fold(begin, end);
     if (m_folded.size() == word.foldedBegin) {
         return;
@@ -261,7 +332,9 @@ void Words::fold(size_t begin, size_t end)
             ++at;
         } else {
             const auto character = characterAt(at);
-            appendFolded(m_folded, character.code);
+            if (m_folded.size() == foldedBegin || !foldMark(m_folded, character.code)) {
+                appendFolded(m_folded, character.code);
+            }
             at = character.end;
         }
     }

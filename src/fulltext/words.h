@@ -16,10 +16,12 @@ struct Word {
     uint16_t foldedSize;
     bool isPart;      ///< of a name that is a word itself
     bool isBeginning; ///< the last character of a run without blanks, such as Chinese; stands for itself
+    bool isLiteral;   ///< signs, or a name with its signs, beside the name itself: "->>", "%s", "println!"
 };
 
 /// Cuts text into words. Names of programs are found whole and by their parts ("setEncoding", "std::vector",
-/// "os.path"), with the signs that belong to them ("C++", "operator=", "--install"); languages written
+/// "os.path"), with the signs that belong to them ("C++", "operator=", "--install"), and once more with signs
+/// that only sometimes do ("%s", "@property"); signs that stand apart are words ("->>"); languages written
 /// without blanks become pairs of characters. Keeps its memory from text to text.
 class Words {
 public:
@@ -44,6 +46,11 @@ private:
     [[nodiscard]] size_t endOfName(size_t begin) const;
     [[nodiscard]] size_t endOfSigns(size_t begin, size_t end) const;
     [[nodiscard]] size_t optionDashes(size_t begin) const;
+    [[nodiscard]] size_t endOfDense(size_t begin) const;
+    size_t readSigns(size_t begin);
+    size_t readSigned(size_t begin, size_t nameBegin);
+    void addTrailingSigns(size_t begin, size_t end);
+    void addLiteral(size_t begin, size_t end);
     size_t readPlain(size_t begin);
     size_t readName(size_t begin, size_t nameBegin);
     size_t readPairs(size_t begin);

@@ -5,6 +5,7 @@
 #include "desk/desk.h"
 #include "library/helplibrary.h"
 #include "library/helpset.h"
+#include "library/settingsstore.h"
 #include "mainwindow/backgroundprogress.h"
 #include "search/searchpane.h"
 #include "search/searchsources.h"
@@ -14,6 +15,7 @@
 namespace {
 
 constexpr int StartDelay = 1000; // ms after loading; who looks up one page need not wait for it
+constexpr auto ScopeKey = "searchScope";
 constexpr qsizetype MaximumProblems = 20;
 
 QString keyOf(const HelpContentsRoot& root)
@@ -47,9 +49,20 @@ void FullTextSearch::connectPane()
         m_service.search(request);
     });
     connect(&m_pane, &SearchPane::indexingRequested, this, &FullTextSearch::indexAgain);
+    const SettingsStore store(SettingsStore::Access::Read);
+    m_pane.setScope(store.value(ScopeKey).toStringList());
+    connect(&m_pane, &SearchPane::scopeChosen, this, [](const QStringList& choice) {
+        SettingsStore kept(SettingsStore::Access::Write);
+        kept.setValue(ScopeKey, choice);
+    });
+    connect(&m_desk, &Desk::pageChanged, this, [this] {
+        const auto* record = m_desk.current();
+        m_pane.setCurrentSet(record == nullptr || record->root() == nullptr ? QString()
+                                                                            : keyOf(*record->root()));
+    });
     connect(&m_pane, &SearchPane::problemsRequested, this, &FullTextSearch::showProblems);
     connect(&m_pane, &SearchPane::pageRequested, this, [this](const SearchHit& hit, const QString& query) {
-        m_desk.showFound(hit.page, query, hit.isEnglish);
+        m_desk.showFound(hit.page, query, hit.language);
     });
 }
 

@@ -14,10 +14,17 @@
 
 namespace {
 
+constexpr size_t LongestSectionTitle = 200; // bytes
+constexpr int TermLevel = 7;
+constexpr int AnchorsAround = 2; // elements around a heading whose anchor may be meant for it
+
 /// Writes the text of elements. What is in no word does not matter: rules, quotes, the strokes of formulas.
 class TextWriter {
 public:
-    TextWriter(PlainPage& page, bool isReading) : m_page(page), m_isReading(isReading) {}
+    TextWriter(PlainPage& page, bool isReading, PlainParts parts)
+        : m_page(page), m_isReading(isReading), m_hasSections(parts == PlainParts::TextAndSections)
+    {
+    }
 
     void write(const HtmlNode& top)
     {
@@ -29,8 +36,72 @@ public:
 private:
     bool addText(const HtmlNode& node)
     {
+        if (m_links > 0 && m_hasSections) {
+            m_page.links.push_back({m_page.text.size(), m_page.text.size() + node.content.size()});
+        }
         m_page.text += node.content;
+        m_page.linkText += m_links > 0 ? node.content.size() : 0;
+        if (!m_anchor.empty() && node.content.find_first_not_of(" \t\r\n") != std::string_view::npos) {
+            m_anchor.clear();
+        }
         return false;
+    }
+
+    /// What is next belongs to the element that links lead to.
+    void noteAnchor(const HtmlNode& node)
+    {
+        auto anchor = attribute(node, "id");
+        if (anchor.empty() && isElement(node, "a")) {
+            anchor = attribute(node, "name");
+        }
+        if (!anchor.empty()) {
+            m_anchor = anchor;
+            if (!m_open.empty() && m_open.back().anchor.empty()) {
+                m_open.back().anchor = m_anchor;
+            }
+        }
+    }
+
+    /// What a term is about is explained below it, as with a heading.
+    static bool isHeadline(const ElementNotes& notes)
+    {
+        return notes.element == Element::Heading ||
+               (notes.element == Element::Term && notes.text > notes.linkText);
+    }
+
+    static bool opensSection(const HtmlNode& node, const ElementNotes& notes)
+    {
+        return notes.element == Element::Heading ||
+               (notes.element == Element::Term && !attribute(node, "id").empty());
+    }
+
+    void openSection(const HtmlNode& node, const ElementNotes& notes)
+    {
+        if (!opensSection(node, notes)) {
+            return;
+        }
+        std::string anchor = m_anchor;
+        const auto* around = node.parent;
+        const auto* inner = &node;
+        for (int i = 0; i < AnchorsAround && anchor.empty() && around != nullptr;
+             ++i, around = around->parent) {
+            const bool isMeant = isElement(*around, "section") || around->firstChild == inner;
+            anchor = isMeant ? attribute(*around, "id") : std::string_view();
+            inner = around;
+        }
+        m_open.push_back({m_page.text.size(), 0, levelOf(node, notes), {}, std::move(anchor)});
+    }
+
+    void closeSection()
+    {
+        PlainSection section = std::move(m_open.back());
+        m_open.pop_back();
+        section.textBegin = m_page.text.size();
+        const size_t length = std::min(section.textBegin - section.begin, LongestSectionTitle);
+        section.title = m_page.text.substr(section.begin, length);
+        const auto place = std::upper_bound(m_page.sections.begin(), m_page.sections.end(), section,
+                                            [](const auto& a, const auto& b) { return a.begin < b.begin; });
+        m_page.sections.insert(place, std::move(section));
     }
 
     /// False when there is nothing to read in it, or it has been read.
@@ -41,13 +112,18 @@ private:
         if (isLeftOut || isMute(node, notes) || putSpecial(node, notes.element)) {
             return false;
         }
-        if (notes.element == Element::Heading) {
-            m_headings.push_back(m_page.text.size());
-        }
         if (isSetApart(node, notes)) {
             breakLine();
         } else if (notes.element == Element::Transparent) {
             putStroke(node);
+        }
+        m_links += notes.element == Element::Link ? 1 : 0;
+        if (isHeadline(notes)) {
+            m_headings.push_back(m_page.text.size());
+        }
+        if (m_hasSections) {
+            noteAnchor(node);
+            openSection(node, notes);
         }
         return true;
     }
@@ -68,7 +144,11 @@ private:
     void leave(const HtmlNode& node)
     {
         const auto& notes = notesOf(node);
-        if (notes.element == Element::Heading) {
+        m_links -= notes.element == Element::Link ? 1 : 0;
+        if (m_hasSections && opensSection(node, notes)) {
+            closeSection();
+        }
+        if (isHeadline(notes)) {
             m_page.headings.append(m_page.text, m_headings.back()).append("\n");
             m_headings.pop_back();
         }
@@ -134,9 +214,20 @@ private:
         }
     }
 
+    static int levelOf(const HtmlNode& node, const ElementNotes& notes)
+    {
+        const bool isNumbered = notes.element == Element::Heading && node.name.size() == 2 &&
+                                node.name[1] >= '1' && node.name[1] <= '6';
+        return isNumbered ? node.name[1] - '0' : TermLevel;
+    }
+
     PlainPage& m_page;
     bool m_isReading;
-    std::vector<size_t> m_headings; ///< where those that are open begin
+    bool m_hasSections;
+    int m_links = 0;                  ///< that are open
+    std::string m_anchor;             ///< of what begins here
+    std::vector<PlainSection> m_open; ///< headings and terms, from the outermost
+    std::vector<size_t> m_headings;   ///< where those that are open begin
 };
 
 std::string titleOf(const HtmlTree& tree)
@@ -152,7 +243,7 @@ std::string titleOf(const HtmlTree& tree)
 
 } // namespace
 
-PlainPage readPlainPage(const QString& html, const PageContext& context)
+PlainPage readPlainPage(const QString& html, const PageContext& context, PlainParts parts)
 {
     const HtmlTree tree(html);
     PlainPage page;
@@ -169,6 +260,6 @@ PlainPage readPlainPage(const QString& html, const PageContext& context)
     const bool isReading = survey.isWebPage() && tree.first("frameset") == nullptr;
     const HtmlNode* body = tree.first("body");
     const HtmlNode& all = body == nullptr ? *tree.root() : *body;
-    TextWriter(page, isReading).write(isReading ? *findMainContent(all).element : all);
+    TextWriter(page, isReading, parts).write(isReading ? *findMainContent(all).element : all);
     return page;
 }

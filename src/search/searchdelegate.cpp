@@ -14,6 +14,7 @@ constexpr int RowMargin = 6;        // pixels around a row's texts
 constexpr int PartGap = 1;          // pixels between its parts
 constexpr int NarrowWidth = 320;    // pixels; below, a snippet has one more line
 constexpr int SnippetLines = 2;     // of a wide list
+constexpr int LeastSection = 40;    // pixels
 constexpr qreal PlaceSize = 0.9;    // of the font's size
 constexpr qreal PlaceOpacity = 0.7; // of the text's colour
 constexpr float WeakGround = 0.3F;  // of the highlight colour
@@ -73,6 +74,24 @@ QStringList titleLines(const QString& title, const QFont& font, int width)
             QFontMetrics(font).elidedText(text.sliced(end).trimmed(), Qt::ElideMiddle, width)};
 }
 
+/// The title in bold, behind it the headings that the text stands under, as far as there is room.
+void drawHeadline(QPainter* painter, const QStyleOptionViewItem& option, const SearchHit& hit, QRect& rect)
+{
+    const QFont bold = titleFont(option);
+    const auto lines = titleLines(hit.title, bold, rect.width());
+    QRect rest = rect;
+    for (const auto& line : lines) {
+        rest = rect;
+        drawLine(painter, bold, line, Qt::ElideRight, rect);
+    }
+    const int used = QFontMetrics(bold).horizontalAdvance(lines.last());
+    if (!hit.section.isEmpty() && used + LeastSection < rest.width()) {
+        const QString section = QStringLiteral(" › ") + hit.section.join(QStringLiteral(" › "));
+        rest.setLeft(rest.left() + used);
+        drawLine(painter, option.font, section, Qt::ElideRight, rest);
+    }
+}
+
 /// The ground of a row: the current one tells by its strength whether keys go to the list. Returns the colour
 /// of text on it.
 QColor drawGround(QPainter* painter, const QStyleOptionViewItem& option)
@@ -100,9 +119,7 @@ void SearchDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
     painter->setClipRect(option.rect);
     QColor color = drawGround(painter, option);
     painter->setPen(color);
-    for (const auto& line : titleLines(hit.title, titleFont(option), rect.width())) {
-        drawLine(painter, titleFont(option), line, Qt::ElideRight, rect);
-    }
+    drawHeadline(painter, option, hit, rect);
     color.setAlphaF(PlaceOpacity);
     painter->setPen(color);
     drawLine(painter, placeFont(option), placeOf(hit), Qt::ElideMiddle, rect);

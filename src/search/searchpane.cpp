@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QLocale>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
@@ -46,7 +47,10 @@ void SearchPane::connectField()
 {
     connect(m_field, &QLineEdit::textChanged, this, &SearchPane::queryChanged);
     connect(m_field, &QLineEdit::returnPressed, this, &SearchPane::openBest);
-    connect(m_scope, &SearchScope::changed, this, &SearchPane::searchAgain);
+    connect(m_scope, &SearchScope::changed, this, [this] {
+        searchAgain();
+        Q_EMIT scopeChosen(m_scope->choice());
+    });
     connect(m_summary, &SearchSummary::nearestRequested, this,
             [this] { m_field->setText(m_answer.nearest); });
     connect(m_summary, &SearchSummary::indexingRequested, this, &SearchPane::indexingRequested);
@@ -111,6 +115,7 @@ void SearchPane::searchAgain()
 {
     m_request.query = m_field->text();
     m_request.contentsFiles = m_scope->contentsFiles();
+    m_request.languages = QLocale().uiLanguages();
     if (m_request.query.trimmed().isEmpty()) {
         clearHits();
     } else {
@@ -145,7 +150,7 @@ void SearchPane::showAnswer(const SearchAnswer& answer)
     m_summary->setAnswer(answer);
     m_list->setHint({});
     const QModelIndex current = m_list->currentIndex();
-    const QString page = isSameQuery && current.isValid() ? m_model->hit(current).page : QString();
+    const QString page = isSameQuery && current.isValid() ? m_model->hit(current).file : QString();
     m_model->setHits(answer.hits);
     if (!isSameQuery) {
         m_list->setCurrentIndex({});

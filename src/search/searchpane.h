@@ -20,6 +20,10 @@ public:
 
     /// The help sets that can be searched.
     void setHelpSets(const QList<SearchChoice>& sets);
+    /// The contents file of the help set that is read; empty for none.
+    void setCurrentSet(const QString& contentsFile) { m_scope->setCurrent(contentsFile); }
+    /// Where to search, see SearchScope::choice().
+    void setScope(const QStringList& choice) { m_scope->setChoice(choice); }
     /// See SearchSummary.
     void setIndexState(IndexState state, qsizetype unreadable);
     void showAnswer(const SearchAnswer& answer);
@@ -36,6 +40,8 @@ Q_SIGNALS:
     /// The user wants to see this page with what `query` finds in it.
     void pageRequested(const SearchHit& hit, const QString& query);
     void linkHovered(const QString& page);
+    /// The user has chosen where to search.
+    void scopeChosen(const QStringList& choice);
     /// The user wants the rest of the pages indexed.
     void indexingRequested();
     /// The user wants to know which pages could not be read.

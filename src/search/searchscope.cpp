@@ -17,56 +17,62 @@ QString menuText(QString text)
 } // namespace
 
 SearchScope::SearchScope(QWidget* parent)
-    : QComboBox(parent), m_menu(new QMenu(this)), m_allAction(m_menu->addAction(tr("&All help sets")))
+    : QComboBox(parent), m_menu(new QMenu(this)), m_allAction(m_menu->addAction(tr("&All help sets"))),
+      m_currentAction(m_menu->addAction(tr("The help set that is &read")))
 {
     setAccessibleName(tr("Where to search"));
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     addItem({}); // the choice in words
     m_menu->addSeparator();
     m_allAction->setCheckable(true);
-    connect(m_allAction, &QAction::triggered, this, [this] {
-        for (auto* action : std::as_const(m_setActions)) {
-            action->setChecked(false);
-        }
-        choose();
-    });
+    m_currentAction->setCheckable(true);
+    connect(m_allAction, &QAction::triggered, this, [this] { choose({}); });
+    connect(m_currentAction, &QAction::triggered, this, [this] { choose({CurrentSet.toString()}); });
     setHelpSets({});
 }
 
 void SearchScope::setHelpSets(const QList<SearchChoice>& sets)
 {
-    const QStringList before = contentsFiles();
     qDeleteAll(m_setActions);
     m_setActions.clear();
     for (const auto& set : sets) {
         auto* action = m_menu->addAction(menuText(set.title));
         action->setCheckable(true);
         action->setData(QStringList{set.contentsFile, set.title});
-        action->setChecked(before.contains(set.contentsFile));
-        connect(action, &QAction::triggered, this, &SearchScope::choose);
+        connect(action, &QAction::triggered, this, [this] {
+            QStringList files;
+            for (const auto* chosenAction : chosen()) {
+                files.append(chosenAction->data().toStringList().constFirst());
+            }
+            choose(files);
+        });
         m_setActions.append(action);
     }
     setHidden(sets.size() < 2);
     showChoice();
-    if (!m_wanted.isNull()) {
-        chooseOnly(m_wanted);
-    }
 }
 
 void SearchScope::chooseOnly(const QString& contentsFile)
 {
-    const auto isWanted = [&](const QAction* action) {
-        return action->data().toStringList().constFirst() == contentsFile;
-    };
-    m_wanted = contentsFile;
-    if (std::none_of(m_setActions.begin(), m_setActions.end(), isWanted)) {
+    choose({contentsFile});
+}
+
+void SearchScope::setCurrent(const QString& contentsFile)
+{
+    if (contentsFile == m_current) {
         return;
     }
-    m_wanted = QString();
-    for (auto* action : std::as_const(m_setActions)) {
-        action->setChecked(isWanted(action));
+    m_current = contentsFile;
+    if (m_currentAction->isChecked()) {
+        showChoice();
+        Q_EMIT changed();
     }
-    choose();
+}
+
+void SearchScope::setChoice(const QStringList& choice)
+{
+    m_choice = choice;
+    showChoice();
 }
 
 QList<QAction*> SearchScope::chosen() const
@@ -78,6 +84,9 @@ QList<QAction*> SearchScope::chosen() const
 
 QStringList SearchScope::contentsFiles() const
 {
+    if (m_currentAction->isChecked()) {
+        return m_current.isEmpty() ? QStringList() : QStringList(m_current);
+    }
     QStringList files;
     for (const auto* action : chosen()) {
         files.append(action->data().toStringList().constFirst());
@@ -85,20 +94,28 @@ QStringList SearchScope::contentsFiles() const
     return files;
 }
 
-void SearchScope::choose()
+void SearchScope::choose(const QStringList& choice)
 {
-    showChoice();
+    setChoice(choice);
     Q_EMIT changed();
 }
 
 void SearchScope::showChoice()
 {
     QStringList titles;
-    for (const auto* action : chosen()) {
-        titles.append(action->data().toStringList().constLast());
+    for (auto* action : std::as_const(m_setActions)) {
+        const auto fileAndTitle = action->data().toStringList();
+        action->setChecked(m_choice.contains(fileAndTitle.constFirst()));
+        if (action->isChecked()) {
+            titles.append(fileAndTitle.constLast());
+        }
     }
-    m_allAction->setChecked(titles.isEmpty());
-    const QString text = titles.isEmpty() ? tr("In all help sets") : tr("In %1").arg(titles.join(u", "));
+    const bool isCurrent = m_choice.size() == 1 && m_choice.constFirst() == CurrentSet;
+    m_currentAction->setChecked(isCurrent);
+    m_allAction->setChecked(!isCurrent && titles.isEmpty());
+    const QString text = isCurrent          ? tr("In the help set that is read")
+                         : titles.isEmpty() ? tr("In all help sets")
+                                            : tr("In %1").arg(titles.join(u", "));
     setItemText(0, text);
     setToolTip(QStringLiteral("<span>") + text.toHtmlEscaped() + QStringLiteral("</span>"));
 }

@@ -29,11 +29,27 @@ QString pages(qint64 count)
                       : SearchSummary::tr("%1 pages").arg(QLocale().toString(count));
 }
 
+/// What a dash was taken for.
+QString readingHtml(const SearchAnswer& answer)
+{
+    if (!answer.options.isEmpty()) {
+        const QString option = answer.options.constFirst();
+        return QStringLiteral("<br>") +
+               SearchSummary::tr("“%1” is taken for an option; -\"%2\" leaves out pages with the word.")
+                   .arg(option.toHtmlEscaped(), option.sliced(1).toHtmlEscaped());
+    }
+    return answer.excluded.isEmpty()
+               ? QString()
+               : QStringLiteral("<br>") + SearchSummary::tr("Pages with “%1” are left out.")
+                                              .arg(answer.excluded.join(u", ").toHtmlEscaped());
+}
+
 QString foundHtml(const SearchAnswer& answer)
 {
     if (answer.total > 0) {
         const auto time = std::max<qint64>(1, std::llround(answer.milliseconds));
-        return SearchSummary::tr("%1, %2 ms").arg(pages(answer.total), QLocale().toString(time));
+        return SearchSummary::tr("%1, %2 ms").arg(pages(answer.total), QLocale().toString(time)) +
+               readingHtml(answer);
     }
     QString none = SearchSummary::tr("No page has “%1”.").arg(queryHtml(answer.query));
     if (answer.nearest.isNull()) {

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QStringView>
+
+#include <string>
+#include <vector>
+
+/// What a title, a keyword or a query is the name of, folded and without blanks and signs, so that "hash
+/// map", "hash_map" and "HashMap" are the same. All may be empty.
+struct EntryName {
+    std::string whole; ///< of "5.2. Paths — an overview": "pathsanoverview"
+    std::string head;  ///< without explanations and arguments: "paths"
+    std::string last;  ///< of "std::vector::push_back" the last part: "pushback"
+    std::vector<std::string>
+        members;         ///< the last part with what it belongs to: "vectorpushback", "threadsleep"
+    std::string literal; ///< the head with its signs, where it begins or ends with some: "->>", "operator<<"
+    std::vector<std::string> initials; ///< of several words: "wal" of "Write-Ahead Logging"
+    int parts = 1;                     ///< of a qualified name
+};
+
+/// Knows numbers of chapters, arguments in brackets, and what stands behind dashes and commas.
+[[nodiscard]] EntryName readEntryName(QStringView text);
+
+/// Letters and digits of a text, folded.
+[[nodiscard]] std::string squeezed(QStringView text);

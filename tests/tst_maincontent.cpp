@@ -41,6 +41,31 @@ QString prepared(const QString& body)
     return preparePage(web(body), {}, Presentation::Reading).text;
 }
 
+/// What is hidden, and what is opened.
+void addHiddenParts()
+{
+    row("fixed bar", "<h1>T</h1><div class=side><a href=a>Next page</a></div>a", "T a");
+    row("alternatives", "<p><span><i hidden class=MAC>Cmd</i> <i hidden id=default1>Ctrl</i></span>+A",
+        "Ctrl+A");
+    row("alternative for this system",
+        "<p><i hidden class=WIN>a</i><i hidden class=UNIX>b</i><i hidden>c</i>", "b");
+    row("first alternative", "<p><i hidden class=WIN>a</i><i hidden class=MAC>b</i>", "a");
+    row("alternatives beside words", "<p>x<i hidden class=WIN>a</i><i hidden class=MAC>b</i>", "x");
+    row("hidden part", "<p>a<b hidden>b</b><b class=gone>c</b><b style='display: none'>d</b>", "a");
+    row("tabs", "<div role=tabpanel hidden>a</div><div role=tabpanel hidden>b</div>", "a b");
+    row("opened by a field", "<input type=checkbox><label>L</label><div class=gone>a</div>", "L a");
+    row("closed dialog", "<dialog>a</dialog><dialog open>b</dialog>", "b");
+    row("details", "<details><summary>S</summary>a</details>", "S a");
+    row("without scripts",
+        "<noscript><p>Please use scripts</p></noscript><p>This page is about something else.",
+        "This page is about something else.");
+    row("only without scripts", "<div id=app></div><noscript><h1>T</h1><p>a</p></noscript>", "T a");
+    row("frame of a script",
+        "<p>a<iframe src='javascript:void(0)' name=results></iframe>"
+        "<iframe src=b.html title=B></iframe>",
+        "a B");
+}
+
 } // namespace
 
 void TestMainContent::furniture_data()
@@ -88,26 +113,7 @@ void TestMainContent::furniture_data()
         "<h1>T</h1><form><p>Fill in what you know of yourself and of all others, please.</p>"
         "<input value=x></form>",
         "T Fill in what you know of yourself and of all others, please. x");
-    row("fixed bar", "<h1>T</h1><div class=side><a href=a>Next page</a></div>a", "T a");
-    row("alternatives", "<p><span><i hidden class=MAC>Cmd</i> <i hidden id=default1>Ctrl</i></span>+A",
-        "Ctrl+A");
-    row("alternative for this system",
-        "<p><i hidden class=WIN>a</i><i hidden class=UNIX>b</i><i hidden>c</i>", "b");
-    row("first alternative", "<p><i hidden class=WIN>a</i><i hidden class=MAC>b</i>", "a");
-    row("alternatives beside words", "<p>x<i hidden class=WIN>a</i><i hidden class=MAC>b</i>", "x");
-    row("hidden part", "<p>a<b hidden>b</b><b class=gone>c</b><b style='display: none'>d</b>", "a");
-    row("tabs", "<div role=tabpanel hidden>a</div><div role=tabpanel hidden>b</div>", "a b");
-    row("opened by a field", "<input type=checkbox><label>L</label><div class=gone>a</div>", "L a");
-    row("closed dialog", "<dialog>a</dialog><dialog open>b</dialog>", "b");
-    row("details", "<details><summary>S</summary>a</details>", "S a");
-    row("without scripts",
-        "<noscript><p>Please use scripts</p></noscript><p>This page is about something else.",
-        "This page is about something else.");
-    row("only without scripts", "<div id=app></div><noscript><h1>T</h1><p>a</p></noscript>", "T a");
-    row("frame of a script",
-        "<p>a<iframe src='javascript:void(0)' name=results></iframe>"
-        "<iframe src=b.html title=B></iframe>",
-        "a B");
+    addHiddenParts();
 }
 
 void TestMainContent::furniture()

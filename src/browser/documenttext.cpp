@@ -15,6 +15,8 @@
 namespace {
 
 constexpr int PixelsPerColumn = 10;
+constexpr int SpaceBefore = 10; // pixels that become an empty line
+constexpr int SpaceBehind = 5;
 constexpr int LeastWidth = 20; // columns
 constexpr int Unlimited = 1'000'000;
 
@@ -98,10 +100,10 @@ QList<int> fitted(QList<int> widths, int width)
     return widths;
 }
 
-int sumOf(const QList<int>& widths, int from, int count)
+int sumOf(const QList<int>& widths, int column, int span)
 {
-    int sum = TextGrid::Gap * (count - 1);
-    for (int i = from; i < from + count; ++i) {
+    int sum = TextGrid::Gap * (span - 1);
+    for (int i = column; i < column + span; ++i) {
         sum += widths[i];
     }
     return sum;
@@ -190,8 +192,8 @@ DocumentText::Lines DocumentText::linesOf(const QTextBlock& block, int width)
                         QString(std::min(room, widest(result.lines) - indent), level == 1 ? u'=' : u'-');
     }
     result.isItem = block.textList() != nullptr;
-    result.needsSpaceBefore = level > 0 || format.topMargin() >= PixelsPerColumn;
-    result.needsSpaceAfter = level > 0 || format.bottomMargin() >= PixelsPerColumn / 2;
+    result.needsSpaceBefore = level > 0 || format.topMargin() >= SpaceBefore;
+    result.needsSpaceAfter = level > 0 || format.bottomMargin() >= SpaceBehind;
     return result;
 }
 

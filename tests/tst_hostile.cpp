@@ -17,10 +17,12 @@ namespace {
 
 #ifdef QUENDA_SANITIZED
 constexpr rlim_t MaximumMemory = RLIM_INFINITY;
+constexpr rlim_t MaximumMemoryOfWindow = RLIM_INFINITY;
 constexpr rlim_t MaximumTime = 60; // seconds
 #else
-constexpr rlim_t MaximumMemory = 500 << 20; // bytes
-constexpr rlim_t MaximumTime = 10;          // seconds
+constexpr rlim_t MaximumMemory = 500 << 20;          // bytes
+constexpr rlim_t MaximumMemoryOfWindow = 1000 << 20; // shows a page while it is indexed
+constexpr rlim_t MaximumTime = 10;                   // seconds
 #endif
 constexpr int Patience = 100'000; // ms; a program that waits for ever takes no time of the processor
 constexpr int Many = 100'000;     // lines
@@ -129,11 +131,17 @@ private Q_SLOTS:
         make(*m_files);
         run({u"--dump"_s, u"a.cnt"_s});
         QCOMPARE(m_code, entries == Unreadable ? 1 : 0);
-        if (const auto found = QJsonDocument::fromJson(m_out).object(); entries != TooDeep) {
+        const auto found = QJsonDocument::fromJson(m_out).object();
+        if (entries != TooDeep) {
             QCOMPARE(found[u"contents"].toArray().size(), std::max(0, entries));
             QCOMPARE(ofReading(found[u"problems"].toArray()), problems);
         }
-        use();
+        const auto seen = use();
+        // The window opens nothing that is no text.
+        const bool isOpened = qstrcmp(QTest::currentDataTag(), "NUL bytes") != 0;
+        QCOMPARE(seen[u"rows"].toInt(), entries == TooDeep ? 1 : isOpened ? std::max(0, entries) : 0);
+        QCOMPARE(seen[u"keywords"].toInt(), found[u"index"].toArray().size());
+        QCOMPARE(seen[u"page"].toString().isEmpty(), entries <= 0 ? entries != TooDeep : !isOpened);
     }
 
     void oddFiles_data()
@@ -157,7 +165,7 @@ private Q_SLOTS:
         run({u"--dump"_s, u"a.cnt"_s});
         QCOMPARE(m_code, 0);
         QVERIFY(ofReading(QJsonDocument::fromJson(m_out)[u"problems"].toArray()) >= 2);
-        use();
+        QCOMPARE(use(u"a.cnt"_s, u"x"_s)[u"hits"].toInt(), 1);
     }
 
     void names_data()
@@ -191,7 +199,7 @@ private Q_SLOTS:
             QCOMPARE(found[u"index"][0][u"link"].toString(), m_files->path(name + u".html"_s));
             QCOMPARE(found[u"problems"].toArray().size(), 0);
         }
-        use(name + u".cnt"_s);
+        QCOMPARE(use(name + u".cnt"_s, u"x"_s)[u"hits"].toInt(), name.contains(u'\n') ? 0 : 1);
     }
 
     /// What another program does meanwhile must not hang or crash the reading of a file.
@@ -226,28 +234,38 @@ private Q_SLOTS:
     void pages_data()
     {
         QTest::addColumn<Make>("make");
-        const auto add = [](const char* name, const Make& make) { QTest::newRow(name) << make; };
+        addTexts("begin", "words"); // of the page shown; what the search finds it by
+        const auto add = [](const char* name, const Make& make, const char* begin = "",
+                            const char* words = "") {
+            QTest::newRow(name) << make << QString::fromUtf8(begin) << QString::fromUtf8(words);
+        };
+        const char* const beginning = "This is the beginning of a page that takes long to show.";
+        const char* const nothing = "This page cannot be shown The page holds nothing that can be shown here";
         const auto repeat = [](const char* html, int count) {
             return page(QByteArray(html).repeated(count));
         };
-        add("50 MB", repeat("<p>word word word word word word word word word word</p>\n", 900'000));
-        add("10,000 nested tables", repeat("<table><tr><td>x", 10'000));
-        add("100,000 nested tags", repeat("<div><b><ul><li>x", 25'000));
-        add("huge colspan", page("<table><tr><td colspan=2147483648 rowspan=2147483647>x<td colspan=-1>y"));
-        add("a million anchors", repeat("<a name=x></a>", 1'000'000));
-        add("one paragraph of 5 MB", page("<p>" + QByteArray("word ").repeated(1 << 20)));
-        add("one word of 1 MB", page("<p>" + QByteArray(1 << 20, 'x')));
-        add("20,000 missing pictures", repeat("<img src=none.png alt=x>", 20'000));
+        add("50 MB", repeat("<p>word word word word word word word word word word</p>\n", 900'000), beginning,
+            "word");
+        add("10,000 nested tables", repeat("<table><tr><td>x", 10'000), beginning, "x");
+        add("100,000 nested tags", repeat("<div><b><ul><li>x", 25'000), beginning, "x");
+        add("huge colspan", page("<table><tr><td colspan=2147483648 rowspan=2147483647>x<td colspan=-1>y"),
+            "x y", "x y");
+        add("a million anchors", repeat("<a name=x></a>", 1'000'000), beginning);
+        add("one paragraph of 5 MB", page("<p>" + QByteArray("word ").repeated(1 << 20)), beginning, "word");
+        add("one word of 1 MB", page("<p>" + QByteArray(1 << 20, 'x')), beginning);
+        add("20,000 missing pictures", repeat("<img src=none.png alt=x>", 20'000), "x x x");
         add("bomb of a picture",
             with(page("<img src=a.bmp width=2147483647 height=2147483647><img src=a.svg>"),
                  with(file("BM\x36\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x60\xea\0\0\x60\xea\0\0\1\0\x18\0"_ba +
                                QByteArray(24, '\0'),
                            "a.bmp"),
-                      file(svgBomb(), "a.svg"))));
+                      file(svgBomb(), "a.svg"))),
+            nothing);
         add("pictures that are no files",
             with(page("<img src=pipe.png><img src=/dev/zero><img src=.><link rel=stylesheet href=pipe.png>"
                       "<link rel=stylesheet href=/dev/zero><style>@import url(pipe.png);</style>"),
-                 odd("pipe", "pipe.png")));
+                 odd("pipe", "pipe.png")),
+            nothing);
         add("SVG pictures that lead on to a pipe",
             with(
                 page("<img src=a.svg><img src=b.svg><img src=c.svg>"),
@@ -258,7 +276,8 @@ private Q_SLOTS:
                                     "b.svg"),
                                file(svg({}, "<image xlink:href='data:image/png;base64," +
                                                 svg({}, "<image xlink:href='pipe.png'/>").toBase64() + "'/>"),
-                                    "c.svg"))))));
+                                    "c.svg"))))),
+            "\uFFFC");
         add("references outward",
             page(
                 "<base href=http://127.0.0.1:9/><meta http-equiv=refresh content='0;url=http://127.0.0.1:9/'>"
@@ -267,19 +286,28 @@ private Q_SLOTS:
                 "<img src=http://127.0.0.1:9/a.png><img src=//127.0.0.1/x.png><img src=file://host/x.png>"
                 "<img src='data:image/png;base64,AAAA'><script>x</script><iframe "
                 "src=http://127.0.0.1:9/></iframe>"
-                "<form action=http://127.0.0.1:9/><input></form>text"));
-        add("leads on to itself", page("<meta http-equiv=refresh content='0;url=a.html'>text"));
-        add("leads on to a device", page("<meta http-equiv=refresh content='0;url=/dev/zero'>text"));
-        add("rich-text marker", page("<qt><p>text</qt>"));
-        add("pipe as page", with(file("p = a.html"), odd("pipe", "a.html")));
-        add("device as page", file("p = /dev/zero"));
+                "<form action=http://127.0.0.1:9/><input></form>text"),
+            "x http://127.0.0.1:9/ text", "text");
+        add("leads on to itself", page("<meta http-equiv=refresh content='0;url=a.html'>text"), "text",
+            "text");
+        add("leads on to a device", page("<meta http-equiv=refresh content='0;url=/dev/zero'>text"),
+            "This page cannot be shown This is not a regular file.", "text");
+        add("rich-text marker", page("<qt><p>text</qt>"), "text", "text");
+        add("pipe as page", with(file("p = a.html"), odd("pipe", "a.html")),
+            "This page cannot be shown This is not a regular file.");
+        add("device as page", file("p = /dev/zero"), "This page cannot be shown There is no such file.");
     }
 
     void pages()
     {
         QFETCH(const Make, make);
+        QFETCH(const QString, begin);
+        QFETCH(const QString, words);
         make(*m_files);
-        use();
+        const auto seen = use(u"a.cnt"_s, words.isEmpty() ? u"no such"_s : words);
+        QVERIFY2(!begin.isEmpty() && seen[u"page"].toString().startsWith(begin),
+                 qUtf8Printable(seen[u"page"].toString()));
+        QCOMPARE(seen[u"hits"].toInt(), words.isEmpty() ? 0 : 1);
     }
 
     void cleanup() { tellAfterFailure(); }
@@ -309,18 +337,19 @@ private:
     }
 
     /// Runs the program to its end, which must come within the limits.
-    void run(const QStringList& arguments) { run(testProgram(), arguments); }
+    void run(const QStringList& arguments) { run(testProgram(), arguments, MaximumMemory); }
 
-    void run(const QString& program, const QStringList& arguments)
+    void run(const QString& program, const QStringList& arguments, rlim_t maximum)
     {
         QProcess process;
         auto environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"XDG_CONFIG_HOME"_s, m_files->path(u"config"_s));
+        environment.insert(u"XDG_CACHE_HOME"_s, m_files->path(u"cache"_s));
         environment.insert(u"PATH"_s, m_files->path(u"bin"_s));
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(m_files->path({}));
-        process.setChildProcessModifier([] {
-            const rlimit memory{MaximumMemory, MaximumMemory};
+        process.setChildProcessModifier([maximum] {
+            const rlimit memory{maximum, maximum};
             ::setrlimit(RLIMIT_DATA, &memory);
             const rlimit time{MaximumTime, MaximumTime};
             ::setrlimit(RLIMIT_CPU, &time);
@@ -334,11 +363,15 @@ private:
         QVERIFY(!QFileInfo::exists(m_files->path(u"started"_s)));
     }
 
-    /// Uses the help set in the window.
-    void use(const QString& name = u"a.cnt"_s)
+    /// Uses the help set in the window; what was seen there.
+    QJsonObject use(const QString& name = u"a.cnt"_s, const QString& words = u"no such"_s)
     {
-        run(m_driver, {name});
-        QCOMPARE(m_code, 0);
+        run(m_driver, {words, name}, MaximumMemoryOfWindow);
+        const auto seen = QJsonDocument::fromJson(m_out).object();
+        if (m_code != 0 || !seen[u"readable"].toBool() || seen[u"hits"].toInt() < 0) {
+            QTest::qFail(m_out, __FILE__, __LINE__);
+        }
+        return seen;
     }
 
     QString m_driver;

@@ -7,6 +7,7 @@
 #include <QPixmapCache>
 #include <QRandomGenerator>
 #include <QSettings>
+#include <QToolBar>
 
 #include <functional>
 #include <malloc.h>
@@ -88,34 +89,175 @@ qint64 heapSize()
 #endif
 }
 
-/// Uses a window at random.
+/// What the browser's history has to be like after what has happened.
+class HistoryModel {
+public:
+    HistoryModel(HelpBrowser& browser, const HelpLibrary& library) : m_browser(browser), m_library(library)
+    {
+        QObject::connect(&browser, &HelpBrowser::syncEnabled, &m_context, [this] { moved(); });
+    }
+
+    void goBack(const std::function<void()>& act) { step(m_back, m_forward, act); }
+    void goForward(const std::function<void()>& act) { step(m_forward, m_back, act); }
+    void goHome(const std::function<void()>& act)
+    {
+        m_current = {};
+        m_forward.clear();
+        act();
+    }
+
+    /// Pages of the help sets that go leave the history; what was read before comes back.
+    void remove(const std::function<void()>& act)
+    {
+        m_isWatching = false;
+        act();
+        m_isWatching = true;
+        const auto roots = m_library.roots();
+        const auto isGone = [&](const Visit& visit) {
+            return roots.empty() || (visit.root != nullptr &&
+                                     std::find(roots.begin(), roots.end(), visit.root) == roots.end());
+        };
+        for (auto* list : {&m_back, &m_forward}) {
+            std::erase_if(*list, isGone);
+        }
+        const bool isLost = m_current.record != nullptr && isGone(m_current);
+        m_current = isLost ? Visit() : m_current;
+        if (isGone(m_home)) {
+            m_home = m_back.empty() ? m_current : m_back.front();
+        }
+        const auto isSame = [](const Visit& a, const Visit& b) { return a.record == b.record; };
+        for (auto* list : {&m_back, &m_forward}) {
+            list->erase(std::unique(list->begin(), list->end(), isSame), list->end());
+            if (!list->empty() && isSame(list->back(), m_current)) {
+                list->pop_back();
+            }
+        }
+        if (isLost && m_back.empty()) {
+            forget();
+        } else if (isLost) {
+            m_current = m_back.back();
+            m_back.pop_back();
+        }
+    }
+
+    void compare(const std::function<bool(const char*)>& isEnabled) const
+    {
+        QCOMPARE(isEnabled("goBackAction"), !m_back.empty());
+        QCOMPARE(isEnabled("goForwardAction"), !m_forward.empty());
+        QCOMPARE(isEnabled("goHomeAction"), m_current.key != nullptr && m_current.key != m_home.key);
+        const auto* shown = m_browser.getCurrentLink();
+        QCOMPARE(visit(shown).key, m_current.key);
+        const auto* row = shown == nullptr ? nullptr : shown->listViewItem;
+        QCOMPARE(isEnabled("goSyncAction"), row != nullptr);
+        QCOMPARE(isEnabled("goUpAction"), row != nullptr && row->parent != nullptr);
+    }
+
+private:
+    struct Visit {
+        QString key;                  ///< null for none
+        const void* record = nullptr; ///< may be gone
+        const HelpContentsRoot* root = nullptr;
+        bool isBlank = true;
+    };
+
+    [[nodiscard]] Visit visit(const HelpContentsItem* record) const
+    {
+        if (record == nullptr) {
+            return {};
+        }
+        // Those that open no file are told apart by what they are.
+        const QString key = record->target == EntryTarget::Page ? HelpLibrary::absoluteName(record->page())
+                                                                : QString::number(quintptr(record));
+        const auto roots = m_library.roots();
+        const auto root = std::find_if(roots.begin(), roots.end(), [record](const auto* candidate) {
+            return HelpLibrary::belongsTo(*record, *candidate);
+        });
+        return {key, record, root == roots.end() ? nullptr : *root, record->page().trimmed().isEmpty()};
+    }
+
+    void moved()
+    {
+        const Visit now = visit(m_browser.getCurrentLink());
+        if (!m_isWatching || now.key == m_current.key) {
+            return;
+        }
+        if (now.key == nullptr) {
+            forget();
+        } else {
+            if (m_current.key != nullptr && !m_current.isBlank) {
+                m_back.push_back(m_current);
+            }
+            m_forward.clear();
+            m_home = m_home.key == nullptr ? now : m_home;
+            m_current = now;
+        }
+    }
+
+    void forget()
+    {
+        m_back.clear();
+        m_forward.clear();
+        m_home = m_current = {};
+    }
+
+    void step(std::vector<Visit>& from, std::vector<Visit>& to, const std::function<void()>& act)
+    {
+        m_isWatching = false;
+        act();
+        m_isWatching = true;
+        if (!from.empty()) {
+            to.push_back(m_current);
+            m_current = from.back();
+            from.pop_back();
+        }
+    }
+
+    HelpBrowser& m_browser;
+    const HelpLibrary& m_library;
+    QObject m_context;
+    Visit m_current, m_home;
+    std::vector<Visit> m_back, m_forward; ///< the next page is the last
+    bool m_isWatching = true;
+};
+
+/// Uses a window at random, and compares it after each step with what has happened.
 class Monkey {
 public:
-    Monkey(WindowUser& user, quint32 seed, const QStringList& files)
-        : m_user(user), m_random(seed), m_files(files)
+    Monkey(WindowUser& user, HistoryModel& history, quint32 seed, const QStringList& files)
+        : m_user(user), m_history(history), m_random(seed), m_files(files)
     {
     }
 
     void step()
     {
-        m_acts[pick(m_acts.size())]();
+        const auto& [name, act] = m_acts[pick(m_acts.size())];
+        m_done += QString::fromUtf8(name);
+        act();
         if (pick(3) > 0) {
             QTest::qWait(int(pick(3)));
+        }
+        m_user.window().show(); // Exit closes it
+        compare();
+        if (QTest::currentTestFailed()) {
+            qInfo("%s", qUtf8Printable(m_done.join(u", "_s)));
         }
     }
 
     void end()
     {
+        m_user.typeQuery({}); // a page that Return was pressed for may still be coming
         m_user.waitUntilLoaded();
         while (auto* entry = menuEntry("removeMenu")) {
-            entry->trigger();
+            m_history.remove([&] { entry->trigger(); });
         }
         m_user.waitUntilLoaded();
         m_user.trigger("viewZoomResetAction");
         m_user.window().resize(900, 620); // what it is drawn on counts, too
         m_user.waitUntilLoaded();
-        QVERIFY(m_user.library().isEmpty());
+        QVERIFY(m_user.library().roots().empty());
         QVERIFY(m_user.library().keywordIndex().rows().empty());
+        QCOMPARE(m_user.search(u"alpha"_s), 0);
+        compare();
     }
 
 private:
@@ -128,28 +270,82 @@ private:
         return entries.isEmpty() ? nullptr : entries[qsizetype(pick(size_t(entries.size())))];
     }
 
-    void chooseEntry(const char* menu)
+    void removeSet()
     {
-        if (auto* entry = menuEntry(menu)) {
+        if (auto* entry = menuEntry("removeMenu")) {
+            m_history.remove([&] { entry->trigger(); });
+        }
+    }
+
+    void showSet()
+    {
+        if (auto* entry = menuEntry("installedMenu")) {
             entry->trigger();
         }
     }
 
-    void triggerAny()
-    {
-        static constexpr std::array actions{
-            "editCopyAction",     "editFindAction",      "editFindNextAction",  "editFindPreviousAction",
-            "viewZoomInAction",   "viewZoomOutAction",   "viewZoomResetAction", "viewReadingAction",
-            "viewContentsAction", "viewGoToolbarAction", "viewSettingsAction",  "helpManualAction",
-            "helpAboutAction"};
-        m_user.trigger(actions[pick(actions.size())]);
-    }
+    /// All there are.
+    void command() { trigger(*m_user.commands()[qsizetype(pick(size_t(m_user.commands().size())))]); }
 
     void go()
     {
         static constexpr std::array actions{"goBackAction", "goBackAction", "goForwardAction",
                                             "goUpAction",   "goHomeAction", "goSyncAction"};
-        m_user.trigger(actions[pick(actions.size())]);
+        trigger(*m_user.window().findChild<QAction*>(QLatin1StringView(actions[pick(actions.size())])));
+    }
+
+    void trigger(QAction& action)
+    {
+        m_done += action.objectName();
+        const auto act = [&action] { action.trigger(); };
+        if (action.objectName() == u"goBackAction") {
+            m_history.goBack(act);
+        } else if (action.objectName() == u"goForwardAction") {
+            m_history.goForward(act);
+        } else if (action.objectName() == u"goHomeAction" && action.isEnabled()) {
+            m_history.goHome(act);
+        } else {
+            act();
+        }
+    }
+
+    void search()
+    {
+        static const QStringList texts{u"alpha"_s, u"x"_s, u"start text"_s, u"\"no such"_s, u"b* -a OR"_s};
+        const QString& text = texts[qsizetype(pick(size_t(texts.size())))];
+        if (pick(2) == 0) {
+            m_user.typeQuery(text);
+        } else {
+            QVERIFY(m_user.search(text) >= 0);
+        }
+        QTest::keyClick(m_user.the<SearchPane>().findChild<QLineEdit*>(), Qt::Key_Return);
+    }
+
+    /// Commands, panes and menus are as the page, the selection and what is open ask for.
+    void compare()
+    {
+        const auto& browser = m_user.browser();
+        const auto isEnabled = [this](const char* name) {
+            return m_user.window().findChild<QAction*>(QLatin1StringView(name))->isEnabled();
+        };
+        const auto isChecked = [this](const char* name) {
+            return m_user.window().findChild<QAction*>(QLatin1StringView(name))->isChecked();
+        };
+        for (const auto* name : {"filePrintAction", "filePreviewAction", "fileExportAction", "editFindAction",
+                                 "editFindNextAction", "editFindPreviousAction", "viewZoomInAction",
+                                 "viewZoomOutAction", "viewZoomResetAction"}) {
+            QVERIFY2(isEnabled(name) == (browser.hasPage() && browser.isVisibleTo(&m_user.window())), name);
+        }
+        QVERIFY(isEnabled("editCopyAction") ? browser.hasPage() : !browser.textCursor().hasSelection());
+        m_history.compare(isEnabled);
+        QCOMPARE(isChecked("viewReadingAction"), browser.isReadingView());
+        QCOMPARE(isChecked("viewContentsAction"), m_user.the<QTabWidget>().isVisible());
+        QCOMPARE(isChecked("viewGoToolbarAction"), m_user.the<QToolBar>().isVisible());
+        const auto* outline = m_user.window().findChild<QMenu*>(u"outlineMenu"_s);
+        QCOMPARE(outline->isEnabled(), browser.hasPage() && !browser.page().prepared.headings.empty());
+        const auto* removal = m_user.window().findChild<QMenu*>(u"removeMenu"_s);
+        QCOMPARE(removal->isEnabled(), !removal->isEmpty());
+        QCOMPARE(removal->actions().size(), qsizetype(m_user.library().roots().size()));
     }
 
     void pressKey()
@@ -159,6 +355,9 @@ private:
                                          Qt::Key_Home, Qt::Key_End,    Qt::Key_F6,     Qt::Key_A};
         const auto modifiers = pick(3) == 0 ? Qt::ControlModifier : Qt::NoModifier;
         auto* widget = QApplication::focusWidget();
+        if (widget == &m_user.the<HelpContentsListView>()) {
+            widget = &m_user.browser(); // pages passed by in the tree leave the history, but not at once
+        }
         QTest::keyClick(widget != nullptr ? widget : &m_user.window(), keys[pick(keys.size())], modifiers);
     }
 
@@ -169,24 +368,29 @@ private:
     }
 
     WindowUser& m_user;
+    HistoryModel& m_history;
+    QStringList m_done;
     QRandomGenerator m_random;
     QStringList m_files;
-    const std::vector<std::function<void()>> m_acts{
-        [this] { m_user.open(anyFile()); },
-        [this] { chooseEntry("removeMenu"); },
-        [this] { chooseEntry("installedMenu"); },
-        [this] { m_user.window().showInstalled(anyFile()); },
-        [this] { go(); },
-        [this] { go(); },
-        [this] { m_user.clickRow(int(pick(15)), pick(3) == 0); },
-        [this] { m_user.clickRow(int(pick(15)), pick(3) == 0); },
-        [this] { lookUp(); },
-        [this] { m_user.followLink(pick(8)); },
-        [this] { m_user.followLink(pick(8)); },
-        [this] { pressKey(); },
-        [this] { pressKey(); },
-        [this] { triggerAny(); },
-        [this] { m_user.window().resize(int(pick(1200)), int(pick(900))); },
+    const std::vector<std::pair<const char*, std::function<void()>>> m_acts{
+        {"open", [this] { m_user.open(anyFile()); }},
+        {"remove", [this] { removeSet(); }},
+        {"installed", [this] { showSet(); }},
+        {"show", [this] { m_user.window().showInstalled(anyFile()); }},
+        {"go", [this] { go(); }},
+        {"go", [this] { go(); }},
+        {"go", [this] { go(); }},
+        {"row", [this] { m_user.clickRow(int(pick(15)), pick(3) == 0); }},
+        {"row", [this] { m_user.clickRow(int(pick(15)), pick(3) == 0); }},
+        {"look up", [this] { lookUp(); }},
+        {"link", [this] { m_user.followLink(pick(8)); }},
+        {"link", [this] { m_user.followLink(pick(8)); }},
+        {"key", [this] { pressKey(); }},
+        {"key", [this] { pressKey(); }},
+        {"command", [this] { command(); }},
+        {"command", [this] { command(); }},
+        {"search", [this] { search(); }},
+        {"resize", [this] { m_user.window().resize(int(pick(1200)), int(pick(900))); }},
     };
 };
 
@@ -207,7 +411,9 @@ private Q_SLOTS:
         m_sets += qEnvironmentVariable("QUENDA_MONKEY_SETS").split(u':', Qt::SkipEmptyParts);
         QSettings().clear();
         QSettings().setValue(u"HelpMainWindow/contentsInstalled"_s, m_sets);
+        QApplication::setQuitOnLastWindowClosed(false);
         m_user = std::make_unique<WindowUser>();
+        m_history = std::make_unique<HistoryModel>(m_user->browser(), m_user->library());
         for (auto* model :
              {m_user->the<HelpContentsListView>().model(), m_user->the<HelpIndexListBox>().model()}) {
             new QAbstractItemModelTester(model, QAbstractItemModelTester::FailureReportingMode::QtTest,
@@ -229,8 +435,8 @@ private Q_SLOTS:
     {
         QFETCH(const quint32, seed);
         QTest::failOnWarning(QRegularExpression(u"^(Q[A-Z]|ASSERT|connect)"_s));
-        Monkey monkey(*m_user, seed, m_sets);
-        for (int i = 0; i < Steps; ++i) {
+        Monkey monkey(*m_user, *m_history, seed, m_sets);
+        for (int i = 0; i < Steps && !QTest::currentTestFailed(); ++i) {
             monkey.step();
         }
         monkey.end();
@@ -242,6 +448,7 @@ private Q_SLOTS:
     {
         const qint64 growth = heapSize() - m_warmSize;
         qInfo("%lld bytes more after %d sequences", growth, m_done);
+        m_history.reset();
         m_user.reset();
         QVERIFY(m_done <= WarmUp || growth < MaximumGrowth);
     }
@@ -250,6 +457,7 @@ private:
     TemporaryFiles m_files{Sets};
     QStringList m_sets;
     std::unique_ptr<WindowUser> m_user;
+    std::unique_ptr<HistoryModel> m_history;
     int m_done = 0;
     qint64 m_warmSize = 0;
 };

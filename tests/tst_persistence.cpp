@@ -86,6 +86,7 @@ private Q_SLOTS:
     void damagedGeometry_data();
     void damagedGeometry();
     void largerThanTheScreen();
+    void maximisedComesBack();
     void panesComeBack();
     void lastPageComesBack();
     void nothingOpen();
@@ -295,6 +296,20 @@ void TestPersistence::largerThanTheScreen()
     const QSize screen = run.window.screen()->availableGeometry().size();
     QVERIFY(run.window.width() <= screen.width() && run.window.width() > screen.width() - 20);
     QCOMPARE(run.window.height(), 300);
+}
+
+void TestPersistence::maximisedComesBack()
+{
+    {
+        Run run;
+        run.window.resize(640, 480);
+        run.window.showMaximized();
+        QTRY_VERIFY(run.window.width() > 640);
+    }
+    Run run;
+    QVERIFY(run.window.isMaximized());
+    run.window.showNormal();
+    QCOMPARE(run.window.size(), QSize(640, 480));
 }
 
 void TestPersistence::panesComeBack()

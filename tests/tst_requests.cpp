@@ -84,26 +84,6 @@ private Q_SLOTS:
         QCOMPARE(runShell(u"cd sub && \"$0\" --isinstall a.cnt"_s).code, 1);
     }
 
-    void noRequests()
-    {
-        // They start the viewer, which shows a window until it is closed.
-        const QString viewer = u"QT_QPA_PLATFORM=offscreen exec \"$0\" "_s;
-        std::vector<std::unique_ptr<QProcess>> viewers;
-        for (const auto* arguments :
-             {u"--INSTALL a.cnt", u"--install", u"--install a.cnt b.cnt", u"install a.cnt"}) {
-            viewers.push_back(start({u"sh"_s, viewer + QStringView(arguments)}));
-        }
-        QTest::qWait(1000);
-        for (const auto& process : viewers) {
-            QCOMPARE(process->state(), QProcess::Running);
-            QCOMPARE(process->readAllStandardOutput(), QByteArray());
-            QVERIFY(process->readAllStandardError().contains("' cannot be opened: no such file.\n"));
-            process->kill();
-            process->waitForFinished();
-        }
-        QCOMPARE(stored(), QString());
-    }
-
     void unwritableStore()
     {
         // A file where a directory is needed stops root, too.

@@ -9,22 +9,25 @@
 #include "mainwindow/helpmainwindow.h"
 #include "pages/linkcode.h"
 #include "pages/preparedpage.h"
+#include "search/searchlist.h"
+#include "search/searchpane.h"
+#include "search/searchsummary.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QLineEdit>
+#include <QRegularExpression>
 #include <QTabWidget>
 #include <QTest>
 #include <QTextBlock>
 #include <QTimer>
 
-/// A window with a library of its own, and what a user does to it with mouse and keyboard. Dialogs and menus
-/// that come up are closed soon.
+/// A window with a library of its own, and what a user does to it with mouse and keyboard. Its help sets are
+/// indexed, and it remembers its state. Dialogs and menus that come up are closed soon.
 class WindowUser {
 public:
     WindowUser()
     {
-        m_window.setPersistent(false);
         m_window.resize(900, 620); // NOLINT(*-magic-numbers)
         m_window.show();
         QObject::connect(&m_closer, &QTimer::timeout, [] {
@@ -35,6 +38,16 @@ public:
             }
         });
         m_closer.start(1);
+    }
+
+    void leaveDialogsOpen() { m_closer.stop(); }
+    /// The modal dialog that is open, as soon as there is one.
+    template <typename Dialog>
+    [[nodiscard]] static Dialog* openDialog()
+    {
+        const auto open = [] { return qobject_cast<Dialog*>(QApplication::activeModalWidget()); };
+        [[maybe_unused]] const bool isOpen = QTest::qWaitFor([&] { return open() != nullptr; });
+        return open();
     }
 
     [[nodiscard]] HelpMainWindow& window() { return m_window; }
@@ -58,6 +71,13 @@ public:
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         }
         QCoreApplication::processEvents();
+    }
+
+    /// All of the window's.
+    [[nodiscard]] QList<QAction*> commands()
+    {
+        return m_window.findChildren<QAction*>(QRegularExpression(QStringLiteral("^[a-z].*Action$")),
+                                               Qt::FindDirectChildrenOnly);
     }
 
     void trigger(const char* action)
@@ -96,6 +116,34 @@ public:
         QTest::keyClick(field, Qt::Key_Return);
     }
 
+    /// Types into the field of the search.
+    void typeQuery(const QString& words)
+    {
+        trigger("editSearchAllAction");
+        auto* field = the<SearchPane>().findChild<QLineEdit*>();
+        field->clear();
+        QTest::keyClicks(field, words);
+    }
+
+    /// Searches when all pages are indexed; the pages found, -1 when there is no answer.
+    int search(const QString& words)
+    {
+        for (const auto& query : {words, words}) { // the first answer may be about a part of the pages
+            typeQuery(query);
+            const bool isAnswered = QTest::qWaitFor(
+                [this] {
+                    const QString text = the<SearchSummary>().text();
+                    return !text.contains(SearchSummary::tr("Pages are still being indexed.")) &&
+                           (the<SearchList>().model()->rowCount() > 0 || text.contains(u"No page has"));
+                },
+                MaximumWait);
+            if (!isAnswered) {
+                return -1;
+            }
+        }
+        return the<SearchList>().model()->rowCount();
+    }
+
     /// Clicks the first of the page's own links with at least this number, not the one that shows more of the
     /// page.
     void followLink(size_t number)
@@ -115,6 +163,8 @@ public:
     }
 
 private:
+    static constexpr int MaximumWait = 60'000; // ms
+
     [[nodiscard]] QTextCursor linkPlace(const QString& code)
     {
         constexpr int fewBlocks = 2000;

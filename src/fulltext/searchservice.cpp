@@ -212,6 +212,8 @@ private:
             }
         };
         const auto ready = [&](const SearchableSet& set) {
+            // A set that is removed at this moment must be so after it has been added.
+            const std::lock_guard lock(m_mutex);
             if (!stop.stop_requested()) {
                 m_searching.change([set](SearchEngine& engine) { engine.add(set); });
             }

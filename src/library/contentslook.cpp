@@ -54,7 +54,7 @@ QString whyNoContentsFile(const QString& fileName)
         return {};
     }
     const QByteArray& bytes = read.value();
-    if (bytes.trimmed().isEmpty()) {
+    if (bytes.size() < LookedAt && bytes.trimmed().isEmpty()) {
         return QCoreApplication::translate("ContentsLook", "it is empty");
     }
     if (isPacked(bytes)) {

@@ -240,7 +240,7 @@ QString HelpMainWindow::insertContents(const QString& fileName)
     if (!refusal) {
         return {};
     }
-    const QString notice = ContentsFiles::describe(fileName, *refusal);
+    QString notice = ContentsFiles::describe(fileName, *refusal);
     m_wasRefused = true;
     m_keeper->addNotice(notice);
     showLinkInStatusBar(notice);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -23,12 +24,8 @@ public:
     /// Whether there may be all that is needed.
     [[nodiscard]] bool mayHave(const Needs& needs) const
     {
-        for (const uint16_t need : needs) {
-            if (need != 0 && m_counts[need] == 0) {
-                return false;
-            }
-        }
-        return true;
+        return std::all_of(needs.begin(), needs.end(),
+                           [this](uint16_t need) { return need == 0 || m_counts[need] > 0; });
     }
 
 private:

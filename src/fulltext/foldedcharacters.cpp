@@ -128,7 +128,7 @@ bool foldMark(std::string& folded, char32_t mark)
     if (begin == folded.size() || begin == 0) {
         return false;
     }
-    const QString two = QString::fromUtf8(folded.data() + begin - 1, qsizetype(folded.size() - begin + 1)) +
+    const QString two = QString::fromUtf8(folded.data() + begin - 1, qsizetype(folded.size() - begin) + 1) +
                         QString::fromUcs4(&mark, 1);
     // Marks of half width are blanks of their own unless they are taken apart.
     const QString one =

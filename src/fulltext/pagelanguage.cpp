@@ -55,7 +55,7 @@ std::string pageLanguage(std::string_view declared, const Words& words)
             const auto& usual = Languages[language].words;
             found[language] += std::find(usual.begin(), usual.end(), word) != usual.end() ? 1 : 0;
         }
-        const auto byWriting = denseLanguage(word);
+        auto byWriting = denseLanguage(word);
         if (byWriting == "ko") {
             return byWriting;
         }

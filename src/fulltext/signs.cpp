@@ -13,7 +13,7 @@ constexpr std::string_view SignCharacters = "!#$%&*+-./:<=>?@\\^|~";
 constexpr auto SignTable = [] {
     std::array<bool, 128> table{};
     for (const char c : SignCharacters) {
-        table[size_t(c)] = true;
+        table[static_cast<unsigned char>(c)] = true;
     }
     return table;
 }();
@@ -32,7 +32,8 @@ bool consistsOf(std::string_view run, std::string_view characters)
 
 bool Signs::isSign(char c)
 {
-    return static_cast<unsigned char>(c) < SignTable.size() && SignTable[size_t(c)];
+    const auto code = static_cast<unsigned char>(c);
+    return code < SignTable.size() && SignTable[code];
 }
 
 bool Signs::isApart(char c)

@@ -69,7 +69,7 @@ QString headlineOf(const SearchHit& hit)
 
 QString placeOf(const SearchHit& hit)
 {
-    const QString place = (QStringList(hit.helpSet) + hit.path).join(QStringLiteral(" › "));
+    QString place = (QStringList(hit.helpSet) + hit.path).join(QStringLiteral(" › "));
     if (hit.copies.isEmpty()) {
         return place;
     }

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 # Sourced by ./run, ./test, .ci/run, fuzz/run and bench/run: the Debian packages that they need.
 
-build_packages=(g++ cmake ninja-build qt6-base-dev libfontconfig-dev libsqlite3-dev libstemmer-dev)
+build_packages=(g++ cmake ninja-build qt6-base-dev libfontconfig-dev libsqlite3-dev libstemmer-dev zlib1g-dev)
 run_packages=(fonts-dejavu-core libqt6svg6)
 test_packages=(poppler-utils strace)
 check_packages=(clang-format clang-tidy python3)

@@ -32,7 +32,10 @@ public:
             // The viewer goes to the first row after each file, so that is the current one when the next is
             // loaded.
             const auto& rows = m_library.topRows();
-            complete &= m_library.loadContents(fileName, rows.empty() ? nullptr : rows.front()).readable;
+            complete &= m_library
+                            .loadContents(HelpLibrary::placeOf(fileName).helpSet,
+                                          rows.empty() ? nullptr : rows.front())
+                            .readable;
         }
         m_library.buildIndex();
         const auto read = m_library.problems();

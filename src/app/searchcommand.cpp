@@ -113,7 +113,7 @@ std::vector<std::optional<Indexed>> index(const QStringList& files, SearchEngine
     };
     for (const auto& file : files) {
         HelpLibrary library;
-        const auto loaded = library.loadContents(file, nullptr);
+        const auto loaded = library.loadContents(HelpLibrary::placeOf(file).helpSet, nullptr);
         if (!loaded.readable) {
             complain(translated(R"("%1" cannot be read)").arg(file));
             all.emplace_back();

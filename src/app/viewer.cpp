@@ -40,7 +40,8 @@ QStringList remainingFileNames(int argc, char* argv[])
 void readAhead(HelpLibrary& library, const QStringList& fileNames)
 {
     constexpr qint64 largeFile = 1 << 17; // bytes
-    for (const auto& fileName : fileNames) {
+    for (const auto& named : fileNames) {
+        const QString fileName = HelpLibrary::placeOf(named).helpSet;
         if (const QFileInfo info(fileName); info.isFile() && info.size() >= largeFile) {
             library.readAhead(fileName);
         }

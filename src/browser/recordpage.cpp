@@ -2,6 +2,7 @@
 #include "browser/recordpage.h"
 
 #include "library/helplibrary.h"
+#include "sources/pagefiles.h"
 
 #include <QCoreApplication>
 
@@ -100,7 +101,7 @@ BuiltinPage makeErrorPage(const QString& name, const QString& reason, const QStr
     BuiltinPage page;
     page.title = text(QT_TRANSLATE_NOOP("RecordPage", "This page cannot be shown"));
     page.text = reason;
-    addFact(page, text(QT_TRANSLATE_NOOP("RecordPage", "Page:")), name);
+    addFact(page, text(QT_TRANSLATE_NOOP("RecordPage", "Page:")), readablePageName(name));
     addOrigin(page, helpSet, namedBy);
     return page;
 }

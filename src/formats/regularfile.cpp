@@ -54,6 +54,8 @@ QString describe(FileError error)
         return QCoreApplication::translate("FileError", "it is not readable");
     case FileError::TooLarge:
         return QCoreApplication::translate("FileError", "it is larger than 1 GiB");
+    case FileError::UnknownKind:
+        return QCoreApplication::translate("FileError", "it is no documentation of a known kind");
     }
     return {};
 }

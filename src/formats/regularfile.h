@@ -17,7 +17,8 @@ enum class FileError {
     Directory,
     NotRegular,
     Unreadable,
-    TooLarge
+    TooLarge,
+    UnknownKind ///< no documentation that can be opened
 };
 
 /// A sentence part for people, such as "no such file".

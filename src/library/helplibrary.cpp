@@ -6,6 +6,7 @@
 #include "formats/regularfile.h"
 #include "library/contentslook.h"
 #include "library/helpset.h"
+#include "sources/pagefiles.h"
 #include "sources/sources.h"
 
 #include <algorithm>
@@ -380,7 +381,7 @@ QString HelpLibrary::absoluteName(const QString& fileName)
 
 bool HelpLibrary::isFile(const QString& fileName)
 {
-    return isRegularFile(fileName);
+    return mayBeHelpSet(fileName);
 }
 
 std::optional<HelpLibrary::Refusal> HelpLibrary::refusalOf(const QString& fileName)
@@ -390,6 +391,22 @@ std::optional<HelpLibrary::Refusal> HelpLibrary::refusalOf(const QString& fileNa
     }
     const QString reason = whyNoContentsFile(fileName);
     return reason.isNull() ? std::nullopt : std::optional(Refusal{reason, false});
+}
+
+HelpLibrary::Place HelpLibrary::placeOf(const QString& fileName)
+{
+    auto place = ::placeOf(fileName);
+    return {std::move(place.helpSet), std::move(place.page)};
+}
+
+QString HelpLibrary::readableName(const QString& page)
+{
+    return readablePageName(page);
+}
+
+QStringList HelpLibrary::fileFilters()
+{
+    return sourceFilters();
 }
 
 QString HelpLibrary::getTitle(const QString& fileName)

@@ -106,8 +106,18 @@ public:
     }
     [[nodiscard]] static bool isOneFile(const QString& a, const QString& b);
     [[nodiscard]] static QString absoluteName(const QString& fileName);
-    /// Whether a regular file of this name exists.
+    /// Whether there may be a help set of this name, even one that cannot be read.
     [[nodiscard]] static bool isFile(const QString& fileName);
+    /// What a name means that a user gives: a page means the help set that it belongs to.
+    struct Place {
+        QString helpSet;
+        QString page; ///< absolute path of the page to begin with; null for the first one
+    };
+    [[nodiscard]] static Place placeOf(const QString& fileName);
+    /// What people call a page in a package; anything else stays as it is.
+    [[nodiscard]] static QString readableName(const QString& page);
+    /// For a file dialog, one for each kind of documentation.
+    [[nodiscard]] static QStringList fileFilters();
     /// Why a file cannot be opened.
     struct Refusal {
         QString reason; ///< a sentence part, such as "no such file"

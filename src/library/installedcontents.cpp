@@ -31,22 +31,29 @@ bool storeList(SettingsStore& store, const QStringList& list)
     return store.sync();
 }
 
+/// A folder has one name, however it is written.
+QString storedName(const QString& fileName)
+{
+    const QString path = absoluteFilePath(fileName);
+    return path.endsWith(u'/') && path.size() > 1 ? path.chopped(1) : path;
+}
+
 Answer query(const SettingsStore& store, const QString& fileName)
 {
-    return storedList(store).contains(absoluteFilePath(fileName)) ? Answer::Yes : Answer::No;
+    return storedList(store).contains(storedName(fileName)) ? Answer::Yes : Answer::No;
 }
 
 } // namespace
 
 Answer isinstallContents(const QString& fileName)
 {
-    return isRegularFile(fileName) ? query(SettingsStore(SettingsStore::Access::Read), fileName)
-                                   : Answer::NotFound;
+    return mayBeHelpSet(fileName) ? query(SettingsStore(SettingsStore::Access::Read), fileName)
+                                  : Answer::NotFound;
 }
 
 Outcome installContents(const QString& fileName)
 {
-    if (!isRegularFile(fileName)) {
+    if (!mayBeHelpSet(fileName)) {
         return {Answer::NotFound};
     }
     SettingsStore store(SettingsStore::Access::Write);
@@ -54,12 +61,12 @@ Outcome installContents(const QString& fileName)
     if (present != Answer::No) {
         return {present == Answer::Yes ? Answer::No : Answer::NotFound};
     }
-    return {Answer::Yes, storeList(store, sortingCntList(storedList(store)) << absoluteFilePath(fileName))};
+    return {Answer::Yes, storeList(store, sortingCntList(storedList(store)) << storedName(fileName))};
 }
 
 Outcome uninstallContents(const QString& fileName)
 {
-    if (!isRegularFile(fileName)) {
+    if (!mayBeHelpSet(fileName)) {
         return {Answer::NotFound};
     }
     SettingsStore store(SettingsStore::Access::Write);
@@ -68,7 +75,7 @@ Outcome uninstallContents(const QString& fileName)
         return {present};
     }
     QStringList list = sortingCntList(storedList(store));
-    list.removeOne(absoluteFilePath(fileName));
+    list.removeOne(storedName(fileName));
     return {Answer::Yes, storeList(store, list)};
 }
 
@@ -95,7 +102,7 @@ bool saveInstalledToSettings(const QStringList& list)
 QStringList dropVanishedContents()
 {
     const auto isGone = [](const QString& name) {
-        const auto error = isRegularFile(name) ? std::nullopt : RegularFile(name).error();
+        const auto error = sourceError(name);
         return error && ::isGone(*error);
     };
     QStringList list = loadInstalledFromSettings();

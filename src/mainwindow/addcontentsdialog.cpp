@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/addcontentsdialog.h"
 
+#include "library/helplibrary.h"
+
 #include <QCoreApplication>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -9,7 +11,8 @@ void openAddContentsDialog(QWidget* window, const std::function<void(const QStri
 {
     auto* dialog = new QFileDialog(
         window, {}, {},
-        QCoreApplication::translate("AddContentsDialog", "Contents File (*.cnt);;All Files (*.*)"));
+        (HelpLibrary::fileFilters() << QCoreApplication::translate("AddContentsDialog", "All Files (*.*)"))
+            .join(QStringLiteral(";;")));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::ExistingFile);
     QObject::connect(dialog, &QFileDialog::fileSelected, window,

@@ -40,8 +40,9 @@ ContentsFiles::~ContentsFiles()
     m_library.dropReading();
 }
 
-std::optional<HelpLibrary::Refusal> ContentsFiles::insertContents(const QString& fileName)
+std::optional<HelpLibrary::Refusal> ContentsFiles::insertContents(const QString& named)
 {
+    const QString fileName = HelpLibrary::placeOf(named).helpSet;
     if (auto refusal = HelpLibrary::refusalOf(fileName)) {
         return refusal;
     }
@@ -173,9 +174,9 @@ void ContentsFiles::loadDefault()
     showAfterLoading([this] { m_pane.gotoFirstPage(); });
 }
 
-void ContentsFiles::showWhenLoaded(const QString& fileName,
-                                   const std::function<void(HelpContentsItem*)>& show)
+void ContentsFiles::showWhenLoaded(const QString& named, const std::function<void(HelpContentsItem*)>& show)
 {
+    const QString fileName = HelpLibrary::placeOf(named).helpSet;
     if (m_library.getContentsByFileName(fileName) == nullptr && !m_pendingFiles.contains(fileName)) {
         const auto refusal = insertContents(fileName);
         if (refusal && !refusal->isGone) {

@@ -9,6 +9,7 @@
 HelpActions::HelpActions(Desk& desk, QMainWindow& window)
     : page(desk, window), fileAddContentsAction(makeCommand(window, "fileAddContentsAction",
                                                             tr("&Add Contents..."), Qt::CTRL | Qt::Key_O)),
+      fileMachineAction(makeCommand(window, "fileMachineAction", tr("Documentation on This &Machine..."))),
       fileUndoRemoveAction(makeCommand(window, "fileUndoRemoveAction", tr("&Undo Remove"))),
       filePrintAction(makeCommand(window, "filePrintAction", tr("&Print..."), Qt::CTRL | Qt::Key_P)),
       filePreviewAction(makeCommand(window, "filePreviewAction", tr("Print Pre&view..."))),

@@ -22,6 +22,7 @@ public:
 
     DeskCommands page;
     QAction* fileAddContentsAction;
+    QAction* fileMachineAction;
     QAction* fileUndoRemoveAction;
     QAction* filePrintAction;
     QAction* filePreviewAction;

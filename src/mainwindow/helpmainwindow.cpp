@@ -8,6 +8,7 @@
 #include "icons/icons.h"
 #include "index/helpindex.h"
 #include "library/helplibrary.h"
+#include "machine/machinedialog.h"
 #include "mainwindow/aboutbox.h"
 #include "mainwindow/addcontentsdialog.h"
 #include "mainwindow/backgroundprogress.h"
@@ -97,6 +98,7 @@ void HelpMainWindow::connectFileCommands()
     run(m_actions.fileAddContentsAction, &HelpMainWindow::addContents);
     run(m_actions.fileUndoRemoveAction, [this] { m_contentsFiles->undoRemove(); });
     run(m_actions.filePrintAction, [this] { PrintCommands::print(this, m_desk->view()); });
+    run(m_actions.fileMachineAction, &HelpMainWindow::openMachineDialog);
     run(m_actions.filePreviewAction, [this] { PrintCommands::preview(this, m_desk->view()); });
     run(m_actions.fileExportAction, [this] { PrintCommands::exportAsPdf(this, m_desk->view()); });
     run(m_actions.fileExitAction, [this] { close(); });
@@ -226,7 +228,7 @@ void HelpMainWindow::setHelpCaption(const QString& title)
 
 void HelpMainWindow::showLinkInStatusBar(const QString& text)
 {
-    statusBar()->showMessage(text);
+    statusBar()->showMessage(HelpLibrary::readableName(text));
 }
 
 void HelpMainWindow::gotoFirstPage()
@@ -236,8 +238,11 @@ void HelpMainWindow::gotoFirstPage()
 
 QString HelpMainWindow::insertContents(const QString& fileName)
 {
-    const auto refusal = m_contentsFiles->insertContents(fileName);
+    const auto place = HelpLibrary::placeOf(fileName);
+    const bool isOpen = !place.page.isNull() && m_library.getContentsByFileName(place.helpSet) != nullptr;
+    const auto refusal = isOpen ? std::nullopt : m_contentsFiles->insertContents(place.helpSet);
     if (!refusal) {
+        showPage(place.page, 0);
         return {};
     }
     QString notice = ContentsFiles::describe(fileName, *refusal);
@@ -278,6 +283,34 @@ void HelpMainWindow::loadDefault()
     m_contentsFiles->showAfterLoading([this] { fulfil(Session::lastPage(m_library)); });
 }
 
+/// When all that is to be opened has been; nothing for an empty name.
+void HelpMainWindow::showPage(const QString& page, int place)
+{
+    if (!page.isEmpty()) {
+        m_contentsFiles->showAfterLoading([this, page, place] {
+            m_desk->show(page, place);
+            selectCurrentRow();
+        });
+    }
+}
+
+/// Lists what is on the machine, to be opened.
+void HelpMainWindow::openMachineDialog()
+{
+    QStringList open;
+    for (const auto* root : m_library.roots()) {
+        open.append(root->fileName);
+    }
+    auto* dialog = new MachineDialog(open, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &MachineDialog::openRequested, this, [this](const QStringList& names) {
+        for (const auto& name : names) {
+            insertContents(name);
+        }
+    });
+    dialog->open();
+}
+
 QStringList HelpMainWindow::fulfil(const Wish& wish)
 {
     QStringList problems;
@@ -286,19 +319,16 @@ QStringList HelpMainWindow::fulfil(const Wish& wish)
     }
     for (const auto& fileName : wish.open) {
         problems += insertContents(fileName);
-        gotoFirstPage();
+        if (HelpLibrary::placeOf(fileName).page.isNull()) {
+            gotoFirstPage();
+        }
     }
     if (wish.keepsHistory) {
         m_contentsFiles->showWhenLoaded(wish.show, [this](HelpContentsItem* record) { loadHtml(record); });
     } else {
         showInstalled(wish.show);
     }
-    if (!wish.page.isEmpty()) {
-        m_contentsFiles->showAfterLoading([this, wish] {
-            m_desk->show(wish.page, wish.place);
-            selectCurrentRow();
-        });
-    }
+    showPage(wish.page, wish.place);
     if (wish.isSearch) {
         searchIn(wish.show);
     }

@@ -68,6 +68,8 @@ private:
     void addContents();
     void searchIn(const QString& contentsFile);
     void selectCurrentRow();
+    void showPage(const QString& page, int place);
+    void openMachineDialog();
     void helpManual();
     void stop();
 

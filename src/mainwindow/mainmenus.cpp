@@ -24,7 +24,7 @@ MainMenus::MainMenus(QMenuBar& bar, const HelpActions& actions)
       recentMenu(makeHelpSetMenu(bar, "recentMenu", tr("Re&cent"))), fileMenu(bar.addMenu(tr("&File"))),
       outlineMenu(new OutlineMenu(tr("&On This Page"), &bar))
 {
-    fileMenu->addAction(actions.fileAddContentsAction);
+    fileMenu->addActions({actions.fileAddContentsAction, actions.fileMachineAction});
     fileMenu->addMenu(removeMenu);
     fileMenu->addAction(actions.fileUndoRemoveAction);
     fileMenu->addSeparator();

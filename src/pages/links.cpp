@@ -39,8 +39,26 @@ QString existingFile(const QString& dir, QStringView path)
     if (isPageFile(raw)) {
         return raw;
     }
+    if (QString elsewhere = pageFileElsewhere(preferred); !elsewhere.isNull()) {
+        return elsewhere;
+    }
     const qsizetype query = path.indexOf(u'?');
     return query < 0 ? preferred : absoluteIn(dir, decoded(path.first(query)));
+}
+
+/// The path of what a link of a package's own scheme means, which names a package, a folder and a page; null
+/// for other links.
+QString packedLink(const QString& pageFile, QStringView link)
+{
+    if (!link.startsWith(u"qthelp://")) {
+        return {};
+    }
+    const qsizetype folder = link.indexOf(u'/', QStringView(u"qthelp://").size());
+    const QString package = packageOf(pageFile);
+    if (folder < 0 || package.isNull()) {
+        return {};
+    }
+    return existingFile(package + u'/', link.sliced(folder + 1));
 }
 
 struct Target {
@@ -65,6 +83,10 @@ Target resolve(const QString& pageFile, const QString& href)
                 isHere && url.hasFragment() ? u'#' + url.fragment(QUrl::FullyDecoded) : QString()};
     }
     const qsizetype hash = trimmed.indexOf(u'#');
+    if (const QString packed = packedLink(pageFile, trimmed.first(hash < 0 ? trimmed.size() : hash));
+        !packed.isNull()) {
+        return {packed, hash < 0 ? QString() : decoded(trimmed.sliced(hash))};
+    }
     const QStringView path = hash < 0 ? trimmed : trimmed.first(hash);
     const QString anchor = hash < 0 ? QString() : decoded(trimmed.sliced(hash));
     if (path.isEmpty()) {

@@ -26,3 +26,10 @@ struct PageFileState {
 /// All bytes, or the first `most` of them.
 [[nodiscard]] Result<QByteArray, FileError> readPageFile(const QString& path,
                                                          qint64 most = std::numeric_limits<qint64>::max());
+/// The path of the file that a path in a package means which leads to none there, such as one in another
+/// package; null when there is none.
+[[nodiscard]] QString pageFileElsewhere(const QString& path);
+/// The path of the package that a file is in; null for files of the file system.
+[[nodiscard]] QString packageOf(const QString& path);
+/// The path, or how people call a file in a package: `guide.qch › start.html`.
+[[nodiscard]] QString readablePageName(const QString& path);

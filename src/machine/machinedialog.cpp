@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: MIT
+#include "machine/machinedialog.h"
+
+#include "library/installedcontents.h"
+#include "library/settingsstore.h"
+
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr auto FoldersKey = "machineFolders";
+constexpr QSize StartSize(760, 520);
+
+enum Column { Title, Kind, Place };
+
+QStringList userFolders()
+{
+    QStringList folders = SettingsStore(SettingsStore::Access::Read).value(FoldersKey).toStringList();
+    folders.removeAll(QString());
+    return folders;
+}
+
+QString nameOf(const QTreeWidgetItem& item)
+{
+    return item.data(Title, Qt::UserRole).toString();
+}
+
+bool isOffered(const QTreeWidgetItem& item)
+{
+    return (item.flags() & Qt::ItemIsEnabled) != 0;
+}
+
+} // namespace
+
+MachineDialog::MachineDialog(const QStringList& open, QWidget* parent) : QDialog(parent), m_open(open)
+{
+    setWindowTitle(tr("Documentation on This Machine"));
+    build();
+    resize(StartSize);
+    search();
+}
+
+void MachineDialog::build()
+{
+    m_filter = new QLineEdit(this);
+    m_filter->setPlaceholderText(tr("Filter by title, kind or place"));
+    m_filter->setClearButtonEnabled(true);
+    m_list = new QTreeWidget(this);
+    m_list->setHeaderLabels({tr("Documentation"), tr("Kind"), tr("Place")});
+    m_list->setRootIsDecorated(false);
+    m_list->setUniformRowHeights(true);
+    m_list->setAllColumnsShowFocus(true);
+    m_list->header()->resizeSection(Title, StartSize.width() / 2);
+    m_state = new QLabel(this);
+    m_state->setTextFormat(Qt::PlainText);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    m_openButton = buttons->addButton(tr("&Open"), QDialogButtonBox::ActionRole);
+    m_openButton->setDefault(true);
+    m_installButton = buttons->addButton(tr("Open and &Install"), QDialogButtonBox::ActionRole);
+    m_installButton->setToolTip(tr("Keeps what is ticked in the menu of installed contents"));
+    auto* folderButton = buttons->addButton(tr("Add &Folder..."), QDialogButtonBox::ActionRole);
+    folderButton->setAutoDefault(false);
+    auto* layout = new QVBoxLayout(this);
+    for (auto* widget : std::initializer_list<QWidget*>{m_filter, m_list, m_state, buttons}) {
+        layout->addWidget(widget);
+    }
+    connect(m_filter, &QLineEdit::textChanged, this, &MachineDialog::filter);
+    connect(m_list, &QTreeWidget::itemChanged, this, &MachineDialog::update);
+    connect(m_openButton, &QPushButton::clicked, this, &MachineDialog::openTicked);
+    connect(m_installButton, &QPushButton::clicked, this, &MachineDialog::installTicked);
+    connect(folderButton, &QPushButton::clicked, this, &MachineDialog::addFolder);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+void MachineDialog::search()
+{
+    m_tasks.cancel();
+    m_list->clear();
+    m_state->setText(tr("Looking for documentation…"));
+    m_openButton->setEnabled(false);
+    m_installButton->setEnabled(false);
+    m_tasks.run([places = machinePlaces(userFolders())](
+                    const std::stop_token& stop) { return findMachineSets(places, stop); },
+                [this](const std::vector<MachineSet>& sets) { show(sets); });
+}
+
+void MachineDialog::show(const std::vector<MachineSet>& sets)
+{
+    QList<QTreeWidgetItem*> items;
+    for (const auto& set : sets) {
+        auto* item = new QTreeWidgetItem({set.title.simplified(), set.kind, set.name});
+        const bool isOpen = m_open.contains(set.name);
+        item->setData(Title, Qt::UserRole, set.name);
+        item->setToolTip(Place, QStringLiteral("<span>%1</span>").arg(set.name.toHtmlEscaped()));
+        item->setCheckState(Title, isOpen ? Qt::Checked : Qt::Unchecked);
+        item->setDisabled(isOpen);
+        items.append(item);
+    }
+    const QSignalBlocker blocker(m_list);
+    m_list->addTopLevelItems(items);
+    filter();
+}
+
+void MachineDialog::filter()
+{
+    const auto words = m_filter->text().simplified().split(u' ', Qt::SkipEmptyParts);
+    for (int i = 0; i < m_list->topLevelItemCount(); ++i) {
+        auto* item = m_list->topLevelItem(i);
+        const QString all = item->text(Title) + u' ' + item->text(Kind) + u' ' + item->text(Place);
+        item->setHidden(!std::all_of(words.begin(), words.end(), [&](const auto& word) {
+            return all.contains(word, Qt::CaseInsensitive);
+        }));
+    }
+    update();
+}
+
+void MachineDialog::update()
+{
+    int shown = 0;
+    for (int i = 0; i < m_list->topLevelItemCount(); ++i) {
+        shown += m_list->topLevelItem(i)->isHidden() ? 0 : 1;
+    }
+    const qsizetype count = ticked().size();
+    m_openButton->setEnabled(count > 0);
+    m_installButton->setEnabled(count > 0);
+    if (m_list->topLevelItemCount() == 0) {
+        m_state->setText(
+            tr("No documentation was found. Packages whose names end in -doc bring some; Add Folder "
+               "looks somewhere else."));
+    } else if (shown == 0) {
+        m_state->setText(tr("Nothing matches the filter."));
+    } else {
+        m_state->setText(
+            tr("%1 of %2 shown, %3 ticked").arg(shown).arg(m_list->topLevelItemCount()).arg(count));
+    }
+}
+
+/// What the filter hides stays ticked.
+QStringList MachineDialog::ticked() const
+{
+    QStringList names;
+    for (int i = 0; i < m_list->topLevelItemCount(); ++i) {
+        const auto* item = m_list->topLevelItem(i);
+        if (item->checkState(Title) == Qt::Checked && isOffered(*item)) {
+            names.append(nameOf(*item));
+        }
+    }
+    return names;
+}
+
+void MachineDialog::openTicked()
+{
+    const QStringList names = ticked();
+    accept();
+    Q_EMIT openRequested(names);
+}
+
+void MachineDialog::installTicked()
+{
+    for (const auto& name : ticked()) {
+        InstalledContents::installContents(name);
+    }
+    openTicked();
+}
+
+void MachineDialog::addFolder()
+{
+    auto* dialog = new QFileDialog(this, tr("Add Folder"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setFileMode(QFileDialog::Directory);
+    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& folder) {
+        QStringList folders = userFolders();
+        if (!folders.contains(folder)) {
+            SettingsStore store(SettingsStore::Access::Write);
+            store.setValue(FoldersKey, folders << folder);
+            store.sync();
+        }
+        search();
+    });
+    dialog->open();
+}

@@ -30,7 +30,7 @@ public:
     ~ContentsFiles() override;
 
     /// See the services of HelpMainWindow of the same names.
-    std::optional<HelpLibrary::Refusal> insertContents(const QString& fileName);
+    std::optional<HelpLibrary::Refusal> insertContents(const QString& named);
     void removeContents(int menuId);
     /// Brings the help set that was removed last back to its place, and its page if that was shown.
     void undoRemove();
@@ -40,7 +40,7 @@ public:
     void loadDefault();
     /// Shows something of the first record of the contents file of exactly this name, which is loaded when it
     /// is not; `show` is not called when it cannot be.
-    void showWhenLoaded(const QString& fileName, const std::function<void(HelpContentsItem*)>& show);
+    void showWhenLoaded(const QString& named, const std::function<void(HelpContentsItem*)>& show);
     /// Shows something else after all that is to be loaded.
     void showAfterLoading(const Step& show);
     /// Gives up all that is not loaded yet.

@@ -66,46 +66,62 @@ Rgb groundBehind(const HtmlNode& text)
     return White;
 }
 
+/// How many bytes of text have each look.
+struct Counts {
+    std::map<float, size_t> sizes;
+    std::map<float, size_t> running; ///< of paragraphs
+    std::map<std::optional<Rgb>, size_t> colors;
+    std::map<Rgb, size_t> grounds;
+    size_t all = 0; ///< without blanks, as all of these
+    size_t fixed = 0;
+
+    void add(const HtmlNode& text)
+    {
+        if (isBlank(text.content)) {
+            return;
+        }
+        const auto& notes = notesOf(*text.parent);
+        const size_t count = text.content.size();
+        const size_t counted = notes.style->isFixedPitch ? 0 : count;
+        all += count;
+        fixed += count - counted;
+        sizes[notes.style->fontSize] += counted;
+        running[notes.style->fontSize] += isRunning(text) ? counted : 0;
+        grounds[groundBehind(text)] += count;
+        if (!notes.isInLink) {
+            colors[notes.style->color] += count;
+        }
+    }
+};
+
 } // namespace
 
 PageMeasure::PageMeasure(const HtmlNode& body, const HtmlNode& content)
 {
-    std::map<float, size_t> sizes;
-    std::map<float, size_t> running; // of paragraphs
-    std::map<std::optional<Rgb>, size_t> colors;
-    std::map<Rgb, size_t> grounds;
+    Counts counts;
     std::array<bool, HighestLevel + 1> levels{};
-    size_t fixed = 0;
     for (const auto* node = &content; node != nullptr;) {
-        bool isSeen = true;
+        bool isEntered = true;
         if (isText(*node)) {
-            const auto& notes = notesOf(*node->parent);
-            const size_t count = isBlank(node->content) ? 0 : node->content.size();
-            letters += count;
-            fixed += notes.style->isFixedPitch ? count : 0;
-            const size_t counted = notes.style->isFixedPitch ? 0 : count;
-            sizes[notes.style->fontSize] += counted;
-            running[notes.style->fontSize] += isRunning(*node) ? counted : 0;
-            grounds[groundBehind(*node)] += count;
-            if (!notes.isInLink) {
-                colors[notes.style->color] += count;
-            }
+            counts.add(*node);
         } else {
             const auto& notes = notesOf(*node);
-            isSeen = !notes.isHidden && !notes.isFurniture && notes.element != Element::Ignored;
-            if (isSeen && notes.element == Element::Heading && !notes.style->isFixedPitch) {
+            const bool isSeen = !notes.isHidden && !notes.isFurniture && notes.element != Element::Ignored;
+            const bool isHeading = notes.element == Element::Heading;
+            if (isSeen && isHeading && !notes.style->isFixedPitch) {
                 levels[size_t(node->name[1] - '0')] = true;
             }
+            isEntered = isSeen && !isHeading;
         }
-        const bool isHeading = isElement(*node) && notesOf(*node).element == Element::Heading;
-        node = nextNode(node, &content, isSeen && !isHeading);
+        node = nextNode(node, &content, isEntered);
     }
-    bodySize = std::max(1.F, sizeOfMost(sumOf(running) > 0 ? running : sizes, bodySize));
+    letters = counts.all;
+    bodySize = std::max(1.F, sizeOfMost(sumOf(counts.running) > 0 ? counts.running : counts.sizes, bodySize));
     const auto ofBody = notesOf(body).style->color;
-    text = mostUsed(colors, ofBody);
+    text = mostUsed(counts.colors, ofBody);
     text = text && chroma(*text) >= LeastChroma ? ofBody : text;
-    isFixedPitch = notesOf(body).style->isFixedPitch && fixed * 2 > letters;
-    ground = mostUsed(grounds, White);
+    isFixedPitch = notesOf(body).style->isFixedPitch && counts.fixed * 2 > letters;
+    ground = mostUsed(counts.grounds, White);
     for (size_t level = 1; level <= HighestLevel; ++level) {
         ranks[level] = rankCount;
         rankCount += levels[level] ? 1 : 0;

@@ -119,8 +119,9 @@ void FolderContents::addExpanded(std::vector<FolderRow> rows)
         }
         looked.insert(page);
         auto below = unknownRows(page);
-        for (auto child = below.rbegin(); child != below.rend(); ++child) {
-            rows.push_back({row.level + 1 + child->level, child->title, child->page});
+        std::reverse(below.begin(), below.end());
+        for (const auto& child : below) {
+            rows.push_back({row.level + 1 + child.level, child.title, child.page});
         }
     }
 }
@@ -140,12 +141,12 @@ std::vector<FolderRow> FolderContents::unknownRows(const QString& page)
     return rows;
 }
 
-void FolderContents::addBranch(const QString& folder, std::vector<FolderRow> rows)
+void FolderContents::addBranch(const QString& folder, const std::vector<FolderRow>& rows)
 {
     QString page = folder + QStringLiteral("index.html");
     page = m_files.isPage(page) ? page : QString();
     add({0, page.isEmpty() ? folder.chopped(1) : m_files.title(page), page});
-    for (auto& row : rows) {
+    for (const auto& row : rows) {
         if (row.page != page) {
             add({row.level + 1, row.title, row.page});
         }

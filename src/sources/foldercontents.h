@@ -17,7 +17,7 @@ private:
     void addBranches();
     void addCrates();
     void addOthers();
-    void addBranch(const QString& folder, std::vector<FolderRow> rows);
+    void addBranch(const QString& folder, const std::vector<FolderRow>& rows);
     void add(FolderRow row);
     [[nodiscard]] std::vector<FolderRow> unknownRows(const QString& page);
 

@@ -34,35 +34,41 @@ QString unescaped(QString text)
     return text.simplified();
 }
 
+/// Adds a string of a script as one of JSON; returns the position behind its end.
+qsizetype addString(QByteArray& json, QByteArrayView script, qsizetype at)
+{
+    const char quote = script[at];
+    json += '"';
+    for (++at; at < script.size() && script[at] != quote; ++at) {
+        if (script[at] == '\\' && at + 1 < script.size()) {
+            const char next = script[++at];
+            json += next == '\'' ? QByteArray("'") : QByteArray("\\") + next;
+        } else {
+            json += script[at] == '"' ? QByteArray("\\\"") : QByteArray(1, script[at]);
+        }
+    }
+    json += '"';
+    return at + 1;
+}
+
 /// A literal of a script, up to its end, as JSON.
 QByteArray asJson(QByteArrayView script)
 {
     QByteArray json;
     json.reserve(script.size());
     int open = 0;
-    char quote = 0;
-    for (qsizetype i = 0; i < script.size(); ++i) {
+    for (qsizetype i = 0; i < script.size();) {
         const char c = script[i];
-        if (quote != 0) {
-            if (c == '\\' && i + 1 < script.size()) {
-                const char next = script[++i];
-                json += next == '\'' ? QByteArray("'") : QByteArray("\\") + next;
-            } else if (c == quote) {
-                json += '"';
-                quote = 0;
-            } else {
-                json += c == '"' ? QByteArray("\\\"") : QByteArray(1, c);
-            }
-        } else if (c == '"' || c == '\'') {
-            quote = c;
-            json += '"';
-        } else {
-            json += c;
-            open += c == '[' || c == '{' ? 1 : 0;
-            open -= c == ']' || c == '}' ? 1 : 0;
-            if (open == 0) {
-                return json;
-            }
+        if (c == '"' || c == '\'') {
+            i = addString(json, script, i);
+            continue;
+        }
+        json += c;
+        ++i;
+        open += c == '[' || c == '{' ? 1 : 0;
+        open -= c == ']' || c == '}' ? 1 : 0;
+        if (open == 0) {
+            return json;
         }
     }
     return {};

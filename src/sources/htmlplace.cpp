@@ -66,7 +66,7 @@ bool hasPages(const QString& folder)
 QString folderWithPages(const QString& folder)
 {
     for (const auto* below : {"", "/html", "/doc/html", "/doc", "/api"}) {
-        if (const QString path = folder + QLatin1StringView(below); hasPages(path)) {
+        if (QString path = folder + QLatin1StringView(below); hasPages(path)) {
             return path;
         }
     }

@@ -44,6 +44,12 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
     return 0;
 }
 
+/// What the list of fonts keeps for the whole run is not the viewer's.
+extern "C" const char* __lsan_default_suppressions() // NOLINT: the run-time library's name
+{
+    return "leak:libfontconfig.so";
+}
+
 /// The file of the settings store, with anything in any key.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {

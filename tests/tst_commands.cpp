@@ -389,7 +389,8 @@ private Q_SLOTS:
     {
         Fixture f;
         for (const auto* pane : {"contents", "index", "search"}) {
-            f.the<QTabWidget>().setCurrentIndex(QByteArrayList{"contents", "index", "search"}.indexOf(pane));
+            f.the<QTabWidget>().setCurrentIndex(
+                int(QByteArrayList{"contents", "index", "search"}.indexOf(pane)));
             f.browser().setFocus();
             checkPlaces(f.window());
             checkTabOrder(f.window());

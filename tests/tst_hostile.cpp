@@ -235,67 +235,9 @@ private Q_SLOTS:
     {
         QTest::addColumn<Make>("make");
         addTexts("begin", "words"); // of the page shown; what the search finds it by
-        const auto add = [](const char* name, const Make& make, const char* begin = "",
-                            const char* words = "") {
-            QTest::newRow(name) << make << QString::fromUtf8(begin) << QString::fromUtf8(words);
-        };
-        const char* const beginning = "This is the beginning of a page that takes long to show.";
-        const char* const nothing = "This page cannot be shown The page holds nothing that can be shown here";
-        const auto repeat = [](const char* html, int count) {
-            return page(QByteArray(html).repeated(count));
-        };
-        add("50 MB", repeat("<p>word word word word word word word word word word</p>\n", 900'000), beginning,
-            "word");
-        add("10,000 nested tables", repeat("<table><tr><td>x", 10'000), beginning, "x");
-        add("100,000 nested tags", repeat("<div><b><ul><li>x", 25'000), beginning, "x");
-        add("huge colspan", page("<table><tr><td colspan=2147483648 rowspan=2147483647>x<td colspan=-1>y"),
-            "x y", "x y");
-        add("a million anchors", repeat("<a name=x></a>", 1'000'000), beginning);
-        add("one paragraph of 5 MB", page("<p>" + QByteArray("word ").repeated(1 << 20)), beginning, "word");
-        add("one word of 1 MB", page("<p>" + QByteArray(1 << 20, 'x')), beginning);
-        add("20,000 missing pictures", repeat("<img src=none.png alt=x>", 20'000), "x x x");
-        add("bomb of a picture",
-            with(page("<img src=a.bmp width=2147483647 height=2147483647><img src=a.svg>"),
-                 with(file("BM\x36\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x60\xea\0\0\x60\xea\0\0\1\0\x18\0"_ba +
-                               QByteArray(24, '\0'),
-                           "a.bmp"),
-                      file(svgBomb(), "a.svg"))),
-            nothing);
-        add("pictures that are no files",
-            with(page("<img src=pipe.png><img src=/dev/zero><img src=.><link rel=stylesheet href=pipe.png>"
-                      "<link rel=stylesheet href=/dev/zero><style>@import url(pipe.png);</style>"),
-                 odd("pipe", "pipe.png")),
-            nothing);
-        add("SVG pictures that lead on to a pipe",
-            with(
-                page("<img src=a.svg><img src=b.svg><img src=c.svg>"),
-                with(odd("pipe", "pipe.png"),
-                     with(file(svg("<?xml-stylesheet href='pipe.png'?>", "<image xlink:href='pipe.png'/>"),
-                               "a.svg"),
-                          with(file(svg({}, "<use xlink:href='pipe.png#a'/><image href='data:,pipe.png'/>"),
-                                    "b.svg"),
-                               file(svg({}, "<image xlink:href='data:image/png;base64," +
-                                                svg({}, "<image xlink:href='pipe.png'/>").toBase64() + "'/>"),
-                                    "c.svg"))))),
-            "\uFFFC");
-        add("references outward",
-            page(
-                "<base href=http://127.0.0.1:9/><meta http-equiv=refresh content='0;url=http://127.0.0.1:9/'>"
-                "<link rel=stylesheet href=http://127.0.0.1:9/a.css><body onload=x "
-                "background=http://127.0.0.1:9/b.png><a href=javascript:x>x</a>"
-                "<img src=http://127.0.0.1:9/a.png><img src=//127.0.0.1/x.png><img src=file://host/x.png>"
-                "<img src='data:image/png;base64,AAAA'><script>x</script><iframe "
-                "src=http://127.0.0.1:9/></iframe>"
-                "<form action=http://127.0.0.1:9/><input></form>text"),
-            "x http://127.0.0.1:9/ text", "text");
-        add("leads on to itself", page("<meta http-equiv=refresh content='0;url=a.html'>text"), "text",
-            "text");
-        add("leads on to a device", page("<meta http-equiv=refresh content='0;url=/dev/zero'>text"),
-            "This page cannot be shown This is not a regular file.", "text");
-        add("rich-text marker", page("<qt><p>text</qt>"), "text", "text");
-        add("pipe as page", with(file("p = a.html"), odd("pipe", "a.html")),
-            "This page cannot be shown This is not a regular file.");
-        add("device as page", file("p = /dev/zero"), "This page cannot be shown There is no such file.");
+        addLargePages();
+        addPicturePages();
+        addOtherPages();
     }
 
     void pages()
@@ -329,6 +271,85 @@ private:
         QTest::addColumn<Make>("make");
         QTest::addColumn<int>("entries"); // at the top
         QTest::addColumn<int>("problems");
+    }
+
+    static void addPage(const char* name, const Make& make, const char* begin = "", const char* words = "")
+    {
+        QTest::newRow(name) << make << QString::fromUtf8(begin) << QString::fromUtf8(words);
+    }
+
+    static void addLargePages()
+    {
+        const char* const beginning = "This is the beginning of a page that takes long to show.";
+        const auto repeat = [](const char* html, int count) {
+            return page(QByteArray(html).repeated(count));
+        };
+        addPage("50 MB", repeat("<p>word word word word word word word word word word</p>\n", 900'000),
+                beginning, "word");
+        addPage("10,000 nested tables", repeat("<table><tr><td>x", 10'000), beginning, "x");
+        addPage("100,000 nested tags", repeat("<div><b><ul><li>x", 25'000), beginning, "x");
+        addPage("huge colspan",
+                page("<table><tr><td colspan=2147483648 rowspan=2147483647>x<td colspan=-1>y"), "x y", "x y");
+        addPage("a million anchors", repeat("<a name=x></a>", 1'000'000), beginning);
+        addPage("one paragraph of 5 MB", page("<p>" + QByteArray("word ").repeated(1 << 20)), beginning,
+                "word");
+        addPage("one word of 1 MB", page("<p>" + QByteArray(1 << 20, 'x')), beginning);
+        addPage("20,000 missing pictures", repeat("<img src=none.png alt=x>", 20'000), "x x x");
+    }
+
+    static void addPicturePages()
+    {
+        const char* const nothing = "This page cannot be shown The page holds nothing that can be shown here";
+        addPage(
+            "bomb of a picture",
+            with(page("<img src=a.bmp width=2147483647 height=2147483647><img src=a.svg>"),
+                 with(file("BM\x36\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x60\xea\0\0\x60\xea\0\0\1\0\x18\0"_ba +
+                               QByteArray(24, '\0'),
+                           "a.bmp"),
+                      file(svgBomb(), "a.svg"))),
+            nothing);
+        addPage(
+            "pictures that are no files",
+            with(page("<img src=pipe.png><img src=/dev/zero><img src=.><link rel=stylesheet href=pipe.png>"
+                      "<link rel=stylesheet href=/dev/zero><style>@import url(pipe.png);</style>"),
+                 odd("pipe", "pipe.png")),
+            nothing);
+        addPage(
+            "SVG pictures that lead on to a pipe",
+            with(
+                page("<img src=a.svg><img src=b.svg><img src=c.svg>"),
+                with(odd("pipe", "pipe.png"),
+                     with(file(svg("<?xml-stylesheet href='pipe.png'?>", "<image xlink:href='pipe.png'/>"),
+                               "a.svg"),
+                          with(file(svg({}, "<use xlink:href='pipe.png#a'/><image href='data:,pipe.png'/>"),
+                                    "b.svg"),
+                               file(svg({}, "<image xlink:href='data:image/png;base64," +
+                                                svg({}, "<image xlink:href='pipe.png'/>").toBase64() + "'/>"),
+                                    "c.svg"))))),
+            "\uFFFC");
+    }
+
+    static void addOtherPages()
+    {
+        addPage(
+            "references outward",
+            page(
+                "<base href=http://127.0.0.1:9/><meta http-equiv=refresh content='0;url=http://127.0.0.1:9/'>"
+                "<link rel=stylesheet href=http://127.0.0.1:9/a.css><body onload=x "
+                "background=http://127.0.0.1:9/b.png><a href=javascript:x>x</a>"
+                "<img src=http://127.0.0.1:9/a.png><img src=//127.0.0.1/x.png><img src=file://host/x.png>"
+                "<img src='data:image/png;base64,AAAA'><script>x</script><iframe "
+                "src=http://127.0.0.1:9/></iframe>"
+                "<form action=http://127.0.0.1:9/><input></form>text"),
+            "x http://127.0.0.1:9/ text", "text");
+        addPage("leads on to itself", page("<meta http-equiv=refresh content='0;url=a.html'>text"), "text",
+                "text");
+        addPage("leads on to a device", page("<meta http-equiv=refresh content='0;url=/dev/zero'>text"),
+                "This page cannot be shown This is not a regular file.", "text");
+        addPage("rich-text marker", page("<qt><p>text</qt>"), "text", "text");
+        addPage("pipe as page", with(file("p = a.html"), odd("pipe", "a.html")),
+                "This page cannot be shown This is not a regular file.");
+        addPage("device as page", file("p = /dev/zero"), "This page cannot be shown There is no such file.");
     }
 
     static void addSet(const char* name, const Make& make, int entries, int problems = 0)
@@ -367,7 +388,7 @@ private:
     QJsonObject use(const QString& name = u"a.cnt"_s, const QString& words = u"no such"_s)
     {
         run(m_driver, {words, name}, MaximumMemoryOfWindow);
-        const auto seen = QJsonDocument::fromJson(m_out).object();
+        auto seen = QJsonDocument::fromJson(m_out).object();
         if (m_code != 0 || !seen[u"readable"].toBool() || seen[u"hits"].toInt() < 0) {
             QTest::qFail(m_out, __FILE__, __LINE__);
         }

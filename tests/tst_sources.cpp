@@ -238,12 +238,10 @@ void SourcesTest::linksBetweenPackages()
     QCOMPARE(resolveLink(from, u"../none/a.html"_s), files.path(u"one.qch/none/a.html"_s));
 }
 
-void SourcesTest::folder_data()
+using Pages = QList<QPair<QString, QByteArray>>;
+
+static void addPlainFolders()
 {
-    QTest::addColumn<QList<QPair<QString, QByteArray>>>("pages");
-    QTest::addColumn<QString>("rows");
-    QTest::addColumn<QString>("keywords");
-    using Pages = QList<QPair<QString, QByteArray>>;
     QTest::newRow("nothing but pages")
         << Pages{{u"b.html"_s, page("B")}, {u"sub/c.html"_s, page("C")}, {u"a.html"_s, "no title"}}
         << u"set=a.html\n.B=b.html\n.sub=\n..C=sub/c.html\n"_s << QString();
@@ -259,6 +257,10 @@ void SourcesTest::folder_data()
                  {u"d.html"_s, page("&lt;D&gt; &amp; E")}}
         << u"Start=index.html\n.Part=\n..A=a.html\n...B=b.html\n.Rest=\n..C=c c.html#x\n.Other pages=\n..<D> & E=d.html\n"_s
         << QString();
+}
+
+static void addSphinx()
+{
     const QByteArray inventory =
         "# Sphinx inventory version 2\n# Project: p\n# Version: 1\n# zlib\n" +
         packed("os.path py:module 0 a.html#$ -\nthe start std:label -1 a.html#s Start\n"
@@ -275,6 +277,10 @@ void SourcesTest::folder_data()
                  {u"objects.inv"_s, inventory}}
         << u"Doc=index.html\n.A=a.html\n..B=b.html\n.Other pages=\n..Index=genindex.html\n"_s
         << u"os.path=a.html#os.path\ntwo words=b.html#term-x"_s;
+}
+
+static void addScriptLists()
+{
     QTest::newRow("Doxygen: tree in files, search")
         << Pages{{u"index.html"_s, page("Lib")},
                  {u"c.html"_s, page("C")},
@@ -291,13 +297,17 @@ void SourcesTest::folder_data()
                  {u"m/p/q/T.html"_s, page("T")},
                  {u"m/p/q/package-summary.html"_s, page("q")},
                  {u"package-search-index.js"_s,
-                  "packageSearchIndex = [{\"m\":\"m\",\"l\":\"p.q\"}];updateSearchResults();"},
+                  R"(packageSearchIndex = [{"m":"m","l":"p.q"}];updateSearchResults();)"},
                  {u"type-search-index.js"_s,
-                  "typeSearchIndex = [{\"p\":\"p.q\",\"l\":\"T\"},{\"l\":\"All\",\"u\":\"x\"}];"},
+                  R"(typeSearchIndex = [{"p":"p.q","l":"T"},{"l":"All","u":"x"}];)"},
                  {u"member-search-index.js"_s,
-                  "memberSearchIndex = [{\"p\":\"p.q\",\"c\":\"T\",\"l\":\"f(int)\"}];"}}
+                  R"_(memberSearchIndex = [{"p":"p.q","c":"T","l":"f(int)"}];)_"}}
         << u"API=index.html\n.p.q=m/p/q/package-summary.html\n..T=m/p/q/T.html\n"_s
         << u"T=m/p/q/T.html\nf(int) (T)=m/p/q/T.html#f(int)"_s;
+}
+
+static void addIndexPage()
+{
     QByteArray entries;
     QString keywords;
     for (int i = 0; i < 12; ++i) {
@@ -313,9 +323,19 @@ void SourcesTest::folder_data()
         << u"Book=index.html\n.A=a.html\n.Index=bookindex.html\n"_s << keywords.trimmed();
 }
 
+void SourcesTest::folder_data()
+{
+    QTest::addColumn<Pages>("pages");
+    QTest::addColumn<QString>("rows");
+    QTest::addColumn<QString>("keywords");
+    addPlainFolders();
+    addSphinx();
+    addScriptLists();
+    addIndexPage();
+}
+
 void SourcesTest::folder()
 {
-    using Pages = QList<QPair<QString, QByteArray>>;
     QFETCH(const Pages, pages);
     QFETCH(const QString, rows);
     QFETCH(const QString, keywords);

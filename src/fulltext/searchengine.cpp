@@ -5,6 +5,7 @@
 #include "fulltext/searchhits.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace {
@@ -180,10 +181,12 @@ std::optional<SearchEngine::Found> SearchEngine::findMost(const Search& search, 
 
 std::vector<int64_t> SearchEngine::countsFor(const Search& search, const SearchQuery& query)
 {
-    std::vector<int64_t> sums(1);
+    const auto terms =
+        std::accumulate(query.clauses.begin(), query.clauses.end(), size_t(0),
+                        [](size_t sum, const QueryClause& clause) { return sum + clause.terms.size(); });
+    std::vector<int64_t> sums(terms + 1); // the last one: of all pages
     for (auto* set : search.sets) {
         const auto counts = set->index->count(query);
-        sums.resize(counts.size());
         std::transform(counts.begin(), counts.end(), sums.begin(), sums.begin(), std::plus());
     }
     return sums;

@@ -170,7 +170,10 @@ void StyledWriter::beginPlace(const HtmlNode& node, const ArrangedItem& item, Fr
     }
     const ComputedStyle plain;
     const auto* style = isElement(node) ? &styleOf(node) : &plain;
-    const auto ground = isElement(node) ? groundOfCell(node) : std::nullopt;
+    std::optional<Rgb> ground;
+    if (isElement(node)) {
+        ground = groundOfCell(node);
+    }
     next.isOwnCell = item.endsCell && isElement(node);
     if (ground) {
         next.ground = *ground;

@@ -5,6 +5,8 @@
 #include "contents/helpcontentslistview.h"
 #include "icons/icons.h"
 #include "index/helpindex.h"
+#include "library/helpcontentsitem.h"
+#include "library/helpindexitem.h"
 #include "search/searchpane.h"
 
 #include <QApplication>

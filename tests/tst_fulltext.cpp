@@ -439,6 +439,82 @@ private Q_SLOTS:
         QCOMPARE(found, expected);
     }
 
+    void linkedPages_data()
+    {
+        addTexts("files", "found");
+        addRow("from page to page",
+               "== a.html\n<a href=b.html>b</a>== b.html\nneedle <a href='sub/c.html#x'>"
+               "== sub/c.html\nneedle <a href=../d%20d.html?q>\n== d d.html\nneedle",
+               "b c d d");
+        addRow("in what the reading view leaves out",
+               "== a.html\n<html><body><nav><a href=b.html>b</a></nav><main><p>Long text</main>== "
+               "b.html\nneedle",
+               "b");
+        addRow("areas, frames and folders",
+               "== a.html\n<map><area href=b.html></map><iframe src=c.html></iframe><a href=sub/>== "
+               "b.html\nneedle"
+               "== c.html\nneedle== sub/index.html\nneedle",
+               "b c index");
+        addRow("not outside, no other files, not what is missing",
+               "== a.html\n<a href=../o.html><a href=b.txt><a href=none.html><a href=http://x/b.html>"
+               "<a href=out.html><a href='javascript:b.html'>== ../o.html\nneedle== b.txt\nneedle== "
+               "b.html\nneedle",
+               "");
+        addRow("round and round",
+               "== a.html\n<a href=b.html>== b.html\nneedle <a href=loop/b.html><a href=a.html>", "b");
+        addRow("by the base of a page", "== a.html\n<base href=sub/><a href=b.html>== sub/b.html\nneedle",
+               "b");
+        addRow("nobody leads there", "== a.html\nneedle== b.html\nneedle", "a");
+    }
+
+    /// What one can click to is found, though the contents do not name it.
+    void linkedPages()
+    {
+        QFETCH(const QString, files);
+        QFETCH(const QString, found);
+        Searched searched("== set/a.cnt\nFirst = a.html");
+        for (const auto& file : files.split(u"== "_s, Qt::SkipEmptyParts)) {
+            const QString name = file.section(u'\n', 0, 0);
+            searched.files().write(u"set/"_s + name, (file.section(u'\n', 1) + u"<p>" + name).toUtf8());
+        }
+        QVERIFY(QFile::link(u"."_s, searched.files().path(u"set/loop"_s)));
+        QVERIFY(QFile::link(u"../o.html"_s, searched.files().path(u"set/out.html"_s)));
+        QCOMPARE(searched.update(u"set/a.cnt"_s).errors, QStringList());
+        QStringList names = searched.pages(u"needle"_s).replace(u"d d"_s, u"d_d"_s).split(u' ');
+        names.sort();
+        QCOMPARE(names.join(u' ').replace(u"d_d"_s, u"d d"_s), found);
+    }
+
+    /// Pages that nothing names come and go with the links to them, and with their names.
+    void upkeepOfLinkedPages()
+    {
+        Searched searched("== a.cnt\nFirst = a.html\nSecond = b.html\n== a.html\n<a href=c.html>c</a>\n"
+                          "== b.html\nberry <a href=c.html>\n== c.html\n<title>Cherries</title>"
+                          "cherry <a href=d.html>\n== d.html\ndate");
+        auto& files = searched.files();
+        const auto compare = [&](const QString& expected) {
+            QCOMPARE(searched.update().errors, QStringList());
+            QStringList pages;
+            for (const auto& query : {u"berry"_s, u"cherry"_s, u"date"_s, u"elder"_s}) {
+                pages += searched.search(query).total == 0 ? u"-"_s : searched.pages(query);
+            }
+            QCOMPARE(pages.join(u' '), expected);
+        };
+        compare(u"b c d -"_s);
+        const auto hit = searched.search(u"cherry"_s).hits.front();
+        QCOMPARE(hit.title + hit.path.join(u'/'), u"Cherries"_s);
+        files.write(u"d.html"_s, "<p>elder");
+        compare(u"b c - d"_s);
+        files.write(u"c.html"_s, "<p>cherry, but no link");
+        compare(u"b c - -"_s);
+        files.write(u"a.cnt"_s, "First = a.html\nThird = c.html");
+        compare(u"- c - -"_s);
+        files.write(u"a.html"_s, "<a href=b.html>");
+        compare(u"b c - -"_s);
+        files.write(u"a.cnt"_s, "First = b.html");
+        compare(u"b c - -"_s);
+    }
+
     void unusableDatabases_data()
     {
         QTest::addColumn<QByteArray>("content");

@@ -2,6 +2,7 @@
 #include "fulltext/indexedpage.h"
 
 #include "fulltext/entryname.h"
+#include "fulltext/linkedpages.h"
 #include "fulltext/pagelanguage.h"
 #include "pages/pagefile.h"
 #include "pages/plainpage.h"
@@ -66,7 +67,8 @@ void PageReader::readText(const SourcePage& page, IndexedPage& result)
     if (source.value().isHtml && !m_stop.stop_requested()) {
         PageContext context{page.file, {}};
         context.styleSheets = &m_styleSheets;
-        plain = readPlainPage(source.value().text, context);
+        plain = readPlainPage(source.value().text, context, PlainParts::TextAndTargets);
+        result.targets = linkTargets(plain, m_source, m_named);
     } else if (!m_stop.stop_requested()) {
         plain.text = source.value().text.toStdString();
     }

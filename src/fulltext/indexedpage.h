@@ -35,6 +35,7 @@ struct IndexedPage {
         IndexFile::NameKind kind;
     };
     std::vector<Name> exactNames;
+    std::string targets;   ///< pages that only links lead to, see linkTargets()
     std::string ownName;   ///< the last part of the title that the contents give it, see EntryName
     QString error;         ///< why there is no text; null when there is
     bool isUnread = false; ///< there may be text that could not be read this time
@@ -42,7 +43,7 @@ struct IndexedPage {
     /// Bytes, about.
     [[nodiscard]] size_t memory() const
     {
-        size_t bytes = path.size() + title.size();
+        size_t bytes = path.size() + title.size() + targets.size();
         for (const auto& column : columns) {
             bytes += column.size();
         }
@@ -57,8 +58,9 @@ struct IndexedPage {
 class PageReader {
 public:
     /// What is read when a stop is asked for is of no use.
-    PageReader(const SearchSource& source, StyleSheets& styleSheets, std::stop_token stop)
-        : m_source(source), m_styleSheets(styleSheets), m_stop(std::move(stop))
+    PageReader(const SearchSource& source, const SourcePages& named, StyleSheets& styleSheets,
+               std::stop_token stop)
+        : m_source(source), m_named(named), m_styleSheets(styleSheets), m_stop(std::move(stop))
     {
     }
 
@@ -72,6 +74,7 @@ private:
     void addColumn(std::string_view text, std::string& column);
 
     const SearchSource& m_source;
+    const SourcePages& m_named;
     StyleSheets& m_styleSheets;
     std::stop_token m_stop;
     Words m_words;

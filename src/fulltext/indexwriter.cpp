@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "fulltext/indexwriter.h"
 
+#include "fulltext/linkedpages.h"
 #include "fulltext/pagequeue.h"
+#include "sources/pagefiles.h"
 
 #include <QCoreApplication>
 
 #include <chrono>
-#include <optional>
+#include <memory>
 #include <string>
 #include <unordered_map>
 
@@ -41,13 +43,16 @@ bool isSame(const SearchSource& source, const Statement& known, const SourcePage
 
 /// Between a database and the pages as they are.
 struct Difference {
+    Difference(const SearchSource& source, const SourcePages& named) : linked(source, named) {}
+
     std::vector<int64_t> gone; ///< numbers of pages in the database
     std::vector<const SourcePage*> outdated;
+    LinkedPages linked;
 };
 
-/// Nothing on errors.
-std::optional<Difference> findDifference(Database& database, const SearchSource& source,
-                                         const SourcePages& sourcePages)
+/// Null on errors.
+std::unique_ptr<Difference> findDifference(Database& database, const SearchSource& source,
+                                           const SourcePages& sourcePages)
 {
     const auto& pages = sourcePages.all();
     std::unordered_map<std::string, size_t> positions;
@@ -55,23 +60,36 @@ std::optional<Difference> findDifference(Database& database, const SearchSource&
     for (size_t i = 0; i < pages.size(); ++i) {
         positions.emplace(pages[i].file.toStdString(), i);
     }
-    std::vector<bool> isKnown(pages.size());
-    Difference difference;
-    auto known = database.prepare("SELECT id, path, size, time, names FROM pages");
+    std::vector<int64_t> same(pages.size());
+    auto difference = std::make_unique<Difference>(source, sourcePages);
+    bool isLinkUnknown = false;
+    auto known = database.prepare("SELECT id, path, size, time, names, targets FROM pages");
     while (known.step()) {
-        const auto found = positions.find(std::string(known.text(1)));
+        std::string path(known.text(1));
+        const auto found = positions.find(path);
         if (found != positions.end() && isSame(source, known, pages[found->second])) {
-            isKnown[found->second] = true;
+            same[found->second] = known.number(0);
+            difference->linked.follow(path, known.text(5));
+        } else if (found == positions.end() && known.number(4) == 0) {
+            difference->linked.addKnown(std::move(path), {known.number(0), known.number(2), known.number(3),
+                                                          std::string(known.text(5))});
         } else {
-            difference.gone.push_back(known.number(0));
+            // Of links to pages that had a name nothing was noted.
+            isLinkUnknown = isLinkUnknown ||
+                            (found == positions.end() && mayBeLinked(QString::fromStdString(path), source) &&
+                             isPageFile(QString::fromStdString(path)));
+            difference->gone.push_back(known.number(0));
         }
     }
     for (size_t i = 0; i < pages.size(); ++i) {
-        if (!isKnown[i]) {
-            difference.outdated.push_back(&pages[i]);
+        if (same[i] != 0 && isLinkUnknown) {
+            difference->gone.push_back(same[i]);
+        }
+        if (same[i] == 0 || isLinkUnknown) {
+            difference->outdated.push_back(&pages[i]);
         }
     }
-    return known.ok() ? std::optional(std::move(difference)) : std::nullopt;
+    return known.ok() ? std::move(difference) : nullptr;
 }
 
 class Update {
@@ -81,7 +99,7 @@ public:
           m_removePage(database.prepare("DELETE FROM pages WHERE id = ?")),
           m_addPage(database.prepare(
               "INSERT INTO pages(path, size, time, names, hash, words, titlewords, language, "
-              "links, title) VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?)")),
+              "links, title, targets) VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)")),
           m_addWords(database.prepare("INSERT INTO words(rowid, body, title, keywords, headings) "
                                       "VALUES(?, ?, ?, ?, ?)")),
           m_addName(database.prepare("INSERT OR IGNORE INTO names VALUES(?, ?, ?, ?)"))
@@ -94,58 +112,93 @@ public:
         if (!m_database.run("BEGIN IMMEDIATE")) {
             return false;
         }
-        const auto difference = findDifference(m_database, m_source, m_pages);
-        if (!difference) {
+        m_difference = findDifference(m_database, m_source, m_pages);
+        if (m_difference == nullptr) {
             return false;
         }
-        for (const auto id : difference->gone) {
-            m_removePage.bind(1, id).run();
-        }
-        m_outdated = difference->outdated;
+        remove(m_difference->gone);
         return true;
     }
 
     /// False when the database fails.
     bool write(const std::stop_token& stop, const IndexingProgress& progress)
     {
-        const auto total = qint64(m_pages.all().size());
-        const auto known = total - qint64(m_outdated.size());
-        progress(known, total);
-        PageQueue queue(m_source, m_outdated, stop);
-        auto stepBegin = Clock::now();
-        int inStep = 0;
-        qint64 done = 0;
+        m_stepBegin = Clock::now();
+        bool isWritten = writePages(m_difference->outdated, stop, progress);
+        while (isWritten && !stop.stop_requested()) {
+            const auto linked = nextLinked();
+            if (linked.empty()) {
+                remove(m_difference->linked.unreached());
+                break;
+            }
+            isWritten = writePages(linked, stop, progress);
+        }
+        return isWritten && m_database.run("COMMIT");
+    }
+
+    [[nodiscard]] bool hasWritten() const { return m_hasWritten; }
+    [[nodiscard]] const QStringList& errors() const { return m_errors; }
+    [[nodiscard]] bool isLimited() const
+    {
+        return m_difference != nullptr && m_difference->linked.isLimited();
+    }
+
+private:
+    void remove(const std::vector<int64_t>& pages)
+    {
+        for (const auto page : pages) {
+            m_removePage.bind(1, page).run();
+        }
+    }
+
+    std::vector<const SourcePage*> nextLinked()
+    {
+        std::vector<int64_t> outdated;
+        auto pages = m_difference->linked.next(outdated);
+        remove(outdated);
+        return pages;
+    }
+
+    bool writePages(const std::vector<const SourcePage*>& pages, const std::stop_token& stop,
+                    const IndexingProgress& progress)
+    {
+        const auto total = qint64(m_pages.all().size() + m_difference->linked.count());
+        auto done = total - qint64(pages.size());
+        progress(done, total);
+        PageQueue queue(m_source, m_pages, pages, stop);
         bool isWritten = true;
         while (isWritten && !stop.stop_requested()) {
             const auto page = queue.next();
             if (page == nullptr) {
                 break;
             }
-            isWritten = add(*page);
-            ++done;
-            if (++inStep >= StepPages || Clock::now() - stepBegin > StepTime) {
-                isWritten = isWritten && m_database.run("COMMIT") && m_database.run("BEGIN IMMEDIATE");
-                stepBegin = Clock::now();
-                inStep = 0;
-            }
-            if (done % 128 == 0) {
-                progress(known + done, total);
+            isWritten = add(*page) && keepStep();
+            m_difference->linked.follow(page->path, page->targets);
+            if (++done % 128 == 0) {
+                progress(done, total);
             }
         }
-        isWritten = isWritten && m_database.run("COMMIT");
-        progress(known + done, total);
+        progress(done, total);
         return isWritten;
     }
 
-    [[nodiscard]] bool isNeeded() const { return !m_outdated.empty(); }
-    [[nodiscard]] const QStringList& errors() const { return m_errors; }
+    bool keepStep()
+    {
+        m_hasWritten = true;
+        if (++m_inStep < StepPages && Clock::now() - m_stepBegin <= StepTime) {
+            return true;
+        }
+        m_stepBegin = Clock::now();
+        m_inStep = 0;
+        return m_database.run("COMMIT") && m_database.run("BEGIN IMMEDIATE");
+    }
 
-private:
     /// None of its statements may need a journal of its own, as those with RETURNING do: for that, FTS5 would
     /// write what it has gathered, page by page.
     bool add(const IndexedPage& page)
     {
-        if (!page.error.isNull() && m_errors.size() < MostErrors) {
+        const bool isNamed = page.names != 0;
+        if (isNamed && !page.error.isNull() && m_errors.size() < MostErrors) {
             m_errors += QStringLiteral("%1: %2").arg(QString::fromStdString(page.path), page.error);
         }
         // What could not be read is never the same as its file, so that it is read next time.
@@ -155,6 +208,7 @@ private:
             .bind(4, page.names);
         m_addPage.bind(5, page.hash).bind(6, int64_t(page.words)).bind(7, int64_t(page.titleWords));
         m_addPage.bind(8, page.language).bind(9, int64_t(page.linkShare)).bind(10, page.title);
+        m_addPage.bind(11, page.targets);
         if (!m_addPage.run()) {
             return false;
         }
@@ -177,7 +231,10 @@ private:
     Database& m_database;
     const SearchSource& m_source;
     const SourcePages& m_pages;
-    std::vector<const SourcePage*> m_outdated;
+    std::unique_ptr<Difference> m_difference;
+    Clock::time_point m_stepBegin;
+    int m_inStep = 0; ///< pages
+    bool m_hasWritten = false;
     QStringList m_errors;
     Statement m_removePage;
     Statement m_addPage;
@@ -190,7 +247,9 @@ private:
 bool isUpToDate(Database& database, const SearchSource& source, const SourcePages& pages)
 {
     const auto difference = findDifference(database, source, pages);
-    return difference && difference->gone.empty() && difference->outdated.empty();
+    std::vector<int64_t> outdated;
+    return difference != nullptr && difference->gone.empty() && difference->outdated.empty() &&
+           difference->linked.next(outdated).empty() && difference->linked.unreached().empty();
 }
 
 IndexingResult updateIndex(Database& database, const SearchSource& source, const SourcePages& pages,
@@ -203,13 +262,19 @@ IndexingResult updateIndex(Database& database, const SearchSource& source, const
     Update update(database, source, pages);
     const bool isWritten = !stop.stop_requested() && update.compare() && update.write(stop, progress);
     result.errors = update.errors();
+    if (update.isLimited()) {
+        result.errors += QCoreApplication::translate("HelpSetIndex",
+                                                     "%1: there are more pages that only links lead to than "
+                                                     "are looked for; the rest is not searched")
+                             .arg(source.contentsFile());
+    }
     if (!isWritten && !stop.stop_requested()) {
         result.state = database.isDamaged() ? IndexingResult::State::Damaged : IndexingResult::State::Failed;
         result.errors += database.error();
     }
     if (!isWritten) {
         database.run("ROLLBACK");
-    } else if (update.isNeeded()) {
+    } else if (update.hasWritten()) {
         tidy(database);
     }
     if (stop.stop_requested()) {

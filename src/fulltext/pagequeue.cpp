@@ -12,9 +12,9 @@ constexpr size_t MostReadyBytes = 16'000'000; // of what was made of them
 
 } // namespace
 
-PageQueue::PageQueue(const SearchSource& source, const std::vector<const SourcePage*>& pages,
-                     const std::stop_token& stop)
-    : m_source(source), m_pages(pages), m_stop(stop)
+PageQueue::PageQueue(const SearchSource& source, const SourcePages& named,
+                     const std::vector<const SourcePage*>& pages, const std::stop_token& stop)
+    : m_source(source), m_named(named), m_pages(pages), m_stop(stop)
 {
     const size_t threads = std::clamp<size_t>(std::thread::hardware_concurrency(), 1, 4);
     for (size_t i = 0; i < std::min(threads, pages.size()); ++i) {
@@ -34,7 +34,7 @@ PageQueue::~PageQueue()
 void PageQueue::work()
 {
     lowerPriority();
-    PageReader reader(m_source, m_styleSheets, m_stop);
+    PageReader reader(m_source, m_named, m_styleSheets, m_stop);
     std::unique_lock lock(m_mutex);
     while (!m_isClosed && !m_stop.stop_requested() && m_nextPage < m_pages.size()) {
         const auto& page = *m_pages[m_nextPage++];

@@ -16,8 +16,8 @@
 class PageQueue {
 public:
     /// All must outlive the queue.
-    PageQueue(const SearchSource& source, const std::vector<const SourcePage*>& pages,
-              const std::stop_token& stop);
+    PageQueue(const SearchSource& source, const SourcePages& named,
+              const std::vector<const SourcePage*>& pages, const std::stop_token& stop);
     ~PageQueue();
     PageQueue(const PageQueue&) = delete;
     PageQueue& operator=(const PageQueue&) = delete;
@@ -29,6 +29,7 @@ private:
     void work();
 
     const SearchSource& m_source;
+    const SourcePages& m_named;
     const std::vector<const SourcePage*>& m_pages;
     StyleSheets m_styleSheets; ///< of all threads
     std::stop_token m_stop;

@@ -10,6 +10,12 @@ void SearchSource::reserve(size_t topics, size_t keywords, qsizetype text)
 
 void SearchSource::addTopic(QStringView directory, QStringView name, QStringView title, int level)
 {
+    // Those of one folder nearly always follow each other.
+    const bool isNew = !directory.isEmpty() && (m_folders.isEmpty() || m_folders.constLast() != directory) &&
+                       !m_folders.contains(directory);
+    if (isNew && m_folders.size() < MostFolders) {
+        m_folders.append(directory.toString());
+    }
     m_topics.push_back(add(directory, name, title, level));
 }
 

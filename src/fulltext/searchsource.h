@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QStringView>
 
 #include <vector>
@@ -10,6 +11,8 @@
 /// help set nor its records. All texts stand in one, so that a million topics are collected in no time.
 class SearchSource {
 public:
+    static constexpr qsizetype MostFolders = 1000;
+
     /// `contentsFile` is the absolute path of the contents file, which stands for the help set.
     SearchSource(const QString& contentsFile, const QString& title)
         : m_contentsFile(contentsFile), m_title(title)
@@ -35,6 +38,8 @@ public:
         int titleLength;
         int level; ///< of topics only
     };
+    /// The folders that its pages are named from; each ends with "/".
+    [[nodiscard]] const QStringList& folders() const { return m_folders; }
     [[nodiscard]] const std::vector<Entry>& topics() const { return m_topics; }
     [[nodiscard]] const std::vector<Entry>& keywords() const { return m_keywords; }
     [[nodiscard]] QStringView page(const Entry& entry) const
@@ -52,6 +57,7 @@ private:
     QString m_contentsFile;
     QString m_title;
     QString m_text;
+    QStringList m_folders;
     std::vector<Entry> m_topics;
     std::vector<Entry> m_keywords;
 };

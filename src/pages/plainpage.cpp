@@ -241,6 +241,20 @@ std::string titleOf(const HtmlTree& tree)
     return title;
 }
 
+/// Where all of the page leads its readers, with what belongs to the web site.
+std::vector<std::string> targetsOf(const HtmlTree& tree)
+{
+    std::vector<std::string> targets;
+    for (const auto* node = tree.root(); node != nullptr; node = nextNode(node, tree.root())) {
+        const bool isLink = isElement(*node, "a") || isElement(*node, "area");
+        const bool isFrame = isElement(*node, "frame") || isElement(*node, "iframe");
+        if (isLink || isFrame) {
+            targets.emplace_back(attribute(*node, isLink ? "href" : "src"));
+        }
+    }
+    return targets;
+}
+
 } // namespace
 
 PlainPage readPlainPage(const QString& html, const PageContext& context, PlainParts parts)
@@ -255,8 +269,12 @@ PlainPage readPlainPage(const QString& html, const PageContext& context, PlainPa
     page.title = titleOf(tree);
     page.text.reserve(size_t(html.size()));
     PageStyles styles({}, StyleExtent::Sight);
-    addStyleSheets(styles, tree, readPageHead(tree, context.file).base, context.styleSheets);
+    page.base = readPageHead(tree, context.file).base;
+    addStyleSheets(styles, tree, page.base, context.styleSheets);
     const PageSurvey survey(*tree.root(), styles);
+    if (parts == PlainParts::TextAndTargets) {
+        page.targets = targetsOf(tree);
+    }
     const bool isReading = survey.isWebPage() && tree.first("frameset") == nullptr;
     const HtmlNode* body = tree.first("body");
     const HtmlNode& all = body == nullptr ? *tree.root() : *body;

@@ -33,11 +33,14 @@ struct PlainPage {
     size_t linkText = 0;  ///< bytes of the text that stand in links
     std::vector<PlainSection> sections; ///< in order, when they are wanted
     std::vector<PlainLink> links;       ///< in order, when sections are wanted
+    QString base;                       ///< what relative targets start from
+    std::vector<std::string> targets;   ///< of all links, as written, when they are wanted
 };
 
 enum class PlainParts {
     Text,
     TextAndSections,
+    TextAndTargets,
 };
 
 /// Reads the text that preparePage() gives for the reading view, without writing HTML. Never fails.

@@ -5,13 +5,11 @@
 #include "markup/htmltree.h"
 #include "markup/pagedecoding.h"
 #include "markup/tags.h"
+#include "sources/pagefiles.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QUrl>
-
-#include <algorithm>
-#include <array>
 
 namespace {
 
@@ -46,13 +44,6 @@ QString textOf(const HtmlNode* element)
 }
 
 } // namespace
-
-bool isHtmlName(QStringView fileName)
-{
-    static constexpr std::array<QStringView, 4> suffixes{u".html", u".htm", u".xhtml", u".shtml"};
-    return std::any_of(suffixes.begin(), suffixes.end(),
-                       [&](QStringView suffix) { return fileName.endsWith(suffix, Qt::CaseInsensitive); });
-}
 
 FolderFiles::FolderFiles(const QString& root, const std::stop_token& stop) : m_root(root)
 {

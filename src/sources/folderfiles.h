@@ -62,8 +62,6 @@ private:
     bool m_isLimited = false;
 };
 
-[[nodiscard]] bool isHtmlName(QStringView fileName);
-
 [[nodiscard]] inline QString withoutAnchor(const QString& page)
 {
     return page.section(u'#', 0, 0);

@@ -6,6 +6,8 @@
 
 #include <QFile>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <memory>
 #include <sys/stat.h>
@@ -72,6 +74,13 @@ Packed findPacked(const QString& path)
 }
 
 } // namespace
+
+bool isHtmlName(QStringView fileName)
+{
+    static constexpr std::array<QStringView, 4> suffixes{u".html", u".htm", u".xhtml", u".shtml"};
+    return std::any_of(suffixes.begin(), suffixes.end(),
+                       [&](QStringView suffix) { return fileName.endsWith(suffix, Qt::CaseInsensitive); });
+}
 
 bool isPageFile(const QString& path)
 {

@@ -20,6 +20,8 @@ struct PageFileState {
     bool operator==(const PageFileState& other) const = default;
 };
 
+/// Whether a file is called like a page of HTML.
+[[nodiscard]] bool isHtmlName(QStringView fileName);
 [[nodiscard]] bool isPageFile(const QString& path);
 /// None when there is no such file.
 [[nodiscard]] std::optional<PageFileState> pageFileState(const QString& path);

@@ -8,6 +8,7 @@
 #include "sources/htmlplace.h"
 #include "sources/nativesource.h"
 #include "sources/outlinebuilder.h"
+#include "sources/pagefiles.h"
 #include "sources/qchsource.h"
 #include "sources/registereddocument.h"
 #include "sources/registeredsource.h"

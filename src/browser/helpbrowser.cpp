@@ -77,6 +77,7 @@ void HelpBrowser::open(const QString& url, HelpContentsItem* item, const NamedBy
     const int leftPlace = place();
     display(url, item != nullptr ? item : m_library.findPage(url), namedBy);
     if (!m_stepping && isCurrent(url, item)) {
+        findCurrentAgain(url);
         return;
     }
     if (item == nullptr) {
@@ -88,6 +89,20 @@ void HelpBrowser::open(const QString& url, HelpContentsItem* item, const NamedBy
     if (!m_stepping) {
         record(item, leftPlace);
     }
+    announce();
+}
+
+/// The help set of the page shown may have been opened since.
+void HelpBrowser::findCurrentAgain(const QString& url)
+{
+    const auto* current = m_history.current();
+    if (current == nullptr || isGenerated(current) || current->listViewItem != nullptr ||
+        m_library.findRow(url) == nullptr) {
+        return;
+    }
+    auto* item = m_library.getPage(url);
+    m_history.replace(item);
+    Q_EMIT captionChanged(item->title());
     announce();
 }
 
@@ -286,6 +301,12 @@ void HelpBrowser::displayFile(const QString& url, const HelpContentsItem* item, 
         return;
     }
     const auto source = readPage(location.file);
+    if (const QString package = packageOf(location.file);
+        source.ok() && !package.isNull() && !m_library.isOpen(package)) {
+        auto closed = makeClosedPage({package, url}, namedBy);
+        displayBuiltin(closed.page, std::move(closed.targets));
+        return;
+    }
     if (!source.ok()) {
         displayError(source.error(), url, item, namedBy);
         return;
@@ -351,8 +372,10 @@ void HelpBrowser::followLink(const QString& href)
     const RecordLink target = *link;
     if (auto* const* item = std::get_if<HelpContentsItem*>(&target)) {
         setSource(*item);
-    } else {
-        setSource(**std::get_if<HelpIndexItem*>(&target));
+    } else if (auto* const* keyword = std::get_if<HelpIndexItem*>(&target)) {
+        setSource(**keyword);
+    } else if (const auto* closed = std::get_if<ClosedHelpSet>(&target)) {
+        Q_EMIT helpSetRequested(closed->fileName, closed->page);
     }
 }
 
@@ -361,9 +384,13 @@ QString HelpBrowser::linkTarget(const QString& href) const
 {
     if (const auto* link = recordLink(href)) {
         auto* const* item = std::get_if<HelpContentsItem*>(link);
-        return item != nullptr ? (*item)->page() : (*std::get_if<HelpIndexItem*>(link))->link();
+        auto* const* keyword = std::get_if<HelpIndexItem*>(link);
+        return item != nullptr      ? (*item)->page()
+               : keyword != nullptr ? (*keyword)->link()
+                                    : std::get_if<ClosedHelpSet>(link)->page;
     }
-    return resolveLink(href.startsWith(u'#') ? page().file : page().prepared.base, href);
+    return m_library.pageInOpenSet(
+        resolveLink(href.startsWith(u'#') ? page().file : page().prepared.base, href));
 }
 
 const RecordLink* HelpBrowser::recordLink(const QString& href) const

@@ -62,6 +62,8 @@ Q_SIGNALS:
     void syncEnabled(bool value);
     /// A page of a help set with this title is shown.
     void captionChanged(const QString& title);
+    /// A help set is to be opened, and this page of it shown.
+    void helpSetRequested(const QString& fileName, const QString& page);
     /// Another record is the one of the page shown.
     void currentChanged(HelpContentsItem* record);
 
@@ -74,6 +76,7 @@ private:
     void announce();
     void step(PageHistory::Direction direction);
     void revisit(const PageHistory::Visit& visit);
+    void findCurrentAgain(const QString& url);
     [[nodiscard]] bool isCurrent(const QString& url, const HelpContentsItem* item) const;
 
     void display(const QString& url, const HelpContentsItem* item, const NamedBy& namedBy);

@@ -95,6 +95,21 @@ RecordPage makeRecordPage(const HelpLibrary& library, const HelpContentsItem& re
     return record.keyword != nullptr ? makeKeywordPage(library, record) : makeBookPage(library, record);
 }
 
+RecordPage makeClosedPage(const ClosedHelpSet& closed, const NamedBy& namedBy)
+{
+    RecordPage result;
+    auto& page = result.page;
+    page.title = text(QT_TRANSLATE_NOOP("RecordPage", "This page is in a help set that is not open"));
+    page.text = text(QT_TRANSLATE_NOOP("RecordPage", "The help set is on this machine and can be opened."));
+    const QString title = HelpLibrary::getTitle(closed.fileName);
+    page.links.push_back({text(QT_TRANSLATE_NOOP("RecordPage", "Open \"%1\"")).arg(title), {}});
+    addFact(page, text(QT_TRANSLATE_NOOP("RecordPage", "Page:")), readablePageName(closed.page));
+    addFact(page, text(QT_TRANSLATE_NOOP("RecordPage", "File:")), closed.fileName);
+    addOrigin(page, {}, namedBy);
+    result.targets.emplace_back(closed);
+    return result;
+}
+
 BuiltinPage makeErrorPage(const QString& name, const QString& reason, const QString& helpSet,
                           const NamedBy& namedBy)
 {

@@ -18,6 +18,10 @@ void HelpContentsModel::connectLibrary()
 {
     connect(&m_library, &HelpLibrary::topRowsAboutToBeInserted, this, &HelpContentsModel::rowsAboutToCome);
     connect(&m_library, &HelpLibrary::topRowsInserted, this, &HelpContentsModel::rowsHaveCome);
+    connect(&m_library, &HelpLibrary::rowsRetitled, this, [this] {
+        Q_EMIT layoutAboutToBeChanged();
+        Q_EMIT layoutChanged();
+    });
     connect(&m_library, &HelpLibrary::topRowsAboutToBeRemoved, this, &HelpContentsModel::rowsAboutToGo);
     connect(&m_library, &HelpLibrary::topRowsRemoved, this, &HelpContentsModel::rowsHaveGone);
 }

@@ -62,6 +62,7 @@ void Desk::connectView()
     });
     connect(m_browser, &HelpBrowser::captionChanged, this, &Desk::captionChanged);
     connect(m_browser, &HelpBrowser::linkHovered, this, &Desk::linkHovered);
+    connect(m_browser, &HelpBrowser::helpSetRequested, this, &Desk::helpSetRequested);
     connect(m_browser, &HelpBrowser::noticed, this, &Desk::linkHovered);
     connect(m_browser, &HelpBrowser::pageChanged, this, &Desk::pageChanged);
     connect(m_browser, &HelpBrowser::currentChanged, this, &Desk::currentChanged);

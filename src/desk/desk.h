@@ -80,6 +80,8 @@ Q_SIGNALS:
     void conditionChanged(Desk::Condition condition, bool holds);
     /// A page of a help set with this title is shown; empty for no page.
     void captionChanged(const QString& title);
+    /// A help set is to be opened, and this page of it shown.
+    void helpSetRequested(const QString& fileName, const QString& page);
     /// For the status bar.
     void linkHovered(const QString& text);
     /// Another page, or none, is shown.

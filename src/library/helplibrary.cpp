@@ -192,7 +192,11 @@ void HelpLibrary::readRest(const std::shared_ptr<Reading>& reading)
                        [this, reading](IndexEntries&& entries) {
                            if (reading->set != nullptr) {
                                const QString limitReached = entries.limitReached;
+                               const bool isRetitled = !entries.titles.empty();
                                reading->set->adoptIndex(std::move(entries));
+                               if (isRetitled) {
+                                   Q_EMIT rowsRetitled();
+                               }
                                if (!limitReached.isNull()) {
                                    Q_EMIT keywordsLeftOut(reading->fileName, limitReached);
                                }
@@ -367,6 +371,29 @@ QString HelpLibrary::pageTitle(const QString& link) const
     }
     const qsizetype hash = anchorPosition(link);
     return link.sliced(link.lastIndexOf(u'/', hash < 0 ? -1 : hash) + 1);
+}
+
+bool HelpLibrary::isOpen(const QString& fileName) const
+{
+    return std::any_of(m_helpSets.begin(), m_helpSets.end(),
+                       [&](const auto& set) { return ::isOneFile(set->root().fileName, fileName); });
+}
+
+QString HelpLibrary::pageInOpenSet(const QString& target) const
+{
+    const QString name = packedName(target);
+    const QString package = packageOf(target);
+    const auto fileOf = [](const QString& page) { return page.section(u'#', 0, 0); };
+    if (name.isNull() || (!package.isNull() && isOpen(package) && isPageFile(fileOf(target)))) {
+        return target;
+    }
+    for (const auto& set : m_helpSets) {
+        QString page = absoluteFilePath(set->root().fileName) + u'/' + name;
+        if (isPageFile(fileOf(page))) {
+            return page;
+        }
+    }
+    return target;
 }
 
 bool HelpLibrary::isOneFile(const QString& a, const QString& b)

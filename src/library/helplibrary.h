@@ -98,6 +98,11 @@ public:
     /// file name with the anchor.
     [[nodiscard]] QString pageTitle(const QString& link) const;
 
+    [[nodiscard]] bool isOpen(const QString& fileName) const;
+    /// A page with its anchor that a link leads to; where that is in a package, or means one, which is not
+    /// open or does not have it, the same page in one that is open.
+    [[nodiscard]] QString pageInOpenSet(const QString& target) const;
+
     /// Whether a record goes when this help set is removed.
     [[nodiscard]] static bool belongsTo(const HelpContentsItem& item, const HelpContentsRoot& root)
     {
@@ -137,6 +142,8 @@ Q_SIGNALS:
     void keywordsLeftOut(const QString& fileName, const QString& reason);
     void topRowsAboutToBeInserted(int first, int last);
     void topRowsInserted();
+    /// Rows that had provisional titles have others now.
+    void rowsRetitled();
     void helpSetAboutToBeRemoved(HelpContentsRoot* root);
     void topRowsAboutToBeRemoved(int first, int last);
     void topRowsRemoved();

@@ -91,6 +91,9 @@ void HelpSet::adoptRows()
 void HelpSet::adoptIndex(IndexEntries entries)
 {
     m_index = std::move(entries);
+    for (const auto& [row, title] : m_index.titles) {
+        m_rows[size_t(row)].text = title;
+    }
     m_outline.problems.insert(m_outline.problems.end(), m_index.problems.begin(), m_index.problems.end());
 }
 

@@ -33,7 +33,7 @@ public:
     Q_DISABLE_COPY_MOVE(HelpSet)
 
     [[nodiscard]] IndexTask indexTask() { return {m_source, &m_root}; }
-    /// Takes over what indexTask() led to; once.
+    /// Takes over what indexTask() led to; once. Rows may have other titles then.
     void adoptIndex(IndexEntries entries);
 
     [[nodiscard]] HelpContentsRoot& root() { return m_root; }

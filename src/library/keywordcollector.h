@@ -6,13 +6,16 @@
 
 #include <deque>
 #include <memory>
+#include <utility>
 #include <vector>
 
-/// The keyword entries of one help set, which keep their addresses when this is moved.
+/// The keyword entries of one help set, and titles of its rows, which keep their addresses when this is
+/// moved.
 struct IndexEntries {
     std::vector<HelpIndexItem> items; ///< in load order
     std::deque<QString> texts;        ///< that the entries view into
     std::vector<std::unique_ptr<const HelpIndexSource>> sources;
+    std::vector<std::pair<int, QStringView>> titles; ///< of rows that had a provisional one
     std::vector<Problem> problems;
     QString limitReached; ///< a sentence on what was left out; null when all was read
 };
@@ -28,6 +31,10 @@ public:
     void begin(const KeywordFile& file, size_t atMost) override;
     QStringView keep(const QString& text) override;
     bool add(const IndexLine& line) override;
+    void retitle(int entry, const QString& title) override
+    {
+        m_entries.titles.emplace_back(entry, m_entries.texts.emplace_back(title));
+    }
     void note(const Problem& problem) override { m_entries.problems.push_back(problem); }
     void leaveOutRest(const KeywordFile& file) override;
 

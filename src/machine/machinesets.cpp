@@ -23,8 +23,8 @@ public:
     {
         for (const auto& data : m_places.dataFolders) {
             addRegistered(data + QStringLiteral("/doc-base"));
-            for (const auto* folder : {"/qt5/doc", "/qt6/doc", "/doc/qt5", "/doc/qt6", "/doc/qch"}) {
-                addFiles(data + QLatin1StringView(folder), QStringLiteral("*.qch"));
+            for (const auto& folder : packageFolders(data)) {
+                addFiles(folder, QStringLiteral("*.qch"));
             }
             for (const auto* folder : {"/devhelp/books", "/gtk-doc/html"}) {
                 addFolders(data + QLatin1StringView(folder));

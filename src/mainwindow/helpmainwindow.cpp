@@ -165,6 +165,10 @@ void HelpMainWindow::connectPanes()
 void HelpMainWindow::connectDesk()
 {
     connect(m_desk, &Desk::captionChanged, this, &HelpMainWindow::setHelpCaption);
+    connect(m_desk, &Desk::helpSetRequested, this, [this](const QString& fileName, const QString& page) {
+        insertContents(fileName);
+        showPage(page, 0);
+    });
     connect(m_desk, &Desk::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
     connect(m_desk, &Desk::pageChanged, this,
             [this] { m_menus.outlineMenu->setHeadings(m_desk->view().page().prepared.headings); });

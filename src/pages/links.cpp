@@ -3,6 +3,7 @@
 
 #include "formats/paths.h"
 #include "sources/pagefiles.h"
+#include "sources/sources.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -53,12 +54,12 @@ QString packedLink(const QString& pageFile, QStringView link)
     if (!link.startsWith(u"qthelp://")) {
         return {};
     }
-    const qsizetype folder = link.indexOf(u'/', QStringView(u"qthelp://").size());
+    const QString name = packedName(decoded(link));
     const QString package = packageOf(pageFile);
-    if (folder < 0 || package.isNull()) {
+    if (name.isEmpty()) {
         return {};
     }
-    return existingFile(package + u'/', link.sliced(folder + 1));
+    return package.isNull() ? packedPageOnMachine(name) : existingFile(package + u'/', name);
 }
 
 struct Target {

@@ -206,7 +206,6 @@ void FolderContents::addOthers()
             add({level, own.chopped(1), {}});
         }
         folder = own;
-        const bool isFew = ++titles <= MostTitles;
-        add({level + (own.isEmpty() ? 0 : 1), isFew ? m_files.title(page) : page.sliced(own.size()), page});
+        add({level + (own.isEmpty() ? 0 : 1), page.sliced(own.size()), page, ++titles <= MostTitles});
     }
 }

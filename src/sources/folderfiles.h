@@ -14,7 +14,8 @@
 struct FolderRow {
     int level = 0;
     QString title;
-    QString page; ///< empty for none
+    QString page;            ///< empty for none
+    bool isUntitled = false; ///< called by its file until its page has been read
 };
 
 struct FolderKeyword {

@@ -13,6 +13,8 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <utility>
+
 namespace {
 
 /// Whether a page is named like an index of a book.
@@ -111,6 +113,9 @@ ContentsOutline HtmlFolderSource::readContents(const std::stop_token& stop)
             if (!builder.add(row.level + 1, row.title, row.page)) {
                 break;
             }
+            if (row.isUntitled) {
+                m_untitled.emplace_back(int(builder.rows().size()) - 1, row.page);
+            }
         }
     }
     if (files.isLimited()) {
@@ -127,6 +132,11 @@ void HtmlFolderSource::readKeywords(KeywordSink& sink, const std::stop_token& st
 {
     if (!m_files) {
         return;
+    }
+    for (const auto& [row, page] : std::exchange(m_untitled, {})) {
+        if (!stop.stop_requested()) {
+            sink.retitle(row, m_files->title(page));
+        }
     }
     const auto keywords = keywordsOf(*m_files, stop);
     const KeywordFile file{m_folder, m_files->root(), m_title, m_folder, 0};

@@ -21,6 +21,7 @@ public:
 private:
     QString m_folder; ///< without "/" at its end
     QString m_title;
+    std::vector<std::pair<int, QString>> m_untitled; ///< rows and their pages
     std::optional<FolderFiles> m_files;
 };
 

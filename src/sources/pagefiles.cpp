@@ -127,6 +127,15 @@ QString packageOf(const QString& path)
     return end <= 0 || end == path.size() ? QString() : path.first(end);
 }
 
+QString packedName(const QString& target)
+{
+    if (target.startsWith(u"qthelp://")) {
+        return target.section(u'/', 3);
+    }
+    const QString package = target.startsWith(u'/') ? packageOf(target) : QString();
+    return package.isNull() ? QString() : target.sliced(package.size() + 1);
+}
+
 QString readablePageName(const QString& path)
 {
     const QString package = path.startsWith(u'/') ? packageOf(path) : QString();

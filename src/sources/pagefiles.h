@@ -33,5 +33,8 @@ struct PageFileState {
 [[nodiscard]] QString pageFileElsewhere(const QString& path);
 /// The path of the package that a file is in; null for files of the file system.
 [[nodiscard]] QString packageOf(const QString& path);
+/// What a path in a package, or a link of the scheme of packages, calls a file in there: folder, "/", name,
+/// anchor; null for anything else.
+[[nodiscard]] QString packedName(const QString& target);
 /// The path, or how people call a file in a package: `guide.qch › start.html`.
 [[nodiscard]] QString readablePageName(const QString& path);

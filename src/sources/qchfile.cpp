@@ -3,6 +3,7 @@
 
 #include "formats/paths.h"
 #include "sources/inflate.h"
+#include "sources/sources.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -11,6 +12,7 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <chrono>
 
 #include <sqlite3.h>
 
@@ -30,10 +32,42 @@ QByteArray uriOf(const QString& path)
     return "file:" + QFile::encodeName(path).toPercentEncoding("/") + "?immutable=1";
 }
 
-/// The folder in which a package's pages are, for links: those of a set name it.
-QString pagesFolderOf(const QString& package)
+/// The package of a directory whose pages are in this folder. They nearly always have the names of their
+/// folders.
+QString findPackage(const QString& directory, const QString& folder)
 {
-    return QchFile(package).folder();
+    constexpr qsizetype mostPackages = 500;
+    auto packages = QDir(directory).entryInfoList({QStringLiteral("*.qch")}, QDir::Files, QDir::Name);
+    packages.resize(std::min(packages.size(), mostPackages));
+    std::stable_partition(packages.begin(), packages.end(), [&](const QFileInfo& package) {
+        return package.completeBaseName().compare(folder, Qt::CaseInsensitive) == 0;
+    });
+    const auto found = std::find_if(packages.begin(), packages.end(), [&](const QFileInfo& package) {
+        return QchFile(package.filePath()).folder() == folder;
+    });
+    return found == packages.end() ? QString() : found->filePath();
+}
+
+/// The same, looked up again after some seconds: a page has many links into another package.
+QString packageWith(const QString& directory, const QString& folder)
+{
+    using Clock = std::chrono::steady_clock;
+    constexpr auto lifetime = std::chrono::seconds(5);
+    struct Found {
+        QString package;
+        Clock::time_point time;
+    };
+    thread_local QHash<QString, Found> known;
+    const QString key = directory + u'\n' + folder;
+    const auto found = known.constFind(key);
+    if (found != known.cend() && Clock::now() - found->time < lifetime) {
+        return found->package;
+    }
+    constexpr qsizetype mostKnown = 1000;
+    if (known.size() > mostKnown) {
+        known.clear();
+    }
+    return known.insert(key, {findPackage(directory, folder), Clock::now()})->package;
 }
 
 } // namespace
@@ -218,25 +252,20 @@ Result<QByteArray, FileError> QchFile::read(const QString& name, qint64 most)
     return bytes ? Result<QByteArray, FileError>(*bytes) : FileError::Unreadable;
 }
 
-/// Packages that belong together stand in one folder, and nearly always have the names of the folders of
-/// their pages.
+/// Packages that belong together stand in one folder.
 QString QchFile::elsewhere(const QString& name)
 {
-    const QString wanted = name.section(u'/', 0, 0);
-    const QString rest = name.section(u'/', 1);
-    if (wanted.isEmpty() || rest.isEmpty() || wanted == folder()) {
+    if (name.section(u'/', 0, 0) == folder()) {
         return {};
     }
-    constexpr qsizetype mostPackages = 500;
-    auto packages = QFileInfo(m_path).dir().entryInfoList({QStringLiteral("*.qch")}, QDir::Files, QDir::Name);
-    packages.resize(std::min(packages.size(), mostPackages));
-    std::stable_partition(packages.begin(), packages.end(), [&](const QFileInfo& package) {
-        return package.completeBaseName().compare(wanted, Qt::CaseInsensitive) == 0;
-    });
-    for (const auto& package : packages) {
-        if (package.filePath() != m_path && pagesFolderOf(package.filePath()) == wanted) {
-            return package.filePath() + u'/' + name;
-        }
-    }
-    return {};
+    const QString beside = findPage(QFileInfo(m_path).path(), name);
+    return beside.isNull() ? packedPageOnMachine(name) : beside;
+}
+
+QString QchFile::findPage(const QString& directory, const QString& name)
+{
+    const QString folder = name.section(u'/', 0, 0);
+    const QString package =
+        folder.isEmpty() || name.section(u'/', 1).isEmpty() ? QString() : packageWith(directory, folder);
+    return package.isNull() ? QString() : package + u'/' + name;
 }

@@ -39,6 +39,10 @@ public:
     /// One after the other, as they stand in the file.
     [[nodiscard]] QByteArray contents();
 
+    /// The path of a page, named by its folder, "/" and its name in there, in a file of this directory that
+    /// has the folder, whether the page is in it or not; null when there is none.
+    [[nodiscard]] static QString findPage(const QString& directory, const QString& name);
+
     [[nodiscard]] std::optional<qint64> packedSize(const QString& name) override;
     [[nodiscard]] Result<QByteArray, FileError> read(const QString& name, qint64 most) override;
     [[nodiscard]] QString elsewhere(const QString& name) override;

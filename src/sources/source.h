@@ -15,7 +15,7 @@ struct KeywordFile {
     int namedInLine = 0;
 };
 
-/// Takes the keywords of a help set as they are read.
+/// Takes what is read of a help set behind its contents: keywords, and titles of rows.
 class KeywordSink {
 public:
     KeywordSink() = default;
@@ -28,6 +28,8 @@ public:
     virtual QStringView keep(const QString& text) = 0;
     /// False when there are too many; then no more are to come.
     virtual bool add(const IndexLine& line) = 0;
+    /// The title of an entry of the outline, by its number, which had a provisional one.
+    virtual void retitle(int entry, const QString& title) = 0;
     virtual void note(const Problem& problem) = 0;
     /// What the file named last has more is not read.
     virtual void leaveOutRest(const KeywordFile& file) = 0;
@@ -44,6 +46,6 @@ public:
     /// Once, before all else. Never fails: what cannot be read is missing and listed among the problems. Once
     /// a stop has been asked for, the outline ends anywhere.
     [[nodiscard]] virtual ContentsOutline readContents(const std::stop_token& stop) = 0;
-    /// Once. After a stop has been asked for, keywords are missing.
+    /// Once. After a stop has been asked for, keywords and titles are missing.
     virtual void readKeywords(KeywordSink& sink, const std::stop_token& stop) = 0;
 };

@@ -15,6 +15,7 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 #include <algorithm>
 #include <array>
@@ -213,6 +214,27 @@ QStringList sourceFilters()
         }
     }
     return filters;
+}
+
+QStringList packageFolders(const QString& dataFolder)
+{
+    QStringList folders;
+    for (const auto* folder : {"/qt5/doc", "/qt6/doc", "/doc/qt5", "/doc/qt6", "/doc/qch"}) {
+        folders.append(dataFolder + QLatin1StringView(folder));
+    }
+    return folders;
+}
+
+QString packedPageOnMachine(const QString& name)
+{
+    for (const auto& data : QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation)) {
+        for (const auto& folder : packageFolders(data)) {
+            if (QString page = QchFile::findPage(folder, name); !page.isNull()) {
+                return page;
+            }
+        }
+    }
+    return {};
 }
 
 std::unique_ptr<Package> openPackage(const QString& fileName)

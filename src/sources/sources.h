@@ -34,5 +34,10 @@ struct HelpSetPlace {
 /// One for each kind, for a file dialog, such as "Contents Files (*.cnt)".
 [[nodiscard]] QStringList sourceFilters();
 
+/// Where packages with documentation are put, within each of the machine's data folders.
+[[nodiscard]] QStringList packageFolders(const QString& dataFolder);
+/// The path of a page that a package of this machine has under the name that links call it by: folder, "/",
+/// name in there; null when none has.
+[[nodiscard]] QString packedPageOnMachine(const QString& name);
 /// Null when the file holds no others.
 [[nodiscard]] std::unique_ptr<Package> openPackage(const QString& fileName);

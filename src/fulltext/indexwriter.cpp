@@ -162,7 +162,7 @@ private:
     bool writePages(const std::vector<const SourcePage*>& pages, const std::stop_token& stop,
                     const IndexingProgress& progress)
     {
-        const auto total = qint64(m_pages.all().size() + m_difference->linked.count());
+        const auto total = qint64(m_pages.all().size()) + qint64(m_difference->linked.count());
         auto done = total - qint64(pages.size());
         progress(done, total);
         PageQueue queue(m_source, m_pages, pages, stop);

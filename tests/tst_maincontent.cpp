@@ -41,6 +41,29 @@ QString prepared(const QString& body)
     return preparePage(web(body), {}, Presentation::Reading).text;
 }
 
+/// What helps to use a page in a browser, told by what it is.
+void addBrowserAids()
+{
+    row("mark of a heading", "<h1>T <a href='#t'>\u00A7</a></h1><h2>C <a href='#c'>#</a></h2>a", "T C a");
+    row("mark of a paragraph", "<h1>T</h1><p id=p>a <a href='#p'>¶</a>", "T a");
+    row("heading that leads to itself", "<h1><a href='#t'>T</a></h1>a", "T a");
+    row("one letter that leads on", "<h1>T</h1><p>a <a href='#n'>1</a> <a href='#x'>*</a>", "T a 1 *");
+    row("sign that leads elsewhere", "<h1>T <a href='x.html#t'>#</a></h1>a", "T # a");
+    row("numbers of lines",
+        "<h1>T</h1><table><tr><td><pre>7\n8\n9</pre><td><div><pre>a\nb\nc</pre></div></table>", "T a b c");
+    row("marked numbers of lines", "<h1>T</h1><div><pre><i>1</i>\n<i>2</i>\n<i>3</i></pre><pre>a</pre></div>",
+        "T a");
+    row("numbers that count nothing", "<h1>T</h1><div><pre>1\n2\n4</pre><pre>a</pre></div>", "T 1 2 4 a");
+    row("numbers beside no code", "<h1>T</h1><table><tr><td>1 2 3<td>a</table>", "T 1 2 3 a");
+    row("way to other pages",
+        "<ul><li><a accesskey=p href=a>Prev</a><li>The Book<li><a accesskey=n href=b>Next</a></ul><h2>T</h2>a"
+        "<div><a rel=prev href=a>A</a> <a rel=next href=b>B</a></div>",
+        "T a");
+    row("links with one way on",
+        "<h1>T</h1><p>a<div><a href=x>x</a> <a href=y>y</a> <a rel=next href=z>z</a></div>", "T a x y z");
+    row("nothing but ways on", "<div><a rel=prev href=a>A</a> <a rel=next href=b>B</a></div>", "A B");
+}
+
 /// What is hidden, and what is opened.
 void addHiddenParts()
 {
@@ -113,6 +136,7 @@ void TestMainContent::furniture_data()
         "<h1>T</h1><form><p>Fill in what you know of yourself and of all others, please.</p>"
         "<input value=x></form>",
         "T Fill in what you know of yourself and of all others, please. x");
+    addBrowserAids();
     addHiddenParts();
 }
 

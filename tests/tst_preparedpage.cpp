@@ -206,7 +206,7 @@ void addOtherElements()
     addRow("frame", R"(<iframe src="f.html" title="Inner"></iframe>)",
            R"(<p><a href="link:0">Inner</a></p>)");
     addRow("text after a frame", R"(<h3>a<iframe src="f.html"></iframe>b</h3>)",
-           R"(<h3>a<p><a href="link:0">f.html</a></p>b</h3>)");
+           R"(<h3 class="usual">a<p><a href="link:0">f.html</a></p>b</h3>)");
     addRow(
         "form",
         R"(<form>Name <input value="you"> <select><option>a<option>b</select> <input type=hidden value=x><button>Go</button></form>)",
@@ -292,6 +292,16 @@ void TestPreparedPage::sheets_data()
            R"(<div class="term">a</div><div style="margin-left:40px;">b c</div>)");
     addRow("large heading", "h2{font-weight:normal}", "<h2>a</h2>",
            R"(<h2 class="larger"><span style="font-weight:normal;">a</span></h2>)");
+    addRow("heading in fixed pitch", "h1,h2{font-family:monospace}h2{font-size:1.1em}",
+           "<h1>a</h1><h2>b</h2><p>c</p>",
+           R"(<h1 class="larger"><tt>a</tt></h1><h2 class="usual"><tt>b</tt></h2><p>c</p>)");
+    addRow("summary without a control", "p{color:#111}", "<summary><p>a</p></summary>", "<p>a</p>");
+    addRow("width of columns", "p{color:#111}",
+           "<table><col width=150px><tr><td>a<td>b</tr><tr><td>c</tr></table>",
+           R"(<table cellspacing="0"><tr><td style="padding-top:1px;padding-right:4px;padding-bottom:1px;)"
+           R"(padding-left:4px;" width="150">a</td><td style="padding-top:1px;padding-right:4px;)"
+           R"(padding-bottom:1px;padding-left:4px;">b</td></tr><tr><td style="padding-top:1px;)"
+           R"(padding-right:4px;padding-bottom:1px;padding-left:4px;">c</td></tr></table>)");
     addRow("code in another font", "code{font-family:serif}", "<p><code>a</code></p>", "<p>a</p>");
     addRow("link in a colour of its own", "a{color:red;text-decoration:underline}", "<p><a href=x>a</a></p>",
            R"(<p><a href="link:0"><span style="color:#e60000;">a</span></a></p>)");

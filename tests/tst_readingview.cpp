@@ -327,6 +327,10 @@ void TestReadingView::placesOfSheets_data()
     addRow("as if it were not there",
            ".g{display:grid;grid-template-columns:1fr 1fr}section{display:contents}",
            "<div class=g><section><p>one</section><section><p>two</section></div>", "beside");
+    addRow("loose cells", ".x{display:table-cell;width:900px}",
+           "<div><div class=x>one</div><div class=x>two</div></div>", "beside");
+    addRow("aside of a heading", ".x{float:right}", "<div><span class=x>two</span><h4>one</h4></div>",
+           "beside");
     addRow("items in a line", "li{display:inline}", "<ul><li>one<li>two</ul>", "beside");
     addRow("text that is a part", ".g{display:flex}", "<div class=g>one<b>two</b></div>", "beside");
 }
@@ -386,6 +390,10 @@ void TestReadingView::looksOfSheets_data()
     addRow("heading of a low rank", "b{color:red}",
            "<h1>Page</h1><h2>a</h2><h3>b</h3><h4>c</h4><h5>word</h5>", "bold size1");
     addRow("highest heading", "b{color:red}", "<h3>word</h3><p>text of the page", "bold size2");
+    addRow("mark in a heading", "b{color:red}", "<h1>a</h1><h2>b</h2><h3>c <i>word</i></h3>",
+           "bold italic size1");
+    addRow("link in a heading of a low rank", "b{color:red}",
+           "<h1>a</h1><h2>b</h2><h3>c</h3><h4><a href=x>word</a>", "bold size1 #0000ff");
     addRow("term", "b{color:red}", "<p>text of the page<dl><dt>word<dd>x</dl>", "");
     addRow("list without marks", "ul{list-style:none;padding:0}", "<p>text of the page<ul><li>word</ul>", "");
     addRow("list", "b{color:red}", "<p>text of the page<ul><li>word</ul>", "list-1");

@@ -6,13 +6,12 @@
 
 namespace {
 
-/// Sizes and distances of the reading view, which do not depend on the palette.
+/// Sizes and distances of the reading view, which do not depend on the palette. Headings get their size from
+/// one rule only: within an element that two rules give a size, rich text shows what is marked in the first.
 const QString ReadingLayout = QStringLiteral(
     "p,li,dd,div{line-height:120%}"
-    "h1{font-size:x-large;margin-top:0;margin-bottom:12px}h2{font-size:large;margin-top:24px;margin-bottom:"
-    "8px}"
-    "h3{font-size:medium;margin-top:20px;margin-bottom:6px}h4,h5,h6{font-size:medium;margin-top:14px;"
-    "margin-bottom:4px}"
+    "h1{margin-top:0;margin-bottom:12px}h2{margin-top:24px;margin-bottom:8px}"
+    "h3{margin-top:20px;margin-bottom:6px}h4,h5,h6{margin-top:14px;margin-bottom:4px}"
     ".largest{font-size:xx-large}.larger{font-size:x-large}.large{font-size:large}.usual{font-size:medium}"
     "p{margin-top:0;margin-bottom:10px}p.last{margin-bottom:0}p.item{margin-bottom:4px}p.picture,div.picture{"
     "line-height:100%}"

@@ -305,6 +305,11 @@ void Arrangement::placeRun(std::vector<ArrangedItem> run)
         const auto& style = styleOf(*item.node);
         isKnown = isKnown && style.width.unit == StyleLength::Unit::Percent;
         sum += style.width.value;
+        if (style.display == DisplayKind::Cell) {
+            perRow = run.size();
+            isKnown = false;
+            continue; // as wide as what is in it
+        }
         item.width = BoxLook::widthText(style.width);
         if (const size_t fit = fitting(style.width, 0); fit > 0 && !isKnown) {
             perRow = std::min(run.size(), fit);

@@ -59,6 +59,17 @@ bool holdsBlocks(const HtmlNode& element)
     return false;
 }
 
+/// Whether a sheet makes it a cell, in a table that nobody has written.
+bool isLooseCell(const HtmlNode& element)
+{
+    const auto* outer = element.parent == nullptr ? nullptr : notesOf(*element.parent).style;
+    const bool isInTable =
+        outer != nullptr && (outer->display == DisplayKind::Row || outer->display == DisplayKind::Table ||
+                             outer->display == DisplayKind::RowGroup);
+    return notesOf(element).style->display == DisplayKind::Cell &&
+           notesOf(element).element != Element::Cell && !isInTable;
+}
+
 /// Whether a neighbour of the same kind would stand beside it.
 bool standsBeside(const HtmlNode& element)
 {
@@ -66,6 +77,9 @@ bool standsBeside(const HtmlNode& element)
     const auto& style = *notes.style;
     if (notes.element == Element::Picture || isVoid(element)) {
         return false;
+    }
+    if (isLooseCell(element)) {
+        return true;
     }
     const bool isLarge = notes.hasPicture || lettersOf(element) > ShortPart || holdsBlocks(element);
     return isLarge && (style.floating != Floating::None ||
@@ -84,6 +98,16 @@ bool isFloatingBox(const HtmlNode& element)
                           notes.hasPicture || notes.element == Element::Table;
     return style.floating != Floating::None && next != nullptr && !isCleared(*next) && !isWide && isNarrow &&
            !isVoid(element) && lettersOf(element) <= mostLetters;
+}
+
+bool isFloatingAside(const HtmlNode& element)
+{
+    const auto& style = *notesOf(element).style;
+    const auto* outer = element.parent == nullptr ? nullptr : notesOf(*element.parent).style;
+    const auto* next = seenNeighbour(element, true);
+    return style.floating == Floating::Right && style.isInline() && outer != nullptr && !outer->isInline() &&
+           notesOf(*element.parent).isContainer() && next != nullptr && isElement(*next) &&
+           !notesOf(*next).style->isInline() && isFloatingBox(element);
 }
 
 bool isFloatingInLine(const HtmlNode& element)

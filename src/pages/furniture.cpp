@@ -3,6 +3,7 @@
 
 #include "markup/htmltree.h"
 #include "markup/tags.h"
+#include "pages/browseraids.h"
 #include "pages/pagesurvey.h"
 #include "styles/computedstyle.h"
 
@@ -69,8 +70,9 @@ bool isOpenedByScript(const HtmlNode& element)
 bool isAboveTitle(const ElementNotes& notes, const Surroundings& around)
 {
     const bool hasFigure = notes.hasFreePicture && notes.links < ManyLinks;
+    const bool isStructure = notes.isContainer() || notes.element == Element::List;
     const bool isFirst =
-        !notes.hasHeadingBefore && around.textBefore <= SiteText && !hasFigure && notes.isContainer();
+        !notes.hasHeadingBefore && around.textBefore <= SiteText && !hasFigure && isStructure;
     const bool hasTitle =
         notes.hasHeading ? around.hasTitleBehind && !notes.hasTitle : around.hasHeadingBehind;
     const size_t links = notes.linkText + notes.furnitureText;
@@ -116,7 +118,7 @@ bool isFurniture(const HtmlNode& element, const ElementNotes& notes, const Surro
     return notes.role == Role::Furniture ||
            ((isFooter || (isSite && !notes.hasHeadingBefore)) && isShort && !notes.hasTitle) ||
            ((isFooter || isProbable) && notes.isMostlyLinks()) || isSearchForm(element, notes) ||
-           isAboveTitle(notes, around);
+           isAboveTitle(notes, around) || isBrowserAid(element, notes, around);
 }
 
 bool isHiddenElement(const HtmlNode& element, const ElementNotes& notes)

@@ -14,6 +14,8 @@ namespace {
 
 constexpr int HighestLevel = 6;
 constexpr size_t LeastShare = 3; // one of three
+constexpr float LargestFont = 1000;
+constexpr float LeastHeading = 1.3F; // of the text's size: what is smaller, and in fixed pitch, is code
 constexpr Rgb White = 0xFFFFFF;
 
 template <typename Key>
@@ -99,7 +101,7 @@ struct Counts {
 PageMeasure::PageMeasure(const HtmlNode& body, const HtmlNode& content)
 {
     Counts counts;
-    std::array<bool, HighestLevel + 1> levels{};
+    std::array<float, HighestLevel + 1> levels{}; // the largest font of each
     for (const auto* node = &content; node != nullptr;) {
         bool isEntered = true;
         if (isText(*node)) {
@@ -108,8 +110,9 @@ PageMeasure::PageMeasure(const HtmlNode& body, const HtmlNode& content)
             const auto& notes = notesOf(*node);
             const bool isSeen = !notes.isHidden && !notes.isFurniture && notes.element != Element::Ignored;
             const bool isHeading = notes.element == Element::Heading;
-            if (isSeen && isHeading && !notes.style->isFixedPitch) {
-                levels[size_t(node->name[1] - '0')] = true;
+            if (isSeen && isHeading) {
+                auto& largest = levels[size_t(node->name[1] - '0')];
+                largest = std::max(largest, notes.style->isFixedPitch ? notes.style->fontSize : LargestFont);
             }
             isEntered = isSeen && !isHeading;
         }
@@ -124,13 +127,16 @@ PageMeasure::PageMeasure(const HtmlNode& body, const HtmlNode& content)
     ground = mostUsed(counts.grounds, White);
     for (size_t level = 1; level <= HighestLevel; ++level) {
         ranks[level] = rankCount;
-        rankCount += levels[level] ? 1 : 0;
+        rankCount += levels[level] >= bodySize * LeastHeading ? 1 : 0;
     }
 }
 
-const char* PageMeasure::headingSize(int level) const
+const char* PageMeasure::headingSize(int level, const ComputedStyle& style) const
 {
     constexpr int many = 4;
+    if (style.isFixedPitch && style.fontSize < bodySize * LeastHeading) {
+        return "usual";
+    }
     const int rank = ranks[size_t(std::clamp(level, 1, HighestLevel))];
     if (rankCount >= many && rank == 0) {
         return "largest";

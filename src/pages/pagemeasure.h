@@ -23,5 +23,5 @@ struct PageMeasure {
     int rankCount = 0;
 
     /// The class of the size of a heading of a level.
-    [[nodiscard]] const char* headingSize(int level) const;
+    [[nodiscard]] const char* headingSize(int level, const ComputedStyle& style) const;
 };

@@ -3,6 +3,7 @@
 
 #include "markup/htmltree.h"
 #include "markup/tags.h"
+#include "pages/browseraids.h"
 #include "styles/pagestyles.h"
 
 #include <algorithm>
@@ -83,6 +84,10 @@ void PageSurvey::look(HtmlNode& element, PageStyles& styles)
     auto& notes = m_notes.emplace_back();
     const auto* outer = m_notes.size() > 1 ? element.parent->notes : nullptr;
     notes.element = elementOf(element);
+    if (notes.element == Element::Summary &&
+        !(outer != nullptr && isElement(*element.parent, Tag::Details))) {
+        notes.element = Element::Block;
+    }
     notes.role = roleOf(element);
     if (styles.hasSheets()) {
         notes.style = &styles.compute(element, outer == nullptr ? nullptr : outer->style);
@@ -95,6 +100,7 @@ void PageSurvey::look(HtmlNode& element, PageStyles& styles)
     notes.isInLink = notes.element == Element::Link || (outer != nullptr && outer->isInLink);
     notes.isInControl = isControl(element, notes.element) || (outer != nullptr && outer->isInControl);
     notes.links = notes.element == Element::Link ? 1 : 0;
+    notes.siteLinks = notes.element == Element::Link && leadsThroughSite(element) ? 1 : 0;
     notes.asksForWords = notes.element == Element::Field && isSearchField(element);
     notes.isInHeading = notes.hasHeading || (outer != nullptr && outer->isInHeading);
     notes.hasHeadingBefore = m_hasHeading;
@@ -153,6 +159,7 @@ void PageSurvey::handUp(const HtmlNode& element)
     parent.text += notes.text;
     parent.linkText += notes.linkText;
     parent.links += notes.links;
+    parent.siteLinks += notes.siteLinks;
     parent.asksForWords = parent.asksForWords || notes.asksForWords;
     parent.furnitureText += notes.furnitureText;
     parent.hasHeading = parent.hasHeading || notes.hasHeading;

@@ -37,6 +37,7 @@ struct ElementNotes {
     size_t text = 0;             ///< bytes outside of links, without blanks
     size_t linkText = 0;         ///< bytes inside of links and other controls, without blanks
     size_t links = 0;
+    size_t siteLinks = 0;      ///< to the page before or behind, or one above
     bool asksForWords = false; ///< to search for
     size_t furnitureText = 0;  ///< bytes in furniture
 

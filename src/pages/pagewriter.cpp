@@ -30,6 +30,19 @@ void PageWriter::write(const HtmlNode& element)
         [this](const HtmlNode& node) { leave(node); });
 }
 
+void PageWriter::writeContent(const HtmlNode& body, const HtmlNode& content)
+{
+    for (const auto* node = &body; node != nullptr;) {
+        if (node == &content) {
+            write(content);
+        } else if (isElement(*node)) {
+            keepAnchors(*node);
+        }
+        node = nextNode(node, &body, node != &content);
+    }
+    finish();
+}
+
 /// Whether an element was begun.
 bool PageWriter::visit(const HtmlNode& node)
 {

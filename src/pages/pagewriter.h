@@ -29,6 +29,8 @@ public:
     void write(const HtmlNode& element);
     /// Lets the anchors of an element lead to what is written next.
     void keepAnchors(const HtmlNode& element);
+    /// Writes `content`, and of all else in `body` the anchors; then ends the page.
+    void writeContent(const HtmlNode& body, const HtmlNode& content);
     /// Ends the page; call it last.
     void finish() { m_output.finish(m_page); }
 

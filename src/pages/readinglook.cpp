@@ -80,6 +80,11 @@ std::string ReadingLook::block(const HtmlNode& element, std::string_view classNa
     return look;
 }
 
+std::string ReadingLook::heading(const HtmlNode& element)
+{
+    return block(element, element.tag == Tag::H1 ? "larger" : element.tag == Tag::H2 ? "large" : "usual");
+}
+
 std::string ReadingLook::listStart(const HtmlNode& list)
 {
     const int start = numberOf(list, "start", HighestNumber);

@@ -21,6 +21,8 @@ inline constexpr std::string_view BoxEnd = "</td></tr></table>";
 
 /// A class, and the element's alignment and direction of writing.
 [[nodiscard]] std::string block(const HtmlNode& element, std::string_view className = {});
+/// The same of a heading, with its size.
+[[nodiscard]] std::string heading(const HtmlNode& element);
 /// The number that a list starts with, and its kind of numbers.
 [[nodiscard]] std::string numberedList(const HtmlNode& list);
 [[nodiscard]] std::string listStart(const HtmlNode& list);

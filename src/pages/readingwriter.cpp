@@ -41,15 +41,7 @@ bool isLastElement(const HtmlNode& element)
 void ReadingWriter::writePage(const HtmlNode& body, const HtmlNode& content)
 {
     putMarkup("<html><body>");
-    for (const auto* node = &body; node != nullptr;) {
-        if (node == &content) {
-            write(content);
-        } else if (isElement(*node)) {
-            keepAnchors(*node);
-        }
-        node = nextNode(node, &body, node != &content);
-    }
-    finish();
+    writeContent(body, content);
 }
 
 std::string_view ReadingWriter::box() const
@@ -272,7 +264,7 @@ void ReadingWriter::openTitle(const HtmlNode& element, const ElementNotes& notes
         openBlock(startTag("p", attributeText("class", box())) + "<b>", "</b></p>");
     } else if (notes.element == Element::Heading) {
         const auto name = element.name;
-        openHeading(name[1] - '0', startTag(name, ReadingLook::block(element)), endTag(name));
+        openHeading(name[1] - '0', startTag(name, ReadingLook::heading(element)), endTag(name));
     } else {
         openBlock(startTag("p", ReadingLook::block(element, "title")), "</p>");
     }

@@ -92,8 +92,9 @@ void StyledWriter::openElement(const HtmlNode& element, const ElementNotes& note
         openCell(element, notes);
         break;
     default:
-        style.isInline() || isFloatingInLine(element) ? openInline(element, notes)
-                                                      : openBlockElement(element, notes);
+        (style.isInline() && !isFloatingAside(element)) || isFloatingInLine(element)
+            ? openInline(element, notes)
+            : openBlockElement(element, notes);
     }
 }
 
@@ -279,7 +280,7 @@ void StyledWriter::openTitle(const HtmlNode& element, const ElementNotes& notes)
     }
     const auto& style = *notes.style;
     const int level = element.name[1] - '0';
-    const std::string_view size = style.isFixedPitch ? "usual" : m_measure->headingSize(level);
+    const std::string_view size = m_measure->headingSize(level, style);
     frame().headingSize = style.fontSize;
     frame().shown.keepsWeight = size == "large";
     const bool isOwnCell = std::exchange(frame().isOwnCell, frame().isOwnCell || style.padding[3] > 0);

@@ -49,6 +49,41 @@ bool hasLines(const HtmlNode& table)
     return false;
 }
 
+/// The table of a row, if the row is its first one.
+const HtmlNode* tableBegunBy(const HtmlNode& row)
+{
+    const auto* table = row.parent;
+    table = table != nullptr && !isElement(*table, Tag::Table) ? table->parent : table;
+    if (table == nullptr || !isElement(*table, Tag::Table)) {
+        return nullptr;
+    }
+    const auto* node = table->firstChild;
+    while (node != nullptr && !isElement(*node, Tag::Tr)) {
+        const bool isGroup =
+            isElement(*node, Tag::Thead) || isElement(*node, Tag::Tbody) || isElement(*node, Tag::Tfoot);
+        node = nextNode(node, table, isGroup);
+    }
+    return node == &row ? table : nullptr;
+}
+
+/// The width that a table gives to the column of a cell in its first row.
+StyleLength widthOfColumn(const HtmlNode& cell)
+{
+    const auto* table = tableBegunBy(*cell.parent);
+    int column = 0;
+    for (const auto* before = cell.previous; before != nullptr; before = before->previous) {
+        column += isElement(*before) ? 1 : 0;
+    }
+    const auto* node = table == nullptr ? nullptr : table->firstChild;
+    while (node != nullptr) {
+        if (isElement(*node, Tag::Col) && column-- == 0) {
+            return notesOf(*node).style->width;
+        }
+        node = nextNode(node, table, isElement(*node, Tag::Colgroup));
+    }
+    return {};
+}
+
 } // namespace
 
 void StyledWriter::openListElement(const HtmlNode& element, const ElementNotes& notes)
@@ -128,9 +163,10 @@ void StyledWriter::openCell(const HtmlNode& element, const ElementNotes& notes)
     std::string look = BoxLook::cell({&style, shown, CellPadding, isLine}, m_colors) +
                        BoxLook::block(style, {}, 0) + ReadingLook::spans(element);
     const auto width = cellWidth(element);
-    const bool isWidest = style.width.unit == StyleLength::Unit::Percent && style.width.value > WidestCell;
-    look += width.empty() && !isWidest && !BoxLook::widthText(style.width).empty()
-                ? attributeText("width", BoxLook::widthText(style.width))
+    const auto own = style.width.unit == StyleLength::Unit::Auto ? widthOfColumn(element) : style.width;
+    const bool isWidest = own.unit == StyleLength::Unit::Percent && own.value > WidestCell;
+    look += width.empty() && !isWidest && !BoxLook::widthText(own).empty()
+                ? attributeText("width", BoxLook::widthText(own))
                 : width;
     if (holdsBlocks(element)) {
         openContainer(startTag("td", look), "</td>");

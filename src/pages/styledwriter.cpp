@@ -31,15 +31,7 @@ void StyledWriter::writePage(const HtmlNode& body, const HtmlNode& content)
     auto& page = m_frames.emplace_back();
     page.ground = m_measure->ground;
     page.shownGround = m_colors.palette.base;
-    for (const auto* node = &body; node != nullptr;) {
-        if (node == &content) {
-            write(content);
-        } else if (isElement(*node)) {
-            keepAnchors(*node);
-        }
-        node = nextNode(node, &body, node != &content);
-    }
-    finish();
+    writeContent(body, content);
 }
 
 const ComputedStyle& StyledWriter::styleOf(const HtmlNode& element) const

@@ -92,7 +92,8 @@ std::string one(const HtmlNode& element, std::string_view name, std::string_view
     if (name == "nowrap") {
         return said("white-space", "nowrap");
     }
-    const bool hasWidth = isPartOfTable(element) || element.name == "img" || element.name == "hr";
+    const bool hasWidth =
+        isPartOfTable(element) || element.name == "img" || element.name == "hr" || element.name == "col";
     return name == "width" && hasWidth ? said("width", lengthName(value)) : std::string();
 }
 

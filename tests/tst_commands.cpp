@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "browser/colorscheme.h"
 #include "browser/helpfinddialog.h"
 #include "browser/helpsettings.h"
 #include "icons/icons.h"
@@ -71,6 +72,10 @@ struct Fixture : WindowUser {
         auto* widget = QApplication::focusWidget();
         QTest::keySequence(widget != nullptr ? widget : &window(), key);
     }
+    [[nodiscard]] QAction& action(const char* name)
+    {
+        return *window().findChild<QAction*>(QLatin1StringView(name));
+    }
     [[nodiscard]] QString page() { return browser().toPlainText().simplified(); }
 
     TemporaryFiles files{Sets};
@@ -79,6 +84,18 @@ struct Fixture : WindowUser {
 QString plain(QString text)
 {
     return text.remove(u'&');
+}
+
+/// Presses the button of this text.
+void press(QDialog& dialog, const QString& text)
+{
+    for (auto* button : dialog.findChildren<QPushButton*>()) {
+        if (plain(button->text()) == text) {
+            button->click();
+            return;
+        }
+    }
+    QFAIL(qUtf8Printable(text));
 }
 
 /// Commands by where they are in the menus, such as "Edit, Copy"; with submenus.
@@ -297,6 +314,41 @@ private Q_SLOTS:
         QVERIFY(f.the<HelpFindDialog>().isVisible());
     }
 
+    /// Those that act on the window or on what is read.
+    void keysOfTheWindow()
+    {
+        Fixture f;
+        f.press(Qt::CTRL | Qt::Key_O);
+        auto* files = f.openDialog<QFileDialog>();
+        QVERIFY(files != nullptr);
+        files->reject();
+        f.press(Qt::Key_F11);
+        QVERIFY(f.window().isFullScreen());
+        QVERIFY(f.action("viewFullScreenAction").isChecked());
+        f.press(Qt::Key_F11);
+        QVERIFY(!f.window().isFullScreen());
+        // A window manager does it, too.
+        f.window().setWindowState(Qt::WindowFullScreen);
+        QTRY_VERIFY(f.action("viewFullScreenAction").isChecked());
+        f.window().setWindowState(Qt::WindowNoState);
+        QTRY_VERIFY(!f.action("viewFullScreenAction").isChecked());
+        f.press(Qt::CTRL | Qt::Key_Q);
+        QVERIFY(!f.window().isVisible());
+    }
+
+    void reload()
+    {
+        Fixture f;
+        const QString before = f.browser().toPlainText();
+        QFile file(f.browser().page().file);
+        QVERIFY(file.open(QIODevice::Append));
+        file.write("<p>something new</p>");
+        file.close();
+        f.press(Qt::Key_F5);
+        QVERIFY(!before.contains(u"something new"_s));
+        QVERIFY(f.browser().toPlainText().contains(u"something new"_s));
+    }
+
     void print_data() { answers(); }
     void print()
     {
@@ -382,6 +434,47 @@ private Q_SLOTS:
             QCOMPARE(f.browser().getLinkUnderline(), isUnderlined != isOk);
         }
         QCOMPARE(storedFamily() == family, isOk);
+    }
+
+    /// What nobody chose any more is the desktop's again.
+    void settingsAsTheDesktop_data() { answers(); }
+    void settingsAsTheDesktop()
+    {
+        QFETCH(const bool, isOk);
+        const auto stored = [](const char* key) {
+            return QSettings().value(u"HelpMainWindow/"_s + QLatin1StringView(key)).toInt();
+        };
+        int size = 0;
+        {
+            Fixture f;
+            size = f.browser().getFontSize();
+            f.trigger("viewSettingsAction");
+            auto* dialog = f.openDialog<HelpSettings>();
+            dialog->setFontSize(size + 4);
+            dialog->setLineWidth(66);
+            dialog->setColorScheme(ColorScheme::Dark);
+            press(*dialog, u"Ok"_s);
+        }
+        QCOMPARE(stored("lineWidth"), 66);
+        QCOMPARE(stored("colors"), int(ColorScheme::Dark));
+        applyColorScheme(ColorScheme::Desktop);
+        {
+            Fixture f;
+            QCOMPARE(f.browser().lineWidth(), 66);
+            QCOMPARE(appliedColorScheme(), ColorScheme::Dark);
+            f.trigger("viewSettingsAction");
+            auto* dialog = f.openDialog<HelpSettings>();
+            press(*dialog, u"As the Desktop"_s);
+            QCOMPARE(dialog->getFontSize(), size);
+            QCOMPARE(dialog->getLineWidth(), int(PageView::UsualLineWidth));
+            QCOMPARE(dialog->getColorScheme(), ColorScheme::Desktop);
+            press(*dialog, isOk ? u"Ok"_s : u"Cancel"_s);
+            QCOMPARE(f.browser().getFontSize(), isOk ? size : size + 4);
+        }
+        QCOMPARE(stored("lineWidth"), isOk ? int(PageView::UsualLineWidth) : 66);
+        QCOMPARE(stored("colors"), int(isOk ? ColorScheme::Desktop : ColorScheme::Dark));
+        QCOMPARE(QSettings().value(u"HelpMainWindow/fontSizeChosen"_s).toBool(), !isOk);
+        applyColorScheme(ColorScheme::Desktop);
     }
 
     /// Every window and every dialog.

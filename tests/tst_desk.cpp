@@ -5,6 +5,7 @@
 #include "desk/findline.h"
 #include "desk/librarylist.h"
 #include "desk/librarypage.h"
+#include "desk/pageoutline.h"
 #include "library/installedcontents.h"
 #include "library/openedsets.h"
 #include "mainwindow/manual.h"
@@ -20,9 +21,11 @@
 #include <QNativeGestureEvent>
 #include <QPointingDevice>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSettings>
 #include <QSpinBox>
 #include <QToolButton>
+#include <QTreeWidgetItemIterator>
 #include <QUrl>
 
 namespace {
@@ -136,6 +139,7 @@ class TestDesk : public QObject {
 private Q_SLOTS:
     void init();
     void rowsOfHelpSets();
+    void oneRowForATitle();
     void groupingIsAChoice();
     void treeFollowsThePage_data();
     void treeFollowsThePage();
@@ -158,6 +162,10 @@ private Q_SLOTS:
     void narrowWindow();
     void panelTakesItsPart();
     void handsOnThePage();
+    void outlineOfThePage();
+    void outlineFollowsThePage();
+    void outlineIsRemembered();
+    void libraryPageTellsOfTheIndex();
 };
 
 void TestDesk::init()
@@ -181,6 +189,34 @@ void TestDesk::rowsOfHelpSets()
     QCOMPARE(s.row(), QStringLiteral("Alpha"));
     s.remove(1);
     QCOMPARE(s.rows(), QStringLiteral("Start|-Book| Leaf| Twig"));
+}
+
+/// A help set whose only row is called like itself needs no other one.
+void TestDesk::oneRowForATitle()
+{
+    Scene s({QStringLiteral("a.cnt"), QStringLiteral("b.cnt")},
+            "== a.cnt\n:title=Alpha\nOne=a.html\n== b.cnt\n:title=Beta\nBeta=b.html\n Leaf=c.html\n"
+            "== a.html\n<p>one</p>\n== b.html\n<p>beta</p>\n== c.html\n<p>leaf</p>\n");
+    s.show(QStringLiteral("c.html"));
+    QCOMPARE(s.rows(), QStringLiteral("Alpha|-Beta| Leaf"));
+    QCOMPARE(s.row(), QStringLiteral("Leaf"));
+    QCOMPARE(s.crumbs(), QStringLiteral("Beta > Leaf"));
+    s.show(QStringLiteral("b.html"));
+    QCOMPARE(s.row(), QStringLiteral("Beta"));
+    QCOMPARE(s.crumbs(), QStringLiteral("Beta"));
+    QVERIFY(s.tree().currentIndex().data(Qt::FontRole).value<QFont>().bold());
+    s.clickRow(0);
+    QCOMPARE(s.page(), QStringLiteral("one"));
+    s.clickRow(1 + 1);
+    QCOMPARE(s.page(), QStringLiteral("beta"));
+    s.trigger("viewGroupAction");
+    QCOMPARE(s.rows(), QStringLiteral("One|-Beta| Leaf"));
+    s.trigger("viewGroupAction");
+    s.remove(0);
+    QCOMPARE(s.rows(), QStringLiteral("-Beta| Leaf"));
+    s.trigger("fileUndoRemoveAction");
+    s.waitUntilLoaded();
+    QCOMPARE(s.tree().model()->rowCount(), 2);
 }
 
 void TestDesk::groupingIsAChoice()
@@ -369,7 +405,7 @@ void TestDesk::libraryPageFindsOutWhatIsWrong()
     };
     QTRY_VERIFY(!state(0).isEmpty());
     QTRY_VERIFY(state(1).contains(QStringLiteral("D/bad.cnt, line 3")));
-    QCOMPARE(state(2), QString());
+    QTRY_COMPARE(state(2), QStringLiteral("not yet indexed"));
     QVERIFY(!s.library()->findChild<LibraryList*>()->entries().front().canBeOpened);
 }
 
@@ -601,6 +637,100 @@ void TestDesk::handsOnThePage()
                                0.25, {});
     QApplication::sendEvent(viewport, &spread);
     QVERIFY(s.browser().getFontSize() > size);
+}
+
+/// Of three pages with headings, one of them long.
+QByteArray pagesWithHeadings()
+{
+    QByteArray text =
+        "== a.cnt\nLong=long.html\nPlain=plain.html\n== plain.html\n<p>plain</p>\n== long.html\n";
+    for (const auto* heading : {"<h1>First</h1>", "<h3>Deep</h3>", "<h2>Second</h2>", "<h1>Third</h1>"}) {
+        text += QByteArray(heading) + QByteArray("<p>some text of the section</p>").repeated(60) + '\n';
+    }
+    return text + "<h1>Last</h1><p>end</p>\n";
+}
+
+/// The rows of the headings, indented, the current one with a star.
+QString headings(Scene& s)
+{
+    auto* outline = s.window().findChild<PageOutline*>();
+    auto* list = outline == nullptr || !outline->isVisible() ? nullptr : outline->findChild<QTreeWidget*>();
+    QStringList lines;
+    for (QTreeWidgetItemIterator it(list); list != nullptr && *it != nullptr; ++it) {
+        const QString star = *it == list->currentItem() ? QStringLiteral("*") : QString();
+        const int depth = (*it)->parent() == nullptr ? 0 : (*it)->parent()->parent() == nullptr ? 1 : 2;
+        lines += QString(depth, u' ') + star + (*it)->text(0);
+    }
+    return lines.join(u'|');
+}
+
+void TestDesk::outlineOfThePage()
+{
+    Scene s({QStringLiteral("a.cnt")}, pagesWithHeadings());
+    QVERIFY(s.window().findChild<PageOutline*>() == nullptr);
+    s.trigger("viewOutlineAction");
+    QTRY_COMPARE(headings(s), QStringLiteral("*First| Deep| Second|Third|Last"));
+    auto& outline = s.the<PageOutline>();
+    s.show(QStringLiteral("plain.html"));
+    QTRY_COMPARE(headings(s), QString());
+    QVERIFY(outline.findChild<QTreeWidget*>()->findChild<QLabel*>()->isVisible());
+    outline.findChild<QToolButton*>()->click();
+    QVERIFY(!outline.isVisible());
+    QVERIFY(!s.window().findChild<QAction*>(QStringLiteral("viewOutlineAction"))->isChecked());
+    QTest::keyClick(&s.window(), Qt::Key_4, Qt::ControlModifier);
+    QVERIFY(outline.findChild<QTreeWidget*>()->hasFocus());
+    QVERIFY(s.window().findChild<QAction*>(QStringLiteral("viewOutlineAction"))->isChecked());
+}
+
+void TestDesk::outlineFollowsThePage()
+{
+    Scene s({QStringLiteral("a.cnt")}, pagesWithHeadings());
+    QTest::keyClick(&s.window(), Qt::Key_4, Qt::ControlModifier);
+    QTRY_COMPARE(headings(s), QStringLiteral("*First| Deep| Second|Third|Last"));
+    auto* list = s.the<PageOutline>().findChild<QTreeWidget*>();
+    auto* bar = s.browser().verticalScrollBar();
+    QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyClick(list, Qt::Key_Down);
+    QCOMPARE(bar->value(), 0);
+    QTest::keyClick(list, Qt::Key_Return);
+    QVERIFY(bar->value() > 0);
+    const int atSecond = bar->value();
+    QTRY_COMPARE(headings(s), QStringLiteral("First| Deep| *Second|Third|Last"));
+    bar->setValue(atSecond - 100);
+    QTRY_COMPARE(headings(s), QStringLiteral("First| *Deep| Second|Third|Last"));
+    bar->setValue(bar->maximum());
+    QTRY_COMPARE(headings(s), QStringLiteral("First| Deep| Second|Third|*Last"));
+    // One that cannot stand at the top is the current one nevertheless.
+    const auto third = list->visualItemRect(list->topLevelItem(1));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, third.center());
+    QTRY_COMPARE(headings(s), QStringLiteral("First| Deep| Second|*Third|Last"));
+    QVERIFY(bar->value() > atSecond);
+    QVERIFY(s.browser().cursorForPosition(QPoint(100, 5)).block().text() == QStringLiteral("Third"));
+}
+
+void TestDesk::outlineIsRemembered()
+{
+    {
+        Scene s({QStringLiteral("a.cnt")}, pagesWithHeadings());
+        s.trigger("viewOutlineAction");
+        QVERIFY(s.the<PageOutline>().isVisible());
+    }
+    Scene s({QStringLiteral("a.cnt")}, pagesWithHeadings());
+    QVERIFY(s.window().findChild<QAction*>(QStringLiteral("viewOutlineAction"))->isChecked());
+    QTRY_VERIFY(!headings(s).isEmpty());
+    const int height = s.the<PageOutline>().height();
+    QVERIFY(height > 50 && height < s.window().height() / 2);
+}
+
+void TestDesk::libraryPageTellsOfTheIndex()
+{
+    Scene s({QStringLiteral("a.cnt")});
+    s.trigger("goLibraryAction");
+    const auto state = [&s] { return s.library()->findChild<LibraryList*>()->entries().front().state; };
+    QCOMPARE(state(), QStringLiteral("open, not yet indexed"));
+    QTRY_COMPARE(state(), QStringLiteral("open"));
+    s.remove(0);
+    QTRY_COMPARE(state(), QString());
 }
 
 QTEST_MAIN(TestDesk)

@@ -4,6 +4,7 @@
 #include "library/helplibrary.h"
 #include "library/helpset.h"
 #include "library/keywordorder.h"
+#include "library/sharedbeginning.h"
 
 #include "testfiles.h"
 
@@ -277,6 +278,30 @@ private:
         HelpLibrary library;
         load(library, TemporaryFiles(input.toUtf8()));
         QTEST(rows(library.keywordIndex()), "expected");
+    }
+
+    void sharedBeginnings_data()
+    {
+        addTexts("before", "text", "behind", "shown");
+        addRow("a version", "What's New In Python 3.12", "What's New In Python 3.13", "Index", "…3.13");
+        addRow("the one behind", "", "Opening a file", "Opening a window", "…file");
+        addRow("the longer one", "Opening it", "Opening a new file", "Opening a new window", "…file");
+        addRow("signs", "g_list_add", "g_list_append", "", "…append");
+        addRow("nothing shared", "Alpha", "Beta", "Gamma", "Beta");
+        addRow("within a word", "Kernel", "Kern", "Kernels", "Kern");
+        addRow("several words", "a to b", "a to c", "", "…c");
+        addRow("a short word", "In b", "In c", "", "In c");
+        addRow("all of it", "The whole", "The whole", "", "The whole");
+        addRow("blanks of a sub-keyword", "    open it", "    open them", "", "    …them");
+        addRow("only its blanks", "    open", "    close", "", "    close");
+        addRow("empty", "", "", "", "");
+    }
+    void sharedBeginnings()
+    {
+        QFETCH(QString, before);
+        QFETCH(QString, text);
+        QFETCH(QString, behind);
+        QTEST(withoutSharedBeginning(text, before, behind), "shown");
     }
 };
 

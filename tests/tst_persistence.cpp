@@ -91,6 +91,7 @@ private Q_SLOTS:
     void lastPageComesBack();
     void nothingOpen();
     void openFilesThatCannotBeOpened();
+    void noBoxForWhatFailedBefore();
 };
 
 void TestPersistence::init()
@@ -402,6 +403,19 @@ void TestPersistence::openFilesThatCannotBeOpened()
         QCOMPARE(run.library.roots().size(), size_t(1));
     }
     QCOMPARE(stored(), open);
+}
+
+void TestPersistence::noBoxForWhatFailedBefore()
+{
+    const TemporaryFiles files("== bad.cnt\nFine=x.html\n   Too deep=x.html\n== x.html\n<p>x</p>\n");
+    QSettings().setValue(QStringLiteral("HelpMainWindow/contents"), QStringList{files.first()});
+    Run run;
+    QVERIFY(!QTest::qWaitFor([] { return QApplication::activeModalWidget() != nullptr; }, 100));
+    QCOMPARE(run.library.roots().size(), size_t(1));
+    // Asked for by name it is told.
+    run.load(files.first());
+    QTRY_VERIFY(QApplication::activeModalWidget() != nullptr);
+    QApplication::activeModalWidget()->close();
 }
 
 QTEST_MAIN(TestPersistence)

@@ -64,6 +64,17 @@ private Q_SLOTS:
         QCOMPARE(stored(), QString());
     }
 
+    /// A folder is there, so "not found" alone would be a riddle.
+    void folderWithoutPages()
+    {
+        QVERIFY(QDir().mkpath(m_files->path(u"empty"_s)));
+        const auto refused = run({u"--install"_s, u"empty"_s});
+        QCOMPARE(refused.code, 1);
+        QCOMPARE(refused.out, "contents file \"empty\" not found\n"_ba);
+        QVERIFY(refused.error.contains("has no pages"));
+        QCOMPARE(stored(), QString());
+    }
+
     void nameByteForByte()
     {
         const QString script = uR"sh("$0" --install "$(printf 'caf\351%%d\t.cnt')")sh"_s;

@@ -5,6 +5,7 @@
 #include "library/installedcontents.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QSettings>
 
 #include <cstdio>
@@ -14,11 +15,20 @@ namespace {
 using InstalledContents::Answer;
 using InstalledContents::Outcome;
 
+/// A folder is there and yet no help set.
+void explain(const QString& fileName)
+{
+    if (QFileInfo(fileName).isDir()) {
+        complain(QCoreApplication::translate("Requests", "the folder \"%1\" has no pages").arg(fileName));
+    }
+}
+
 int report(const char* fileName, const Outcome& outcome, const char* yes, const char* no)
 {
     // The name goes out byte for byte as it came in.
     if (outcome.answer == Answer::NotFound) {
         std::printf("contents file \"%s\" not found\n", fileName);
+        explain(fileNameArgument(fileName));
     } else {
         std::printf("contents \"%s\" %s\n", fileName, outcome.answer == Answer::Yes ? yes : no);
     }

@@ -50,4 +50,22 @@ QString before(const QTextDocument& document, int position)
     return last;
 }
 
+QString lastOf(const QTextDocument& document, int position,
+               const std::function<bool(const QString& name)>& isWanted)
+{
+    constexpr int mostLookedAt = 10'000;
+    QString last;
+    int looked = 0;
+    for (auto block = document.findBlock(position);
+         block.isValid() && last.isEmpty() && looked < mostLookedAt; block = block.previous(), ++looked) {
+        for (auto it = block.begin(); !it.atEnd() && it.fragment().position() <= position; ++it) {
+            const auto names = it.fragment().charFormat().anchorNames();
+            for (const auto& name : names) {
+                last = isWanted(name) ? name : last;
+            }
+        }
+    }
+    return last;
+}
+
 } // namespace PageAnchors

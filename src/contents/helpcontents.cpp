@@ -128,9 +128,7 @@ void HelpContents::gotoFirstPage()
 
 const HelpContentsListViewItem* HelpContents::currentRow() const
 {
-    const QModelIndex current = m_listView->currentIndex();
-    const auto* row = HelpContentsModel::rowAt(current);
-    return m_model->isHelpSet(current) ? row->children.front() : row;
+    return m_model->libraryRowAt(m_listView->currentIndex());
 }
 
 void HelpContents::setGrouped(bool isGrouped)

@@ -2,6 +2,7 @@
 #include "contents/helpcontentslistview.h"
 
 #include "contents/helpcontentsmodel.h"
+#include "library/sharedbeginning.h"
 
 #include <QHeaderView>
 #include <QMouseEvent>
@@ -13,12 +14,21 @@
 
 namespace {
 
-/// Gives each row the icon of its kind; the model knows nothing of icons.
+/// Gives each row the icon of its kind; the model knows nothing of icons. What is beyond the right edge of a
+/// tree that is not scrolled sideways is cut, but first what neighbouring titles begin with as well.
 class ContentsDelegate : public QStyledItemDelegate {
 public:
     ContentsDelegate(const ContentsIcons& icons, QTreeView* view)
         : QStyledItemDelegate(view), m_icons(icons), m_view(view)
     {
+    }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        QStyleOptionViewItem shown = option;
+        initStyleOption(&shown, index);
+        fit(shown, index);
+        m_view->style()->drawControl(QStyle::CE_ItemViewItem, &shown, painter, m_view);
     }
 
 protected:
@@ -31,6 +41,21 @@ protected:
     }
 
 private:
+    void fit(QStyleOptionViewItem& option, const QModelIndex& index) const
+    {
+        const QRect place = m_view->style()->subElementRect(QStyle::SE_ItemViewItemText, &option, m_view);
+        const int gap = m_view->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, m_view) + 1;
+        const int room = m_view->viewport()->width() - place.left() - 2 * gap;
+        const bool isScrolled = m_view->horizontalScrollBar()->value() > 0;
+        if (isScrolled || option.fontMetrics.horizontalAdvance(option.text) <= room) {
+            return;
+        }
+        const QString text =
+            withoutSharedBeginning(option.text, index.siblingAtRow(index.row() - 1).data().toString(),
+                                   index.siblingAtRow(index.row() + 1).data().toString());
+        option.text = option.fontMetrics.elidedText(text, Qt::ElideRight, room);
+    }
+
     [[nodiscard]] const QIcon& icon(const QModelIndex& index) const
     {
         if (!index.model()->hasChildren(index)) {
@@ -59,6 +84,8 @@ HelpContentsListView::HelpContentsListView(const ContentsIcons& icons, QWidget* 
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setMouseTracking(true);
     setAccessibleName(tr("Contents"));
+    // Titles are cut or whole, depending on it.
+    connect(horizontalScrollBar(), &QScrollBar::valueChanged, this, [this] { viewport()->update(); });
     // Long titles scroll sideways instead of being cut.
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(QHeaderView::ResizeToContents);

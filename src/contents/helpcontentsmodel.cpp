@@ -94,7 +94,7 @@ void HelpContentsModel::setGrouped(bool isGrouped)
     m_isGrouped = isGrouped;
     QModelIndexList after;
     for (const auto& index : before) {
-        after.append(!isGrouped && isHelpSet(index) ? QModelIndex() : indexOf(rowAt(index)));
+        after.append(!isGrouped && isOwnRow(rowAt(index)) ? QModelIndex() : indexOf(rowAt(index)));
     }
     changePersistentIndexList(before, after);
     Q_EMIT layoutChanged();
@@ -110,6 +110,7 @@ std::unique_ptr<HelpContentsModel::SetRow> HelpContentsModel::makeSetRow(const H
     result->row.children = set.topRows();
     result->row.contentsItem =
         set.firstPage() != nullptr ? set.firstPage() : set.topRows().front()->contentsItem;
+    result->shown = set.titleRow() != nullptr ? set.titleRow() : &result->row;
     return result;
 }
 
@@ -117,17 +118,26 @@ void HelpContentsModel::numberSets()
 {
     m_setRows.clear();
     for (const auto& set : m_sets) {
-        set->row.position = int(m_setRows.size());
-        m_setRows.push_back(&set->row);
+        m_setRows.push_back(set->shown);
     }
 }
 
-const HelpContentsModel::SetRow* HelpContentsModel::helpSetOf(const QModelIndex& index) const
+/// Whether the library does not know it.
+bool HelpContentsModel::isOwnRow(const HelpContentsListViewItem* row) const
+{
+    return std::any_of(m_sets.begin(), m_sets.end(), [row](const auto& set) { return &set->row == row; });
+}
+
+int HelpContentsModel::placeOfSet(const HelpContentsListViewItem* row) const
+{
+    const auto found = std::find(m_setRows.begin(), m_setRows.end(), row);
+    return m_isGrouped && found != m_setRows.end() ? int(found - m_setRows.begin()) : -1;
+}
+
+const HelpContentsListViewItem* HelpContentsModel::libraryRowAt(const QModelIndex& index) const
 {
     const auto* row = rowAt(index);
-    const auto set = std::find_if(m_sets.begin(), m_sets.end(),
-                                  [row](const auto& candidate) { return &candidate->row == row; });
-    return set == m_sets.end() ? nullptr : set->get();
+    return isOwnRow(row) ? row->children.front() : row;
 }
 
 /// The help set of a top-level row of the library, while it has a row.
@@ -137,9 +147,8 @@ const HelpContentsModel::SetRow* HelpContentsModel::setAbove(const HelpContentsL
         return nullptr;
     }
     const auto* root = row.contentsItem->root();
-    const auto set = std::find_if(m_sets.begin(), m_sets.end(), [&](const auto& candidate) {
-        return candidate->root == root && &candidate->row != &row;
-    });
+    const auto set = std::find_if(m_sets.begin(), m_sets.end(),
+                                  [root](const auto& candidate) { return candidate->root == root; });
     return set == m_sets.end() ? nullptr : set->get();
 }
 
@@ -148,8 +157,10 @@ QModelIndex HelpContentsModel::indexOf(const HelpContentsListViewItem* row) cons
     if (row == nullptr) {
         return {};
     }
-    const bool isSet = std::find(m_setRows.begin(), m_setRows.end(), row) != m_setRows.end();
-    const auto* set = isSet ? nullptr : setAbove(*row);
+    if (const int place = placeOfSet(row); place >= 0) {
+        return createIndex(place, 0, row);
+    }
+    const auto* set = setAbove(*row);
     return createIndex(set == nullptr ? row->position : row->position - set->row.children.front()->position,
                        0, row);
 }
@@ -158,7 +169,7 @@ QModelIndex HelpContentsModel::indexOf(const HelpContentsRoot* root) const
 {
     const auto set = std::find_if(m_sets.begin(), m_sets.end(),
                                   [root](const auto& candidate) { return candidate->root == root; });
-    return m_isGrouped && set != m_sets.end() ? indexOf(&(*set)->row) : QModelIndex();
+    return m_isGrouped && set != m_sets.end() ? indexOf((*set)->shown) : QModelIndex();
 }
 
 HelpContentsListViewItem* HelpContentsModel::rowAt(const QModelIndex& index)
@@ -199,9 +210,8 @@ QModelIndex HelpContentsModel::parent(const QModelIndex& index) const
     if (row->parent != nullptr) {
         return indexOf(row->parent);
     }
-    const bool isSet = std::find(m_setRows.begin(), m_setRows.end(), row) != m_setRows.end();
-    const auto* set = isSet ? nullptr : setAbove(*row);
-    return set == nullptr ? QModelIndex() : createIndex(set->row.position, 0, &set->row);
+    const auto* set = placeOfSet(row) >= 0 ? nullptr : setAbove(*row);
+    return set == nullptr ? QModelIndex() : indexOf(&set->row);
 }
 
 int HelpContentsModel::rowCount(const QModelIndex& parent) const

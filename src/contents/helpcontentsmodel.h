@@ -28,7 +28,9 @@ public:
     [[nodiscard]] static HelpContentsListViewItem* rowAt(const QModelIndex& index);
     /// Whether help sets have rows of their own now.
     [[nodiscard]] bool isGrouped() const { return m_isGrouped; }
-    [[nodiscard]] bool isHelpSet(const QModelIndex& index) const { return helpSetOf(index) != nullptr; }
+    [[nodiscard]] bool isHelpSet(const QModelIndex& index) const { return placeOfSet(rowAt(index)) >= 0; }
+    /// The library's row that a row is, or stands for; null for the invalid index.
+    [[nodiscard]] const HelpContentsListViewItem* libraryRowAt(const QModelIndex& index) const;
     /// The help set that a row belongs to; null for the invalid index.
     [[nodiscard]] static HelpContentsRoot* rootOf(const QModelIndex& index);
     /// The row of a help set; invalid when it has none.
@@ -47,6 +49,8 @@ private:
         HelpContentsListViewItem row;
         QString title;
         const HelpContentsRoot* root = nullptr;
+        HelpContentsListViewItem* shown =
+            nullptr; ///< this row, or the only one below it if that says the same
     };
 
     void connectLibrary();
@@ -57,7 +61,9 @@ private:
     void setGrouped(bool isGrouped);
     [[nodiscard]] std::unique_ptr<SetRow> makeSetRow(const HelpContentsRoot& root) const;
     void numberSets();
-    [[nodiscard]] const SetRow* helpSetOf(const QModelIndex& index) const;
+    [[nodiscard]] bool isOwnRow(const HelpContentsListViewItem* row) const;
+    /// Among the rows of help sets; -1 for any other row.
+    [[nodiscard]] int placeOfSet(const HelpContentsListViewItem* row) const;
     [[nodiscard]] const SetRow* setAbove(const HelpContentsListViewItem& row) const;
     [[nodiscard]] std::span<HelpContentsListViewItem* const> children(const QModelIndex& parent) const;
 

@@ -79,7 +79,11 @@ std::vector<Breadcrumb::Part> Breadcrumb::partsOf(const HelpContentsListViewItem
     }
     const auto& set = m_library.helpSet(*row.contentsItem->root());
     parts.push_back({set.ownTitle().simplified(), firstPageOf(set), nullptr});
+    if (set.titleRow() != nullptr) {
+        parts.pop_back();
+    }
     std::reverse(parts.begin(), parts.end());
+    parts.front().row = set.titleRow() != nullptr ? nullptr : parts.front().row;
     return parts;
 }
 
@@ -136,7 +140,7 @@ void Breadcrumb::fillWithHelpSets(QMenu& menu, const Part& part)
     for (const auto* root : m_library.roots()) {
         const auto& set = m_library.helpSet(*root);
         if (auto* record = firstPageOf(set)) {
-            addEntry(menu, set.ownTitle(), record, record == part.record);
+            addEntry(menu, set.ownTitle(), record, root == part.record->root());
         }
     }
 }

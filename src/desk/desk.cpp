@@ -205,6 +205,7 @@ void Desk::showPassing(HelpContentsItem* record)
 
 void Desk::scrollTo(const QString& anchor)
 {
+    showPage();
     m_browser->scrollTo(anchor);
 }
 

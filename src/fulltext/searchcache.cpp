@@ -73,6 +73,12 @@ QString SearchCache::databaseFor(const QString& contentsFile)
     return dir + QString::fromLatin1(hash.toHex()) + suffix();
 }
 
+bool SearchCache::hasDatabase(const QString& contentsFile)
+{
+    const QString database = databaseFor(contentsFile);
+    return !database.isEmpty() && QFileInfo::exists(database);
+}
+
 QString SearchCache::lockFor(const QString& database)
 {
     return database + QStringLiteral("-lock");

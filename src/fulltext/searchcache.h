@@ -33,6 +33,8 @@ namespace SearchCache {
 /// The database for a help set, known by the canonical path of its contents file; the directory is made. Null
 /// when there cannot be one.
 [[nodiscard]] QString databaseFor(const QString& contentsFile);
+/// Whether a help set has one, complete or not.
+[[nodiscard]] bool hasDatabase(const QString& contentsFile);
 /// The lock to hold while making or changing a database.
 [[nodiscard]] QString lockFor(const QString& database);
 /// Deletes a database whose lock is held.

@@ -147,16 +147,19 @@ void HelpIndex::setCurrentRow(int row)
 void HelpIndex::lookForTextChanged(const QString& str)
 {
     const auto& index = m_library.keywordIndex();
-    if (!m_note->isHidden()) {
-        setNote({});
-        showAllRows();
-    }
+    const bool wasNoted = !m_note->isHidden();
     const QModelIndex shown = m_indexListBox->currentIndex();
-    const int current = shown.isValid() ? m_model->indexRow(shown.row()) : -1;
+    const int current = shown.isValid() && !wasNoted ? m_model->indexRow(shown.row()) : -1;
     const int found = index.lookFor(str, current, m_inUse, only());
     if (!str.isEmpty() && !index.rows().empty() && (found < 0 || !index.beginsWith(found, str))) {
         showRowsContaining(str);
-    } else if (found >= 0 && found != current) {
+        return;
+    }
+    if (wasNoted) {
+        setNote({});
+        showAllRows();
+    }
+    if (found >= 0 && found != current) {
         setCurrentRow(m_model->modelRow(found));
     }
 }

@@ -2,6 +2,7 @@
 #include "index/helpindexlistbox.h"
 
 #include "index/helpindexmodel.h"
+#include "library/sharedbeginning.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -10,34 +11,59 @@
 
 namespace {
 
-/// Writes behind the text of a row how many topics it leads to, when these are several.
+/// Writes behind the text of a row how many topics it leads to, when these are several. A text that is too
+/// long is cut, but first what neighbouring keywords begin with as well.
 class TopicsDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
     {
-        QStyledItemDelegate::paint(painter, option, index);
         const int topics = index.data(HelpIndexModel::TopicsRole).toInt();
-        if (topics < 2) {
-            return;
+        const QString count = topics < 2 ? QString() : QString::number(topics);
+        const int countWidth =
+            count.isEmpty() ? 0 : option.fontMetrics.horizontalAdvance(count) + 2 * CountMargin;
+        QStyleOptionViewItem shown = option;
+        initStyleOption(&shown, index);
+        fit(shown, index, countWidth);
+        option.widget->style()->drawControl(QStyle::CE_ItemViewItem, &shown, painter, option.widget);
+        if (countWidth > 0) {
+            drawCount(*painter, option, count, countWidth);
         }
-        constexpr int gap = 4;           // pixels
+    }
+
+private:
+    static constexpr int CountMargin = 4; ///< pixels
+
+    static void fit(QStyleOptionViewItem& option, const QModelIndex& index, int countWidth)
+    {
+        const auto* style = option.widget->style();
+        const int gap = style->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, option.widget) + 1;
+        const int room = style->subElementRect(QStyle::SE_ItemViewItemText, &option, option.widget).width() -
+                         2 * gap - countWidth;
+        if (option.fontMetrics.horizontalAdvance(option.text) > room) {
+            const QString text =
+                withoutSharedBeginning(option.text, index.siblingAtRow(index.row() - 1).data().toString(),
+                                       index.siblingAtRow(index.row() + 1).data().toString());
+            option.text = option.fontMetrics.elidedText(text, Qt::ElideRight, room);
+        }
+    }
+
+    static void drawCount(QPainter& painter, const QStyleOptionViewItem& option, const QString& count,
+                          int width)
+    {
         constexpr float opacity = 0.65F; // of the text's colour
-        const QString text = QString::number(topics);
-        QRect rect = option.rect;
-        rect.setLeft(rect.right() - option.fontMetrics.horizontalAdvance(text) - 2 * gap);
         const bool isSelected = option.state.testFlag(QStyle::State_Selected);
         const auto group =
             option.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
-        painter->save();
-        painter->fillRect(rect,
-                          option.palette.color(group, isSelected ? QPalette::Highlight : QPalette::Base));
         QColor color = option.palette.color(group, isSelected ? QPalette::HighlightedText : QPalette::Text);
         color.setAlphaF(opacity);
-        painter->setPen(color);
-        painter->drawText(rect, Qt::AlignCenter, text);
-        painter->restore();
+        QRect rect = option.rect;
+        rect.setLeft(rect.right() - width);
+        painter.save();
+        painter.setPen(color);
+        painter.drawText(rect, Qt::AlignCenter, count);
+        painter.restore();
     }
 };
 

@@ -12,6 +12,7 @@ HelpIndexModel::HelpIndexModel(const KeywordIndex& index, QObject* parent)
     connect(&index, &KeywordIndex::aboutToBeRebuilt, this, [this] {
         beginResetModel();
         m_shown.reset();
+        m_topics.clear();
     });
     connect(&index, &KeywordIndex::rebuilt, this, [this] { endResetModel(); });
 }
@@ -57,8 +58,21 @@ QVariant HelpIndexModel::data(const QModelIndex& index, int role) const
         return QString(QStringLiteral("<span>") + row.indexItem->keyword.toString().toHtmlEscaped() +
                        QStringLiteral("</span>"));
     case TopicsRole:
-        return row.indexItem->group < 0 ? 1 : m_index.getIndexByGroupCount(row.indexItem->group);
+        return topicsOf(row.indexItem->group);
     default:
         return {};
     }
+}
+
+/// Of a group with many members they take long to count, and a row is painted often.
+int HelpIndexModel::topicsOf(int group) const
+{
+    if (group < 0) {
+        return 1;
+    }
+    auto known = m_topics.find(group);
+    if (known == m_topics.end()) {
+        known = m_topics.insert(group, m_index.getIndexByGroupCount(group));
+    }
+    return *known;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QAbstractListModel>
+#include <QHash>
 
 #include <optional>
 #include <vector>
@@ -30,6 +31,9 @@ public:
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
 
 private:
+    [[nodiscard]] int topicsOf(int group) const;
+
     const KeywordIndex& m_index;
     std::optional<std::vector<int>> m_shown;
+    mutable QHash<int, int> m_topics; ///< by groups, as far as they have been asked for
 };

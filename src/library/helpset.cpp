@@ -35,6 +35,13 @@ QString HelpSet::ownTitle() const
     return m_outline.ownTitle.isEmpty() ? m_root.fileName : m_outline.ownTitle;
 }
 
+HelpContentsListViewItem* HelpSet::titleRow() const
+{
+    const bool isTitle =
+        m_topRows.size() == 1 && m_topRows.front()->text.toString().simplified() == ownTitle().simplified();
+    return isTitle ? m_topRows.front() : nullptr;
+}
+
 void HelpSet::adoptEntries()
 {
     std::map<std::pair<int, int>, const HelpContentsSource*> sources; // by file and title

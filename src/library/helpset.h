@@ -46,6 +46,9 @@ public:
     [[nodiscard]] std::span<HelpContentsListViewItem* const> topRows() const { return m_topRows; }
     /// The title that it gives itself, else its name.
     [[nodiscard]] QString ownTitle() const;
+    /// The only top-level row when it is called like the help set, so that one of the two says it all; else
+    /// null.
+    [[nodiscard]] HelpContentsListViewItem* titleRow() const;
     /// In load order.
     [[nodiscard]] std::vector<HelpIndexItem>& indexItems() { return m_index.items; }
     [[nodiscard]] const std::vector<HelpIndexItem>& indexItems() const { return m_index.items; }

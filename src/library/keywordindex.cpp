@@ -4,6 +4,7 @@
 #include "library/prefetch.h"
 
 #include <QSet>
+#include <QStringMatcher>
 
 #include <algorithm>
 #include <utility>
@@ -27,6 +28,20 @@ QChar withoutAccent(QChar letter)
         letter = letter.decomposition().at(0);
     }
     return letter;
+}
+
+/// Accents do not matter; both are in lower case.
+bool beginsSo(QStringView keyword, QStringView text)
+{
+    if (keyword.size() < text.size()) {
+        return false;
+    }
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (keyword[i] != text[i] && withoutAccent(keyword[i]) != withoutAccent(text[i])) {
+            return false;
+        }
+    }
+    return true;
 }
 
 /// Rules nearly all rows out by their marks, without a look at their texts.
@@ -138,7 +153,8 @@ std::vector<const HelpIndexListBoxItem*> KeywordIndex::subKeywords(const HelpInd
 }
 
 /// How well a row fits that begins with what was typed; the least is the best.
-unsigned KeywordIndex::rank(size_t row, const QString& typed, const HelpContentsRoot* inUse) const
+unsigned KeywordIndex::rank(size_t row, const QString& typed, const QString& text,
+                            const HelpContentsRoot* inUse) const
 {
     constexpr unsigned notWhole = 8;
     constexpr unsigned otherCase = 4;
@@ -148,7 +164,7 @@ unsigned KeywordIndex::rank(size_t row, const QString& typed, const HelpContents
     const QStringView keyword = m_rows.rows[row].indexItem->keyword.trimmed();
     return (lower.size() == typed.size() ? 0U : notWhole) | (keyword.startsWith(typed) ? 0U : otherCase) |
            (inUse != nullptr && isOf(int(row), inUse) ? 0U : otherSet) |
-           (lower.startsWith(typed.toLower()) ? 0U : otherAccents);
+           (lower.startsWith(text) ? 0U : otherAccents);
 }
 
 int KeywordIndex::lookFor(const QString& typed, int current, const HelpContentsRoot* inUse,
@@ -163,11 +179,11 @@ int KeywordIndex::lookFor(const QString& typed, int current, const HelpContentsR
     int best = current;
     unsigned bestRank = ~0U;
     for (size_t row = 0; row < m_rows.rows.size() && bestRank > 0; ++row) {
-        if (!filter.mayBegin(m_rows.lookUpMarks[row]) || !beginsWith(int(row), text) ||
+        if (!filter.mayBegin(m_rows.lookUpMarks[row]) || !beginsSo(m_rows.lookUpText(row), text) ||
             (only != nullptr && !isOf(int(row), only))) {
             continue;
         }
-        if (const unsigned found = rank(row, typed, inUse); found < bestRank) {
+        if (const unsigned found = rank(row, typed, text, inUse); found < bestRank) {
             bestRank = found;
             best = int(row);
         }
@@ -177,26 +193,16 @@ int KeywordIndex::lookFor(const QString& typed, int current, const HelpContentsR
 
 bool KeywordIndex::beginsWith(int row, const QString& typed) const
 {
-    const QStringView keyword = m_rows.lookUpText(size_t(row));
-    const QString text = typed.toLower();
-    if (keyword.size() < text.size()) {
-        return false;
-    }
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (keyword[i] != text[i] && withoutAccent(keyword[i]) != withoutAccent(text[i])) {
-            return false;
-        }
-    }
-    return true;
+    return beginsSo(m_rows.lookUpText(size_t(row)), typed.toLower());
 }
 
 std::vector<int> KeywordIndex::rowsContaining(const QString& typed, const HelpContentsRoot* root) const
 {
-    const QString text = typed.toLower();
-    const size_t most = text.isEmpty() ? m_rows.rows.size() : MaximumContaining;
+    const QStringMatcher text(typed.toLower());
+    const size_t most = typed.isEmpty() ? m_rows.rows.size() : MaximumContaining;
     std::vector<int> result;
     for (size_t row = 0; row < m_rows.rows.size() && result.size() < most; ++row) {
-        if (m_rows.lookUpText(row).contains(text) && (root == nullptr || isOf(int(row), root))) {
+        if (text.indexIn(m_rows.lookUpText(row)) >= 0 && (root == nullptr || isOf(int(row), root))) {
             result.push_back(int(row));
         }
     }

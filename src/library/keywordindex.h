@@ -50,7 +50,8 @@ Q_SIGNALS:
     void rebuilt();
 
 private:
-    [[nodiscard]] unsigned rank(size_t row, const QString& typed, const HelpContentsRoot* inUse) const;
+    [[nodiscard]] unsigned rank(size_t row, const QString& typed, const QString& text,
+                                const HelpContentsRoot* inUse) const;
 
     KeywordRows m_rows;
 };

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/addcontentsdialog.h"
 
+#include "browser/messages.h"
 #include "library/helplibrary.h"
 
 #include <QCoreApplication>
 #include <QFileDialog>
 #include <QFileInfo>
 
-void openAddContentsDialog(QWidget* window, const std::function<void(const QString& fileName)>& add)
+void openAddContentsDialog(QWidget* window, const std::function<QString(const QString& fileName)>& add)
 {
     auto* dialog = new QFileDialog(
         window, {}, {},
@@ -15,7 +16,12 @@ void openAddContentsDialog(QWidget* window, const std::function<void(const QStri
             .join(QStringLiteral(";;")));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::ExistingFile);
-    QObject::connect(dialog, &QFileDialog::fileSelected, window,
-                     [add](const QString& fileName) { add(QFileInfo(fileName).canonicalFilePath()); });
+    QObject::connect(dialog, &QFileDialog::fileSelected, window, [add, window](const QString& fileName) {
+        if (const QString problem = add(QFileInfo(fileName).canonicalFilePath()); !problem.isEmpty()) {
+            openMessage(QMessageBox::Warning,
+                        QCoreApplication::translate("AddContentsDialog", "Load contents error"), problem,
+                        window);
+        }
+    });
     dialog->open();
 }

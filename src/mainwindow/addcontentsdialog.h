@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QString>
+
 #include <functional>
 
-class QString;
 class QWidget;
 
-/// Lets the user choose a contents file and calls `add` with its name.
-void openAddContentsDialog(QWidget* window, const std::function<void(const QString& fileName)>& add);
+/// Lets the user choose a contents file and calls `add` with its name, which returns a sentence on what is
+/// wrong with it, for a message; empty for nothing.
+void openAddContentsDialog(QWidget* window, const std::function<QString(const QString& fileName)>& add);

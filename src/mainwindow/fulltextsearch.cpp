@@ -77,6 +77,9 @@ void FullTextSearch::connectService()
                 }
                 tellPane();
                 m_pane.searchAgain();
+                if (!m_wasStopped) {
+                    Q_EMIT indexed(contentsFile);
+                }
             });
     connect(&m_service, &SearchService::becameIdle, this, [this] {
         m_progress->finish();

@@ -28,6 +28,10 @@ public:
 
     void cancelIndexing();
 
+Q_SIGNALS:
+    /// All pages of the help set of this contents file can be searched.
+    void indexed(const QString& contentsFile);
+
 private:
     void connectPane();
     void connectService();

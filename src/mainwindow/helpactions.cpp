@@ -19,6 +19,7 @@ HelpActions::HelpActions(Desk& desk, QMainWindow& window)
           makeCommand(window, "editSearchAllAction", tr("&Search All..."), Qt::CTRL | Qt::SHIFT | Qt::Key_F)),
       viewGroupAction(makeCommand(window, "viewGroupAction", tr("&Group by Help Set"))),
       viewFollowAction(makeCommand(window, "viewFollowAction", tr("Follow &Page"))),
+      viewOutlineAction(makeCommand(window, "viewOutlineAction", tr("O&n This Page"))),
       viewContentsAction(makeCommand(window, "viewContentsAction", tr("&Contents"))),
       viewGoToolbarAction(makeCommand(window, "viewGoToolbarAction", tr("Go &Toolbar"))),
       viewFullScreenAction(makeCommand(window, "viewFullScreenAction", tr("F&ull Screen"), Qt::Key_F11)),
@@ -34,6 +35,7 @@ HelpActions::HelpActions(Desk& desk, QMainWindow& window)
     viewGroupAction->setChecked(true);
     viewFollowAction->setCheckable(true);
     viewFollowAction->setChecked(true);
+    viewOutlineAction->setCheckable(true);
     viewContentsAction->setCheckable(true);
     viewGoToolbarAction->setCheckable(true);
     viewFullScreenAction->setCheckable(true);

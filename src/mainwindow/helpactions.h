@@ -31,6 +31,7 @@ public:
     QAction* editSearchAllAction;
     QAction* viewGroupAction;
     QAction* viewFollowAction;
+    QAction* viewOutlineAction;
     QAction* viewContentsAction;
     QAction* viewGoToolbarAction;
     QAction* viewFullScreenAction;

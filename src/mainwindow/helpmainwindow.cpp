@@ -2,13 +2,10 @@
 #include "mainwindow/helpmainwindow.h"
 
 #include "browser/helpbrowser.h"
-#include "browser/messages.h"
 #include "contents/helpcontents.h"
 #include "desk/desk.h"
 #include "icons/icons.h"
-#include "index/helpindex.h"
 #include "library/helplibrary.h"
-#include "machine/machinedialog.h"
 #include "mainwindow/aboutbox.h"
 #include "mainwindow/addcontentsdialog.h"
 #include "mainwindow/backgroundprogress.h"
@@ -18,6 +15,7 @@
 #include "mainwindow/fulltextsearch.h"
 #include "mainwindow/helpsetmenu.h"
 #include "mainwindow/librarykeeper.h"
+#include "mainwindow/machinecommand.h"
 #include "mainwindow/outlinemenu.h"
 #include "mainwindow/printcommands.h"
 #include "mainwindow/session.h"
@@ -34,11 +32,11 @@
 
 HelpMainWindow::HelpMainWindow(HelpLibrary& library, QWidget* parent)
     : QMainWindow(parent), m_library(library), m_desk(new Desk(library, *statusBar(), this)),
-      m_actions(*m_desk, *this), m_menus(*menuBar(), m_actions)
+      m_actions(*m_desk, *this), m_menus(*menuBar(), m_actions), m_goToolBar(makeGoToolBar(*this, m_actions))
 {
     setHelpCaption({});
     setWindowIcon(applicationIcon());
-    buildToolBar();
+    connect(m_goToolBar, &QToolBar::visibilityChanged, m_actions.viewGoToolbarAction, &QAction::setChecked);
     buildPanes();
     connectFileCommands();
     connectCommands();
@@ -67,23 +65,12 @@ HelpMainWindow::~HelpMainWindow()
     delete m_goToolBar;
 }
 
-void HelpMainWindow::buildToolBar()
-{
-    m_goToolBar = addToolBar(tr("Go"));
-    m_goToolBar->setObjectName(QStringLiteral("goToolBar"));
-    m_goToolBar->setIconSize(QSize(16, 16));
-    m_goToolBar->addActions(m_actions.goActions());
-    m_goToolBar->addAction(m_actions.goLibraryAction);
-    connect(m_goToolBar, &QToolBar::visibilityChanged, m_actions.viewGoToolbarAction, &QAction::setChecked);
-}
-
 void HelpMainWindow::buildPanes()
 {
     setCentralWidget(m_desk);
-    m_panes = new SidePanes(m_library, this);
+    m_panes = new SidePanes(m_library, *m_desk, this);
     addDockWidget(Qt::LeftDockWidgetArea, m_panes);
-    m_panes->addShortcuts(*this, *m_desk);
-    connect(m_panes, &SidePanes::shownChanged, m_actions.viewContentsAction, &QAction::setChecked);
+    m_panes->addShortcuts(*this);
 
     m_contentsFiles = new ContentsFiles(m_library, *m_panes->contents(), *m_desk, m_menus, this);
     m_keeper = new LibraryKeeper(m_library, *m_contentsFiles, *m_menus.recentMenu, this);
@@ -98,7 +85,9 @@ void HelpMainWindow::connectFileCommands()
     run(m_actions.fileAddContentsAction, &HelpMainWindow::addContents);
     run(m_actions.fileUndoRemoveAction, [this] { m_contentsFiles->undoRemove(); });
     run(m_actions.filePrintAction, [this] { PrintCommands::print(this, m_desk->view()); });
-    run(m_actions.fileMachineAction, &HelpMainWindow::openMachineDialog);
+    run(m_actions.fileMachineAction, [this] {
+        openMachineDialog(m_library, this, [this](const QString& name) { insertContents(name); });
+    });
     run(m_actions.filePreviewAction, [this] { PrintCommands::preview(this, m_desk->view()); });
     run(m_actions.fileExportAction, [this] { PrintCommands::exportAsPdf(this, m_desk->view()); });
     run(m_actions.fileExitAction, [this] { close(); });
@@ -121,6 +110,10 @@ void HelpMainWindow::connectCommands()
     run(m_actions.viewGroupAction, [this](bool isOn) { m_panes->contents()->setGrouped(isOn); });
     run(m_actions.viewFollowAction, [this](bool isOn) { isOn ? selectCurrentRow() : void(); });
     run(m_actions.viewContentsAction, [this](bool isOn) { m_panes->setShown(isOn); });
+    run(m_actions.viewOutlineAction, [this](bool isOn) {
+        m_panes->setOutlineShown(isOn);
+        isOn ? m_panes->showContents() : void();
+    });
     run(m_actions.viewGoToolbarAction, [this](bool isOn) { m_goToolBar->setVisible(isOn); });
     run(m_actions.viewFullScreenAction,
         [this](bool isOn) { setWindowState(windowState().setFlag(Qt::WindowFullScreen, isOn)); });
@@ -144,22 +137,13 @@ void HelpMainWindow::connectCommands()
 
 void HelpMainWindow::connectPanes()
 {
-    const auto* contents = m_panes->contents();
-    connect(contents, &HelpContents::pageRequested, this, [this](HelpContentsItem* item) { loadHtml(item); });
-    connect(contents, &HelpContents::passedBy, m_desk, &Desk::showPassing);
-    connect(contents, &HelpContents::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
-    connect(contents, &HelpContents::searchRequested, this,
+    connect(m_panes, &SidePanes::shownChanged, m_actions.viewContentsAction, &QAction::setChecked);
+    connect(m_panes, &SidePanes::outlineShownChanged, m_actions.viewOutlineAction, &QAction::setChecked);
+    connect(m_panes, &SidePanes::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
+    connect(m_panes->contents(), &HelpContents::searchRequested, this,
             [this](const HelpContentsRoot* root) { searchIn(root->fileName); });
-    connect(contents, &HelpContents::removalRequested, this,
+    connect(m_panes->contents(), &HelpContents::removalRequested, this,
             [this](const HelpContentsRoot* root) { removeContents(root->menuId); });
-    connect(m_panes->index(), &HelpIndex::pageRequested, this,
-            [this](const HelpIndexItem* item) { loadHtml(item); });
-    connect(m_panes->index(), &HelpIndex::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
-    connect(m_panes->index(), &HelpIndex::searchRequested, this, [this](const QString& text) {
-        m_panes->search()->setQuery(text);
-        m_panes->goToSearch();
-    });
-    connect(m_panes->search(), &SearchPane::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
 }
 
 void HelpMainWindow::connectDesk()
@@ -173,7 +157,6 @@ void HelpMainWindow::connectDesk()
     connect(m_desk, &Desk::pageChanged, this,
             [this] { m_menus.outlineMenu->setHeadings(m_desk->view().page().prepared.headings); });
     connect(m_desk, &Desk::rowChanged, this, [this](const HelpContentsListViewItem* row) {
-        m_panes->index()->setInUse(row == nullptr ? nullptr : row->contentsItem->root());
         if (m_actions.viewFollowAction->isChecked()) {
             m_panes->contents()->follow(row);
         }
@@ -189,6 +172,7 @@ void HelpMainWindow::connectKeeper()
     connect(m_keeper, &LibraryKeeper::manualRequested, this, &HelpMainWindow::helpManual);
     connect(m_keeper, &LibraryKeeper::removeRequested, this, &HelpMainWindow::removeContents);
     connect(m_keeper, &LibraryKeeper::installedChanged, m_contentsFiles, &ContentsFiles::buildInstalledMenu);
+    connect(m_fullText.get(), &FullTextSearch::indexed, m_keeper, &LibraryKeeper::noteIndexed);
 }
 
 void HelpMainWindow::connectBackground()
@@ -274,11 +258,7 @@ void HelpMainWindow::showInstalled(const QString& fileName)
 
 void HelpMainWindow::addContents()
 {
-    openAddContentsDialog(this, [this](const QString& fileName) {
-        if (const QString problem = insertContents(fileName); !problem.isEmpty()) {
-            openMessage(QMessageBox::Warning, tr("Load contents error"), problem, this);
-        }
-    });
+    openAddContentsDialog(this, [this](const QString& fileName) { return insertContents(fileName); });
 }
 
 void HelpMainWindow::loadDefault()
@@ -296,23 +276,6 @@ void HelpMainWindow::showPage(const QString& page, int place)
             selectCurrentRow();
         });
     }
-}
-
-/// Lists what is on the machine, to be opened.
-void HelpMainWindow::openMachineDialog()
-{
-    QStringList open;
-    for (const auto* root : m_library.roots()) {
-        open.append(root->fileName);
-    }
-    auto* dialog = new MachineDialog(open, this);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    connect(dialog, &MachineDialog::openRequested, this, [this](const QStringList& names) {
-        for (const auto& name : names) {
-            insertContents(name);
-        }
-    });
-    dialog->open();
 }
 
 QStringList HelpMainWindow::fulfil(const Wish& wish)
@@ -377,6 +340,10 @@ bool HelpMainWindow::event(QEvent* event)
     // Menus and tool buttons send an empty tip when the pointer leaves them; it would wipe the link shown.
     if (event->type() == QEvent::StatusTip && static_cast<QStatusTipEvent*>(event)->tip().isEmpty()) {
         return true;
+    }
+    // The window manager and the last session change it, too.
+    if (event->type() == QEvent::WindowStateChange) {
+        m_actions.viewFullScreenAction->setChecked(isFullScreen());
     }
     return QMainWindow::event(event);
 }

@@ -56,7 +56,6 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    void buildToolBar();
     void buildPanes();
     void connectFileCommands();
     void connectCommands();
@@ -69,7 +68,6 @@ private:
     void searchIn(const QString& contentsFile);
     void selectCurrentRow();
     void showPage(const QString& page, int place);
-    void openMachineDialog();
     void helpManual();
     void stop();
 
@@ -77,7 +75,7 @@ private:
     Desk* m_desk;
     HelpActions m_actions;
     MainMenus m_menus;
-    QToolBar* m_goToolBar = nullptr;
+    QToolBar* m_goToolBar;
     SidePanes* m_panes = nullptr;
     std::unique_ptr<FullTextSearch> m_fullText;
     ContentsFiles* m_contentsFiles = nullptr;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/librarykeeper.h"
 
+#include "fulltext/searchcache.h"
 #include "library/helplibrary.h"
 #include "library/helpset.h"
 #include "library/installedcontents.h"
@@ -152,16 +153,34 @@ std::vector<LibraryEntry> LibraryKeeper::openEntries()
 {
     std::vector<LibraryEntry> entries;
     for (const auto* root : m_library.roots()) {
-        const auto& set = m_library.helpSet(*root);
-        LibraryEntry entry;
-        entry.fileName = HelpLibrary::absoluteName(root->fileName);
-        entry.title = set.ownTitle();
-        entry.topics = int(set.records().size());
-        m_known.insert(entry.fileName, entry);
-        entry.state = set.malformedFiles().isEmpty() ? tr("open") : tr("open in part");
-        entries.push_back(entry);
+        entries.push_back(openEntry(*root));
     }
     return entries;
+}
+
+LibraryEntry LibraryKeeper::openEntry(const HelpContentsRoot& root)
+{
+    const auto& set = m_library.helpSet(root);
+    LibraryEntry entry;
+    entry.fileName = HelpLibrary::absoluteName(root.fileName);
+    entry.title = set.ownTitle();
+    entry.topics = int(set.records().size());
+    m_known.insert(entry.fileName, entry);
+    entry.state = set.malformedFiles().isEmpty() ? tr("open") : tr("open in part");
+    if (!m_indexed.contains(entry.fileName)) {
+        entry.state = tr("%1, not yet indexed").arg(entry.state);
+    }
+    return entry;
+}
+
+void LibraryKeeper::noteIndexed(const QString& contentsFile)
+{
+    m_indexed.insert(contentsFile);
+    for (const auto* root : m_library.roots()) {
+        if (m_page != nullptr && HelpLibrary::absoluteName(root->fileName) == contentsFile) {
+            m_page->setFacts(openEntry(*root));
+        }
+    }
 }
 
 /// What was found out before stands until it is found out anew.
@@ -178,27 +197,38 @@ LibraryEntry LibraryKeeper::entryOf(LibraryEntry::Kind kind, const QString& file
 
 void LibraryKeeper::examine(const QString& fileName)
 {
-    m_looking.run([fileName](const std::stop_token& stop) { return factsOf(fileName, stop); },
-                  [this, fileName](const SetFacts& facts) {
-                      LibraryEntry entry;
-                      entry.fileName = fileName;
-                      entry.title = facts.title == fileName ? QFileInfo(fileName).fileName() : facts.title;
-                      entry.topics = facts.topics;
-                      entry.state = stateOf(facts);
-                      entry.canBeOpened = facts.canBeOpened;
-                      m_known.insert(fileName, entry);
-                      if (m_page != nullptr) {
-                          m_page->setFacts(entry);
-                      }
-                  });
+    struct Found {
+        SetFacts facts;
+        bool isIndexed;
+    };
+    m_looking.run(
+        [fileName](const std::stop_token& stop) {
+            return Found{factsOf(fileName, stop), SearchCache::hasDatabase(fileName)};
+        },
+        [this, fileName](const Found& found) {
+            const auto& facts = found.facts;
+            LibraryEntry entry;
+            entry.fileName = fileName;
+            entry.title = facts.title == fileName ? QFileInfo(fileName).fileName() : facts.title;
+            entry.topics = facts.topics;
+            entry.state = stateOf(facts, found.isIndexed);
+            entry.canBeOpened = facts.canBeOpened;
+            m_known.insert(fileName, entry);
+            if (m_page != nullptr) {
+                m_page->setFacts(entry);
+            }
+        });
 }
 
-QString LibraryKeeper::stateOf(const SetFacts& facts)
+QString LibraryKeeper::stateOf(const SetFacts& facts, bool isIndexed)
 {
     if (!facts.canBeOpened) {
         return facts.trouble;
     }
-    return facts.trouble.isEmpty() ? QString() : tr("damaged: %1").arg(facts.trouble);
+    if (!facts.trouble.isEmpty()) {
+        return tr("damaged: %1").arg(facts.trouble);
+    }
+    return isIndexed ? QString() : tr("not yet indexed");
 }
 
 void LibraryKeeper::install(const QString& fileName, bool isInstalled)

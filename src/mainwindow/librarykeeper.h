@@ -8,10 +8,12 @@
 #include <QHash>
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 
 class ContentsFiles;
 class HelpLibrary;
 class HelpSetMenu;
+struct HelpContentsRoot;
 struct SetFacts;
 
 /// Fills the library page, looks at help sets that are not open in the background, and turns what the user
@@ -26,6 +28,8 @@ public:
     void keep(LibraryPage* page);
     /// Something that could not be opened, for the page to say.
     void addNotice(const QString& notice);
+    /// All pages of this help set can be searched.
+    void noteIndexed(const QString& contentsFile);
     /// Fills the submenu of what was open before.
     void fillRecentMenu();
     /// Contents files that were opened before and are not open now, the latest first.
@@ -46,11 +50,12 @@ private:
     void connectPage(LibraryPage& page);
     void fill();
     [[nodiscard]] std::vector<LibraryEntry> openEntries();
+    [[nodiscard]] LibraryEntry openEntry(const HelpContentsRoot& root);
     [[nodiscard]] LibraryEntry entryOf(LibraryEntry::Kind kind, const QString& fileName);
     void examine(const QString& fileName);
     void install(const QString& fileName, bool isInstalled);
     void remove(LibraryEntry::Kind kind, const QString& fileName);
-    [[nodiscard]] static QString stateOf(const SetFacts& facts);
+    [[nodiscard]] static QString stateOf(const SetFacts& facts, bool isIndexed);
 
     HelpLibrary& m_library;
     ContentsFiles& m_files;
@@ -59,5 +64,6 @@ private:
     QPointer<LibraryPage> m_page;
     QStringList m_notices;
     QHash<QString, LibraryEntry> m_known; ///< by contents file
+    QSet<QString> m_indexed;              ///< contents files of help sets that were indexed in this run
     BackgroundTasks m_looking{BackgroundTasks::Priority::Low};
 };

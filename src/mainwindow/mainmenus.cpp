@@ -5,7 +5,9 @@
 #include "mainwindow/helpsetmenu.h"
 #include "mainwindow/outlinemenu.h"
 
+#include <QMainWindow>
 #include <QMenuBar>
+#include <QToolBar>
 
 namespace {
 
@@ -48,8 +50,8 @@ MainMenus::MainMenus(QMenuBar& bar, const HelpActions& actions)
     viewMenu->addSeparator();
     viewMenu->addActions({actions.viewGroupAction, actions.viewFollowAction});
     viewMenu->addSeparator();
-    viewMenu->addActions(
-        {actions.viewContentsAction, actions.viewGoToolbarAction, actions.viewFullScreenAction});
+    viewMenu->addActions({actions.viewContentsAction, actions.viewOutlineAction, actions.viewGoToolbarAction,
+                          actions.viewFullScreenAction});
     viewMenu->addSeparator();
     viewMenu->addAction(actions.viewSettingsAction);
 
@@ -61,4 +63,15 @@ MainMenus::MainMenus(QMenuBar& bar, const HelpActions& actions)
 
     auto* helpMenu = bar.addMenu(tr("&Help"));
     helpMenu->addActions({actions.helpManualAction, actions.helpAboutAction});
+}
+
+QToolBar* makeGoToolBar(QMainWindow& window, const HelpActions& actions)
+{
+    constexpr QSize iconSize(16, 16);
+    auto* toolBar = window.addToolBar(MainMenus::tr("Go"));
+    toolBar->setObjectName(QStringLiteral("goToolBar"));
+    toolBar->setIconSize(iconSize);
+    toolBar->addActions(actions.goActions());
+    toolBar->addAction(actions.goLibraryAction);
+    return toolBar;
 }

@@ -5,8 +5,10 @@
 
 class HelpSetMenu;
 class OutlineMenu;
+class QMainWindow;
 class QMenu;
 class QMenuBar;
+class QToolBar;
 struct HelpActions;
 
 /// The menus of the main window, in the order of the menu bar, which owns them.
@@ -22,3 +24,6 @@ public:
     QMenu* fileMenu;
     OutlineMenu* outlineMenu;
 };
+
+/// The window's tool bar, which the window owns.
+[[nodiscard]] QToolBar* makeGoToolBar(QMainWindow& window, const HelpActions& actions);

@@ -54,16 +54,19 @@ void Session::loadWindow(QMainWindow& window, const HelpActions& actions, SidePa
     actions.viewGroupAction->setChecked(choices.isGrouped);
     actions.viewFollowAction->setChecked(choices.follows);
     panes.contents()->setGrouped(choices.isGrouped);
+    panes.setOutlinePart(choices.outlinePart > 0 ? choices.outlinePart : panes.outlinePart());
     WindowSettings::loadGeometry(window);
     panes.setTakesPart(WindowSettings::loadPanes(window, panes, panes.widthFor(window.width())));
+    panes.setOutlineShown(choices.hasOutline);
 }
 
 void Session::saveWindow(const QMainWindow& window, const HelpActions& actions, const SidePanes& panes,
                          const Desk& desk)
 {
     WindowSettings::saveDisplay(desk.view());
-    WindowSettings::saveViewChoices(
-        {actions.viewGroupAction->isChecked(), actions.viewFollowAction->isChecked()});
+    WindowSettings::saveViewChoices({actions.viewGroupAction->isChecked(),
+                                     actions.viewFollowAction->isChecked(), panes.isOutlineShown(),
+                                     panes.outlinePart()});
     WindowSettings::saveGeometry(window);
     WindowSettings::savePanes(window, panes);
 }

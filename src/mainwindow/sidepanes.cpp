@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/sidepanes.h"
 
+#include "browser/helpbrowser.h"
 #include "contents/helpcontents.h"
 #include "contents/helpcontentslistview.h"
+#include "desk/desk.h"
+#include "desk/pageoutline.h"
 #include "icons/icons.h"
 #include "index/helpindex.h"
 #include "library/helpcontentsitem.h"
+#include "library/helpcontentslistviewitem.h"
 #include "library/helpindexitem.h"
 #include "search/searchpane.h"
 
@@ -13,6 +17,7 @@
 #include <QMainWindow>
 #include <QResizeEvent>
 #include <QShortcut>
+#include <QSplitter>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -26,12 +31,14 @@ constexpr int LeastUsefulWidth = 200; // pixels
 constexpr int LargestWidth = 420;     // pixels, unless the user wants more
 constexpr int PartOfWindow = 27;      // percent
 constexpr int NarrowWindow = 520;     // pixels; below, there is no room beside the page
+constexpr int LeastOutlinePart = 5;   // percent
 constexpr int PartOverPage = 85;      // percent of a narrow window
 
 } // namespace
 
-SidePanes::SidePanes(HelpLibrary& library, QWidget* parent)
-    : QDockWidget(tr("Contents"), parent), m_tabs(new QTabWidget(this))
+SidePanes::SidePanes(HelpLibrary& library, Desk& desk, QWidget* parent)
+    : QDockWidget(tr("Contents"), parent), m_desk(desk), m_tabs(new QTabWidget(this)),
+      m_reading(new QSplitter(Qt::Vertical, this))
 {
     setObjectName(QStringLiteral("contentsDock"));
     setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
@@ -43,7 +50,10 @@ SidePanes::SidePanes(HelpLibrary& library, QWidget* parent)
             [this](bool isFloating) { m_tabs->setMinimumWidth(isFloating ? usefulWidth() : 0); });
     const ContentsIcons icons{bookIcon(BookIcon::Close), bookIcon(BookIcon::Open), bookIcon(BookIcon::Item)};
     m_contents = new HelpContents(library, icons, this);
-    m_tabs->addTab(m_contents, tr("Contents"));
+    m_reading->addWidget(m_contents);
+    m_reading->setChildrenCollapsible(false);
+    m_reading->setFocusProxy(m_contents);
+    m_tabs->addTab(m_reading, tr("Contents"));
     m_index = new HelpIndex(library, this);
     m_tabs->addTab(m_index, tr("Index"));
     m_search = new SearchPane(this);
@@ -59,6 +69,21 @@ SidePanes::SidePanes(HelpLibrary& library, QWidget* parent)
 
 void SidePanes::connectChoices()
 {
+    connect(m_contents, &HelpContents::pageRequested, &m_desk,
+            [this](HelpContentsItem* record) { m_desk.show(record); });
+    connect(m_contents, &HelpContents::passedBy, &m_desk, &Desk::showPassing);
+    connect(m_index, &HelpIndex::pageRequested, &m_desk,
+            [this](const HelpIndexItem* keyword) { m_desk.show(keyword); });
+    connect(&m_desk, &Desk::rowChanged, m_index, [this](const HelpContentsListViewItem* row) {
+        m_index->setInUse(row == nullptr ? nullptr : row->contentsItem->root());
+    });
+    connect(m_index, &HelpIndex::searchRequested, this, [this](const QString& text) {
+        m_search->setQuery(text);
+        goToSearch();
+    });
+    connect(m_contents, &HelpContents::linkHovered, this, &SidePanes::linkHovered);
+    connect(m_index, &HelpIndex::linkHovered, this, &SidePanes::linkHovered);
+    connect(m_search, &SearchPane::linkHovered, this, &SidePanes::linkHovered);
     connect(m_contents, &HelpContents::pageRequested, this, &SidePanes::closeOverPage);
     connect(m_index, &HelpIndex::pageRequested, this, &SidePanes::closeOverPage);
     connect(m_search, &SearchPane::pageRequested, this, &SidePanes::closeOverPage);
@@ -144,7 +169,7 @@ int SidePanes::widthFor(int windowWidth) const
 void SidePanes::showContents()
 {
     setShown(true);
-    m_tabs->setCurrentWidget(m_contents);
+    m_tabs->setCurrentWidget(m_reading);
 }
 
 int SidePanes::usefulWidth() const
@@ -152,14 +177,52 @@ int SidePanes::usefulWidth() const
     return std::max(LeastUsefulWidth, m_tabs->tabBar()->sizeHint().width());
 }
 
-void SidePanes::addShortcuts(QWidget& window, QWidget& page)
+void SidePanes::setOutlineShown(bool isShown)
+{
+    if (isShown == isOutlineShown()) {
+        return;
+    }
+    if (isShown && m_outline == nullptr) {
+        makeOutline();
+    }
+    m_outline->setVisible(isShown);
+    m_reading->setSizes({100 - m_outlinePart, m_outlinePart});
+    Q_EMIT outlineShownChanged(isShown);
+}
+
+void SidePanes::setOutlinePart(int percent)
+{
+    m_outlinePart = std::clamp(percent, LeastOutlinePart, 100 - LeastOutlinePart);
+}
+
+bool SidePanes::isOutlineShown() const
+{
+    return m_outline != nullptr && !m_outline->isHidden();
+}
+
+void SidePanes::makeOutline()
+{
+    m_outline = new PageOutline(m_desk.view(), m_reading);
+    m_outline->hide();
+    m_reading->addWidget(m_outline);
+    connect(m_outline, &PageOutline::closeRequested, this, [this] { setOutlineShown(false); });
+    connect(m_outline, &PageOutline::chosen, this, [this](const QString& anchor) {
+        m_desk.scrollTo(anchor);
+        closeOverPage();
+    });
+    connect(m_reading, &QSplitter::splitterMoved, this,
+            [this] { setOutlinePart(100 * m_outline->height() / m_reading->height()); });
+}
+
+void SidePanes::addShortcuts(QWidget& window)
 {
     new QShortcut(Qt::CTRL | Qt::Key_1, &window, this, &SidePanes::goToContents);
     new QShortcut(Qt::CTRL | Qt::Key_2, &window, this, &SidePanes::goToIndex);
     new QShortcut(Qt::CTRL | Qt::Key_3, &window, this, &SidePanes::goToSearch);
-    new QShortcut(Qt::Key_F6, &window, this, [this, &page] {
+    new QShortcut(Qt::CTRL | Qt::Key_4, &window, this, &SidePanes::goToOutline);
+    new QShortcut(Qt::Key_F6, &window, this, [this] {
         if (m_tabs->isAncestorOf(QApplication::focusWidget())) {
-            page.setFocus(Qt::ShortcutFocusReason);
+            m_desk.setFocus(Qt::ShortcutFocusReason);
         } else {
             goToCurrent();
         }
@@ -168,7 +231,7 @@ void SidePanes::addShortcuts(QWidget& window, QWidget& page)
 
 void SidePanes::goToContents()
 {
-    goTo(m_contents);
+    goTo(m_reading);
 }
 
 void SidePanes::goToIndex()
@@ -181,6 +244,13 @@ void SidePanes::goToSearch()
 {
     goTo(m_search);
     m_search->selectQuery();
+}
+
+void SidePanes::goToOutline()
+{
+    setOutlineShown(true);
+    goTo(m_reading);
+    m_outline->setFocus(Qt::ShortcutFocusReason);
 }
 
 void SidePanes::goToCurrent()

@@ -182,7 +182,8 @@ void savePanes(const QMainWindow& window, const QDockWidget& dock)
 ViewChoices loadViewChoices()
 {
     const SettingsStore store(SettingsStore::Access::Read);
-    return {store.value("groupByHelpSet", true).toBool(), store.value("followPage", true).toBool()};
+    return {store.value("groupByHelpSet", true).toBool(), store.value("followPage", true).toBool(),
+            store.value("outlinePane").toBool(), store.value("outlinePart").toInt()};
 }
 
 void saveViewChoices(const ViewChoices& choices)
@@ -190,6 +191,8 @@ void saveViewChoices(const ViewChoices& choices)
     SettingsStore store(SettingsStore::Access::Write);
     store.setValue("groupByHelpSet", choices.isGrouped);
     store.setValue("followPage", choices.follows);
+    store.setValue("outlinePane", choices.hasOutline);
+    store.setValue("outlinePart", choices.outlinePart);
 }
 
 QStringList loadContents()

@@ -29,6 +29,8 @@ void savePanes(const QMainWindow& window, const QDockWidget& dock);
 struct ViewChoices {
     bool isGrouped = true; ///< a row for each help set
     bool follows = true;   ///< the tree follows the page
+    bool hasOutline = false;
+    int outlinePart = 0; ///< of the height, in percent; 0 for the usual one
 };
 [[nodiscard]] ViewChoices loadViewChoices();
 void saveViewChoices(const ViewChoices& choices);

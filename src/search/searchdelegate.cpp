@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "search/searchdelegate.h"
 
+#include "library/sharedbeginning.h"
 #include "search/searchmodel.h"
 #include "search/snippetlayout.h"
 
@@ -56,11 +57,14 @@ void drawLine(QPainter* painter, const QFont& font, const QString& text, Qt::Tex
     rect.setTop(rect.top() + metrics.height() + PartGap);
 }
 
-/// A title on one line, or on two when it is long; the second one is cut in the middle, as the ends of titles
-/// tell them apart.
-QStringList titleLines(const QString& title, const QFont& font, int width)
+QString titleAt(const QModelIndex& index)
 {
-    const QString text = QString(title).replace(u'\t', u' ');
+    return index.isValid() ? QString(hitOf(index).title).replace(u'\t', u' ') : QString();
+}
+
+/// On one line, or on two when it is long.
+QStringList divided(const QString& text, const QFont& font, int width)
+{
     QTextLayout layout(text, font);
     layout.beginLayout();
     auto line = layout.createLine();
@@ -70,15 +74,32 @@ QStringList titleLines(const QString& title, const QFont& font, int width)
     if (end == text.size()) {
         return {text};
     }
-    return {text.first(end),
-            QFontMetrics(font).elidedText(text.sliced(end).trimmed(), Qt::ElideMiddle, width)};
+    return {text.first(end), text.sliced(end).trimmed()};
+}
+
+/// The title on at most two lines. One that is too long for them is cut: first what the titles above or below
+/// begin with as well, then in the middle, as the ends of titles tell them apart.
+QStringList titleLines(const QModelIndex& index, const QFont& font, int width)
+{
+    const QFontMetrics metrics(font);
+    const QString title = titleAt(index);
+    auto lines = divided(title, font, width);
+    if (metrics.horizontalAdvance(lines.constLast()) > width) {
+        lines = divided(withoutSharedBeginning(title, titleAt(index.siblingAtRow(index.row() - 1)),
+                                               titleAt(index.siblingAtRow(index.row() + 1))),
+                        font, width);
+    }
+    lines.last() = metrics.elidedText(lines.constLast(), Qt::ElideMiddle, width);
+    return lines;
 }
 
 /// The title in bold, behind it the headings that the text stands under, as far as there is room.
-void drawHeadline(QPainter* painter, const QStyleOptionViewItem& option, const SearchHit& hit, QRect& rect)
+void drawHeadline(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index,
+                  QRect& rect)
 {
+    const auto& hit = hitOf(index);
     const QFont bold = titleFont(option);
-    const auto lines = titleLines(hit.title, bold, rect.width());
+    const auto lines = titleLines(index, bold, rect.width());
     QRect rest = rect;
     for (const auto& line : lines) {
         rest = rect;
@@ -119,7 +140,7 @@ void SearchDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
     painter->setClipRect(option.rect);
     QColor color = drawGround(painter, option);
     painter->setPen(color);
-    drawHeadline(painter, option, hit, rect);
+    drawHeadline(painter, option, index, rect);
     color.setAlphaF(PlaceOpacity);
     painter->setPen(color);
     drawLine(painter, placeFont(option), placeOf(hit), Qt::ElideMiddle, rect);
@@ -133,7 +154,7 @@ QSize SearchDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelI
 {
     const auto* view = qobject_cast<const QListView*>(option.widget);
     const int width = view != nullptr ? view->viewport()->width() : option.rect.width();
-    const auto title = titleLines(hitOf(index).title, titleFont(option), width - 2 * RowMargin);
+    const auto title = titleLines(index, titleFont(option), width - 2 * RowMargin);
     const int titleHeight = int(title.size()) * (QFontMetrics(titleFont(option)).height() + PartGap);
     const int placeHeight = QFontMetrics(placeFont(option)).height() + PartGap;
     return {0,

@@ -8,6 +8,7 @@
 #include "desk/pageoutline.h"
 #include "library/installedcontents.h"
 #include "library/openedsets.h"
+#include "machine/machinedialog.h"
 #include "mainwindow/manual.h"
 #include "testfiles.h"
 #include "windowuser.h"
@@ -16,6 +17,7 @@
 #include <QDockWidget>
 #include <QDropEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
 #include <QNativeGestureEvent>
@@ -166,6 +168,7 @@ private Q_SLOTS:
     void outlineFollowsThePage();
     void outlineIsRemembered();
     void libraryPageTellsOfTheIndex();
+    void documentationOnTheMachine();
 };
 
 void TestDesk::init()
@@ -731,6 +734,34 @@ void TestDesk::libraryPageTellsOfTheIndex()
     QTRY_COMPARE(state(), QStringLiteral("open"));
     s.remove(0);
     QTRY_COMPARE(state(), QString());
+}
+
+/// By keys alone, from the command to the page.
+void TestDesk::documentationOnTheMachine()
+{
+    const TemporaryFiles files("== doc/one/index.html\n<title>One</title><p>first</p>\n"
+                               "== doc/two/index.html\n<title>Two</title><p>second</p>\n");
+    const QByteArray before = qgetenv("XDG_DATA_DIRS");
+    qputenv("XDG_DATA_DIRS", files.path(QString()).toUtf8());
+    Scene s;
+    s.leaveDialogsOpen();
+    s.trigger("fileMachineAction");
+    auto* dialog = s.openDialog<MachineDialog>();
+    QVERIFY(dialog != nullptr);
+    auto* list = dialog->findChild<QTreeWidget*>();
+    auto* filter = dialog->findChild<QLineEdit*>();
+    QTRY_COMPARE(list->topLevelItemCount(), 2);
+    QTest::keyClicks(filter, QStringLiteral("nothing like this"));
+    QVERIFY(list->currentItem() == nullptr || list->currentItem()->isHidden());
+    QTest::keyClick(filter, Qt::Key_Return);
+    QVERIFY(dialog->isVisible());
+    filter->setText(QStringLiteral("two"));
+    QCOMPARE(list->currentItem()->text(0), QStringLiteral("Two"));
+    QTest::keyClick(filter, Qt::Key_Return);
+    QVERIFY(QApplication::activeModalWidget() == nullptr);
+    s.waitUntilLoaded();
+    QCOMPARE(s.page(), QStringLiteral("second"));
+    qputenv("XDG_DATA_DIRS", before);
 }
 
 QTEST_MAIN(TestDesk)

@@ -30,10 +30,12 @@ HelpLibrary& library()
     return library;
 }
 
-void show(QWidget& pane)
+/// In a window, which keeps its size whatever the pane wants.
+void show(QWidget& window, QWidget& pane)
 {
+    window.resize(PaneSize);
     pane.resize(PaneSize);
-    pane.show();
+    window.show();
     QCoreApplication::processEvents();
 }
 
@@ -48,8 +50,9 @@ void type(QLineEdit& field, int key, const QString& text)
 /// The key `typed` after what stands in the field already; the key that takes it back is not counted.
 void indexKey(benchmark::State& state, const QString& before, const QString& typed)
 {
-    HelpIndex pane(library(), nullptr);
-    show(pane);
+    QWidget window;
+    HelpIndex pane(library(), &window);
+    show(window, pane);
     auto& field = *pane.findChild<QLineEdit*>();
     field.setText(before);
     QCoreApplication::processEvents();
@@ -64,8 +67,9 @@ void indexKey(benchmark::State& state, const QString& before, const QString& typ
 /// Back to where all keywords are shown.
 void indexKeyBack(benchmark::State& state)
 {
-    HelpIndex pane(library(), nullptr);
-    show(pane);
+    QWidget window;
+    HelpIndex pane(library(), &window);
+    show(window, pane);
     auto& field = *pane.findChild<QLineEdit*>();
     field.setText(QStringLiteral("window"));
     for (auto _ : state) {
@@ -80,8 +84,9 @@ void indexKeyBack(benchmark::State& state)
 void treeStep(benchmark::State& state)
 {
     const auto& records = library().helpSet(*library().roots().front()).records();
-    HelpContents pane(library(), {}, nullptr);
-    show(pane);
+    QWidget window;
+    HelpContents pane(library(), {}, &window);
+    show(window, pane);
     constexpr size_t stride = 7919;
     size_t number = 0;
     for (auto _ : state) {

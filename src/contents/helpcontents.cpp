@@ -114,6 +114,9 @@ void HelpContents::select(const QModelIndex& index)
 void HelpContents::openHelpSetOf(const QModelIndex& index)
 {
     const auto* root = HelpContentsModel::rootOf(index);
+    if (m_model->isTitleRow(index)) {
+        m_listView->expand(index);
+    }
     for (int i = 0; m_model->isGrouped() && i < m_model->rowCount(); ++i) {
         const QModelIndex row = m_model->index(i, 0);
         m_listView->setExpanded(row, HelpContentsModel::rootOf(row) == root);

@@ -134,6 +134,13 @@ int HelpContentsModel::placeOfSet(const HelpContentsListViewItem* row) const
     return m_isGrouped && found != m_setRows.end() ? int(found - m_setRows.begin()) : -1;
 }
 
+bool HelpContentsModel::isTitleRow(const QModelIndex& index) const
+{
+    const auto* row = rowAt(index);
+    return std::any_of(m_sets.begin(), m_sets.end(),
+                       [row](const auto& set) { return set->shown == row && set->shown != &set->row; });
+}
+
 const HelpContentsListViewItem* HelpContentsModel::libraryRowAt(const QModelIndex& index) const
 {
     const auto* row = rowAt(index);

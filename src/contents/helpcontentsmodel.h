@@ -29,6 +29,8 @@ public:
     /// Whether help sets have rows of their own now.
     [[nodiscard]] bool isGrouped() const { return m_isGrouped; }
     [[nodiscard]] bool isHelpSet(const QModelIndex& index) const { return placeOfSet(rowAt(index)) >= 0; }
+    /// Whether a row says all that a row of its help set would, while there is none.
+    [[nodiscard]] bool isTitleRow(const QModelIndex& index) const;
     /// The library's row that a row is, or stands for; null for the invalid index.
     [[nodiscard]] const HelpContentsListViewItem* libraryRowAt(const QModelIndex& index) const;
     /// The help set that a row belongs to; null for the invalid index.

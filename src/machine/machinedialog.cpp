@@ -7,16 +7,21 @@
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace {
 
 constexpr auto FoldersKey = "machineFolders";
 constexpr QSize StartSize(760, 520);
+constexpr int NarrowList = 520; // pixels; below, there is no room for places
 
 enum Column { Title, Kind, Place };
 
@@ -43,7 +48,7 @@ MachineDialog::MachineDialog(const QStringList& open, QWidget* parent) : QDialog
 {
     setWindowTitle(tr("Documentation on This Machine"));
     build();
-    resize(StartSize);
+    resize(StartSize.boundedTo(screen()->availableGeometry().size() * 9 / 10));
     search();
 }
 
@@ -51,32 +56,47 @@ void MachineDialog::build()
 {
     m_filter = new QLineEdit(this);
     m_filter->setPlaceholderText(tr("Filter by title, kind or place"));
+    m_filter->setAccessibleName(tr("Filter"));
     m_filter->setClearButtonEnabled(true);
+    m_filter->installEventFilter(this);
     m_list = new QTreeWidget(this);
     m_list->setHeaderLabels({tr("Documentation"), tr("Kind"), tr("Place")});
     m_list->setRootIsDecorated(false);
     m_list->setUniformRowHeights(true);
     m_list->setAllColumnsShowFocus(true);
-    m_list->header()->resizeSection(Title, StartSize.width() / 2);
+    m_list->setTextElideMode(Qt::ElideMiddle);
+    m_list->header()->setSectionResizeMode(Kind, QHeaderView::ResizeToContents);
+    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_list->setAccessibleName(tr("Documentation"));
     m_state = new QLabel(this);
     m_state->setTextFormat(Qt::PlainText);
+    m_state->setWordWrap(true);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     m_openButton = buttons->addButton(tr("&Open"), QDialogButtonBox::ActionRole);
     m_openButton->setDefault(true);
     m_installButton = buttons->addButton(tr("Open and &Install"), QDialogButtonBox::ActionRole);
-    m_installButton->setToolTip(tr("Keeps what is ticked in the menu of installed contents"));
-    auto* folderButton = buttons->addButton(tr("Add &Folder..."), QDialogButtonBox::ActionRole);
-    folderButton->setAutoDefault(false);
+    m_installButton->setToolTip(tr("Keeps it in the menu of installed contents, too"));
+    m_folderButton = buttons->addButton(tr("Add &Folder..."), QDialogButtonBox::ActionRole);
+    for (auto* button : buttons->findChildren<QPushButton*>()) {
+        button->setAutoDefault(button == m_openButton);
+    }
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* layout = new QVBoxLayout(this);
     for (auto* widget : std::initializer_list<QWidget*>{m_filter, m_list, m_state, buttons}) {
         layout->addWidget(widget);
     }
+    connectParts();
+}
+
+void MachineDialog::connectParts()
+{
     connect(m_filter, &QLineEdit::textChanged, this, &MachineDialog::filter);
     connect(m_list, &QTreeWidget::itemChanged, this, &MachineDialog::update);
-    connect(m_openButton, &QPushButton::clicked, this, &MachineDialog::openTicked);
-    connect(m_installButton, &QPushButton::clicked, this, &MachineDialog::installTicked);
-    connect(folderButton, &QPushButton::clicked, this, &MachineDialog::addFolder);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(m_list, &QTreeWidget::currentItemChanged, this, &MachineDialog::update);
+    connect(m_list, &QTreeWidget::itemDoubleClicked, m_openButton, &QPushButton::click);
+    connect(m_openButton, &QPushButton::clicked, this, &MachineDialog::openChosen);
+    connect(m_installButton, &QPushButton::clicked, this, &MachineDialog::installChosen);
+    connect(m_folderButton, &QPushButton::clicked, this, &MachineDialog::addFolder);
 }
 
 void MachineDialog::search()
@@ -105,11 +125,13 @@ void MachineDialog::show(const std::vector<MachineSet>& sets)
     }
     const QSignalBlocker blocker(m_list);
     m_list->addTopLevelItems(items);
+    fitColumns();
     filter();
 }
 
 void MachineDialog::filter()
 {
+    QTreeWidgetItem* firstShown = nullptr;
     const auto words = m_filter->text().simplified().split(u' ', Qt::SkipEmptyParts);
     for (int i = 0; i < m_list->topLevelItemCount(); ++i) {
         auto* item = m_list->topLevelItem(i);
@@ -117,6 +139,11 @@ void MachineDialog::filter()
         item->setHidden(!std::all_of(words.begin(), words.end(), [&](const auto& word) {
             return all.contains(word, Qt::CaseInsensitive);
         }));
+        const bool isFirst = firstShown == nullptr && !item->isHidden() && isOffered(*item);
+        firstShown = isFirst ? item : firstShown;
+    }
+    if (m_list->currentItem() == nullptr || m_list->currentItem()->isHidden()) {
+        m_list->setCurrentItem(firstShown);
     }
     update();
 }
@@ -128,8 +155,8 @@ void MachineDialog::update()
         shown += m_list->topLevelItem(i)->isHidden() ? 0 : 1;
     }
     const qsizetype count = ticked().size();
-    m_openButton->setEnabled(count > 0);
-    m_installButton->setEnabled(count > 0);
+    m_openButton->setEnabled(!chosen().isEmpty());
+    m_installButton->setEnabled(!chosen().isEmpty());
     if (m_list->topLevelItemCount() == 0) {
         m_state->setText(
             tr("No documentation was found. Packages whose names end in -doc bring some; Add Folder "
@@ -155,19 +182,54 @@ QStringList MachineDialog::ticked() const
     return names;
 }
 
-void MachineDialog::openTicked()
+QStringList MachineDialog::chosen() const
 {
+    const auto* current = m_list->currentItem();
+    const bool isAny = current != nullptr && !current->isHidden() && isOffered(*current);
     const QStringList names = ticked();
+    return names.isEmpty() && isAny ? QStringList(nameOf(*current)) : names;
+}
+
+void MachineDialog::openChosen()
+{
+    const QStringList names = chosen();
     accept();
     Q_EMIT openRequested(names);
 }
 
-void MachineDialog::installTicked()
+void MachineDialog::installChosen()
 {
-    for (const auto& name : ticked()) {
+    for (const auto& name : chosen()) {
         InstalledContents::installContents(name);
     }
-    openTicked();
+    openChosen();
+}
+
+/// Titles are needed most, then kinds.
+void MachineDialog::resizeEvent(QResizeEvent* event)
+{
+    QDialog::resizeEvent(event);
+    fitColumns();
+}
+
+void MachineDialog::fitColumns()
+{
+    const int width = m_list->viewport()->width();
+    const bool isNarrow = width < NarrowList;
+    m_list->setColumnHidden(Place, isNarrow);
+    const int kind = m_list->columnWidth(Kind);
+    m_list->setColumnWidth(Title, isNarrow ? width - kind : (width - kind) * 3 / 5);
+}
+
+/// In the filter line the arrow keys go through the list.
+bool MachineDialog::eventFilter(QObject* watched, QEvent* event)
+{
+    const int key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event)->key() : 0;
+    if (key == Qt::Key_Down || key == Qt::Key_Up) {
+        m_list->setFocus();
+        return true;
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 void MachineDialog::addFolder()

@@ -23,16 +23,24 @@ public:
 Q_SIGNALS:
     void openRequested(const QStringList& names);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void build();
     void search();
     void show(const std::vector<MachineSet>& sets);
     void filter();
     void update();
-    void openTicked();
-    void installTicked();
+    void openChosen();
+    void installChosen();
     void addFolder();
+    void connectParts();
+    void fitColumns();
     [[nodiscard]] QStringList ticked() const;
+    /// What is ticked, else the current row.
+    [[nodiscard]] QStringList chosen() const;
 
     QStringList m_open;
     QLineEdit* m_filter = nullptr;
@@ -40,5 +48,6 @@ private:
     QLabel* m_state = nullptr;
     QPushButton* m_openButton = nullptr;
     QPushButton* m_installButton = nullptr;
+    QPushButton* m_folderButton = nullptr;
     BackgroundTasks m_tasks{BackgroundTasks::Priority::Normal};
 };

@@ -730,7 +730,7 @@ void TestDesk::libraryPageTellsOfTheIndex()
     Scene s({QStringLiteral("a.cnt")});
     s.trigger("goLibraryAction");
     const auto state = [&s] { return s.library()->findChild<LibraryList*>()->entries().front().state; };
-    QCOMPARE(state(), QStringLiteral("open, not yet indexed"));
+    QCOMPARE(state(), QStringLiteral("not yet indexed"));
     QTRY_COMPARE(state(), QStringLiteral("open"));
     s.remove(0);
     QTRY_COMPARE(state(), QString());

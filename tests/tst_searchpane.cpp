@@ -256,6 +256,23 @@ private Q_SLOTS:
                  (QList<QStringList>{{}, {a.contentsFile}, {a.contentsFile}, {}, {b.contentsFile}, {}}));
     }
 
+    /// What is chosen while there is no choice says nothing about help sets that come later.
+    void searchHere()
+    {
+        Pane p;
+        const SearchChoice a{u"/a.cnt"_s, u"A"_s};
+        const SearchChoice b{u"/b.cnt"_s, u"B"_s};
+        const SearchChoice c{u"/c.cnt"_s, u"C"_s};
+        p.pane.setHelpSets({a});
+        p.pane.searchIn(a.contentsFile);
+        p.pane.setHelpSets({a, b});
+        QCOMPARE(p.scope->currentText(), u"In all help sets"_s);
+        p.pane.searchIn(c.contentsFile);
+        QCOMPARE(p.scope->currentText(), u"In all help sets"_s);
+        p.pane.setHelpSets({a, b, c});
+        QCOMPARE(p.scope->currentText(), u"In C"_s);
+    }
+
     void summary_data()
     {
         addTexts("query", "nearest", "text");

@@ -470,6 +470,10 @@ void TestWindow::foundTopics()
     QTest::keyClick(f.lookFor(), Qt::Key_Return);
     openDialog<HelpIndexFound>()->accept();
     QCOMPARE(f.page(), QStringLiteral("leaf"));
+    // The topic that is read already is not the one that is wanted.
+    QTest::keyClick(f.lookFor(), Qt::Key_Return);
+    openDialog<HelpIndexFound>()->accept();
+    QCOMPARE(f.page(), QStringLiteral("other"));
     // The topics of a help set go with it.
     QTest::keyClick(f.lookFor(), Qt::Key_Return);
     const QPointer<HelpIndexFound> open = openDialog<HelpIndexFound>();

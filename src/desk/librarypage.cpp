@@ -50,7 +50,6 @@ LibraryPage::LibraryPage(QWidget* parent)
       m_clearButton(new QPushButton(tr("For&get All"), this))
 {
     setObjectName(QStringLiteral("libraryPage"));
-    setBackgroundRole(QPalette::Base);
     setAutoFillBackground(true);
     QFont font = m_heading->font();
     font.setPointSizeF(std::max<qreal>(1, font.pointSizeF()) * HeadingSize);

@@ -45,7 +45,8 @@ int SourcePages::pageOf(QStringView name)
     const qsizetype hash = name.indexOf(u'#', name.lastIndexOf(u'/') + 1);
     const QString guess = name.first(hash < 0 ? name.size() : hash).toString();
     const auto known = m_positions.constFind(guess);
-    if (known != m_positions.cend() && *known >= 0) {
+    // That there is no such file is known, too, unless a part of its name was taken for an anchor.
+    if (known != m_positions.cend() && (*known >= 0 || hash < 0)) {
         return *known;
     }
     int page = known == m_positions.cend() ? addFile(guess) : -1;
@@ -55,6 +56,9 @@ int SourcePages::pageOf(QStringView name)
         const auto other = m_positions.constFind(located);
         page = other != m_positions.cend() ? *other : addFile(located);
         m_positions.insert(located, page);
+        if (hash < 0) {
+            m_positions.insert(guess, page);
+        }
     }
     return page;
 }

@@ -99,8 +99,9 @@ void HelpIndex::selectLookFor()
     m_lookForEdit->selectAll();
 }
 
-void HelpIndex::setInUse(const HelpContentsRoot* root)
+void HelpIndex::setInUse(const HelpContentsRoot* root, const QString& page)
 {
+    m_page = page;
     if (root == m_inUse || root == nullptr) {
         return;
     }
@@ -209,6 +210,7 @@ void HelpIndex::indexEnterPressed(int row)
     }
     auto* dialog = new HelpIndexFound(m_library, item->group, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->prefer(m_inUse, m_page);
     connect(dialog, &QDialog::accepted, this, [this, dialog] { Q_EMIT pageRequested(dialog->getIndex()); });
     dialog->open();
 }

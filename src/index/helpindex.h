@@ -23,8 +23,8 @@ public:
 
     /// Selects the text of the look-for field, so that typing replaces it.
     void selectLookFor();
-    /// The help set of the page that is read; null for none.
-    void setInUse(const HelpContentsRoot* root);
+    /// The page that is read and its help set; null for none.
+    void setInUse(const HelpContentsRoot* root, const QString& page);
 
 Q_SIGNALS:
     /// The user wants what this entry leads to; null: no page at all.
@@ -63,4 +63,5 @@ private:
     HelpIndexListBox* m_indexListBox;
     HelpIndexModel* m_model;
     const HelpContentsRoot* m_inUse = nullptr;
+    QString m_page; ///< that is read
 };

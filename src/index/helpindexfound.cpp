@@ -95,6 +95,18 @@ void HelpIndexFound::addTopics(const HelpLibrary& library)
     }
 }
 
+void HelpIndexFound::prefer(const HelpContentsRoot* inUse, const QString& page)
+{
+    const auto rank = [&](const HelpIndexItem* item) {
+        return (item->link() == page ? 2 : 0) + (item->source->contentsItem == inUse ? 0 : 1);
+    };
+    const auto best = std::min_element(m_items.begin(), m_items.end(),
+                                       [&](const auto* a, const auto* b) { return rank(a) < rank(b); });
+    if (best != m_items.end()) {
+        m_topicList->setCurrentItem(m_topicList->topLevelItem(int(best - m_items.begin())));
+    }
+}
+
 /// As wide as their contents need, within the screen.
 void HelpIndexFound::fitColumns()
 {

@@ -8,6 +8,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTreeWidget;
+struct HelpContentsRoot;
 struct HelpIndexItem;
 
 /// Lets the user choose among the topics of one keyword.
@@ -18,6 +19,8 @@ public:
     /// The distinct entries of one group of the library's keyword index.
     HelpIndexFound(const HelpLibrary& library, int group, QWidget* parent);
 
+    /// Makes a topic current that one has not read already, in the help set in use if it has one.
+    void prefer(const HelpContentsRoot* inUse, const QString& page);
     /// Entry of the current row; null when there is none.
     [[nodiscard]] HelpIndexItem* getIndex() const;
 

@@ -166,10 +166,9 @@ LibraryEntry LibraryKeeper::openEntry(const HelpContentsRoot& root)
     entry.title = set.ownTitle();
     entry.topics = int(set.records().size());
     m_known.insert(entry.fileName, entry);
-    entry.state = set.malformedFiles().isEmpty() ? tr("open") : tr("open in part");
-    if (!m_indexed.contains(entry.fileName)) {
-        entry.state = tr("%1, not yet indexed").arg(entry.state);
-    }
+    entry.state = !set.malformedFiles().isEmpty()      ? tr("open in part")
+                  : m_indexed.contains(entry.fileName) ? tr("open")
+                                                       : tr("not yet indexed");
     return entry;
 }
 

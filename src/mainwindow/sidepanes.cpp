@@ -75,7 +75,9 @@ void SidePanes::connectChoices()
     connect(m_index, &HelpIndex::pageRequested, &m_desk,
             [this](const HelpIndexItem* keyword) { m_desk.show(keyword); });
     connect(&m_desk, &Desk::rowChanged, m_index, [this](const HelpContentsListViewItem* row) {
-        m_index->setInUse(row == nullptr ? nullptr : row->contentsItem->root());
+        const auto* record = m_desk.current();
+        m_index->setInUse(row == nullptr ? nullptr : row->contentsItem->root(),
+                          record == nullptr ? QString() : record->page());
     });
     connect(m_index, &HelpIndex::searchRequested, this, [this](const QString& text) {
         m_search->setQuery(text);

@@ -54,7 +54,10 @@ void SearchScope::setHelpSets(const QList<SearchChoice>& sets)
 
 void SearchScope::chooseOnly(const QString& contentsFile)
 {
-    choose({contentsFile});
+    // Where there is no choice, none is remembered for a time when there is.
+    const bool isAlone =
+        m_setActions.size() == 1 && m_setActions.front()->data().toStringList().constFirst() == contentsFile;
+    choose(isAlone ? QStringList() : QStringList{contentsFile});
 }
 
 void SearchScope::setCurrent(const QString& contentsFile)

@@ -382,15 +382,10 @@ void HelpBrowser::followLink(const QString& href)
 /// The name of the page that a link of the page shown leads to.
 QString HelpBrowser::linkTarget(const QString& href) const
 {
-    if (const auto* link = recordLink(href)) {
-        auto* const* item = std::get_if<HelpContentsItem*>(link);
-        auto* const* keyword = std::get_if<HelpIndexItem*>(link);
-        return item != nullptr      ? (*item)->page()
-               : keyword != nullptr ? (*keyword)->link()
-                                    : std::get_if<ClosedHelpSet>(link)->page;
-    }
-    return m_library.pageInOpenSet(
-        resolveLink(href.startsWith(u'#') ? page().file : page().prepared.base, href));
+    const auto* link = recordLink(href);
+    return link != nullptr ? pageOf(*link)
+                           : m_library.pageInOpenSet(resolveLink(
+                                 href.startsWith(u'#') ? page().file : page().prepared.base, href));
 }
 
 const RecordLink* HelpBrowser::recordLink(const QString& href) const

@@ -90,6 +90,15 @@ RecordPage makeKeywordPage(const HelpLibrary& library, const HelpContentsItem& r
 
 } // namespace
 
+QString pageOf(const RecordLink& link)
+{
+    if (auto* const* item = std::get_if<HelpContentsItem*>(&link)) {
+        return (*item)->page();
+    }
+    auto* const* keyword = std::get_if<HelpIndexItem*>(&link);
+    return keyword != nullptr ? (*keyword)->link() : std::get_if<ClosedHelpSet>(&link)->page;
+}
+
 RecordPage makeRecordPage(const HelpLibrary& library, const HelpContentsItem& record)
 {
     return record.keyword != nullptr ? makeKeywordPage(library, record) : makeBookPage(library, record);

@@ -20,6 +20,9 @@ struct ClosedHelpSet {
 /// What a link of a page of the viewer's own leads to.
 using RecordLink = std::variant<HelpContentsItem*, HelpIndexItem*, ClosedHelpSet>;
 
+/// The name of the page that it leads to.
+[[nodiscard]] QString pageOf(const RecordLink& link);
+
 /// A page of the viewer's own with the targets of its links.
 struct RecordPage {
     BuiltinPage page;

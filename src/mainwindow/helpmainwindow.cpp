@@ -10,7 +10,6 @@
 #include "mainwindow/addcontentsdialog.h"
 #include "mainwindow/backgroundprogress.h"
 #include "mainwindow/contentsfiles.h"
-#include "mainwindow/displaydialog.h"
 #include "mainwindow/filedrops.h"
 #include "mainwindow/fulltextsearch.h"
 #include "mainwindow/helpsetmenu.h"
@@ -20,6 +19,7 @@
 #include "mainwindow/printcommands.h"
 #include "mainwindow/session.h"
 #include "mainwindow/sidepanes.h"
+#include "mainwindow/viewcommands.h"
 #include "mainwindow/wish.h"
 #include "search/searchpane.h"
 
@@ -36,8 +36,8 @@ HelpMainWindow::HelpMainWindow(HelpLibrary& library, QWidget* parent)
 {
     setHelpCaption({});
     setWindowIcon(applicationIcon());
-    connect(m_goToolBar, &QToolBar::visibilityChanged, m_actions.viewGoToolbarAction, &QAction::setChecked);
     buildPanes();
+    new ViewCommands(m_actions, *this, *m_desk, *m_panes, *m_goToolBar);
     connectFileCommands();
     connectCommands();
     connectPanes();
@@ -107,17 +107,6 @@ void HelpMainWindow::connectCommands()
         connect(action, &QAction::triggered, this, command);
     };
     run(m_actions.editSearchAllAction, [this] { m_panes->goToSearch(); });
-    run(m_actions.viewGroupAction, [this](bool isOn) { m_panes->contents()->setGrouped(isOn); });
-    run(m_actions.viewFollowAction, [this](bool isOn) { isOn ? selectCurrentRow() : void(); });
-    run(m_actions.viewContentsAction, [this](bool isOn) { m_panes->setShown(isOn); });
-    run(m_actions.viewOutlineAction, [this](bool isOn) {
-        m_panes->setOutlineShown(isOn);
-        isOn ? m_panes->showContents() : void();
-    });
-    run(m_actions.viewGoToolbarAction, [this](bool isOn) { m_goToolBar->setVisible(isOn); });
-    run(m_actions.viewFullScreenAction,
-        [this](bool isOn) { setWindowState(windowState().setFlag(Qt::WindowFullScreen, isOn)); });
-    run(m_actions.viewSettingsAction, [this] { openDisplayDialog(this, m_desk->view()); });
     run(m_actions.goUpAction, [this] {
         if (const auto* row = m_desk->currentRow(); row != nullptr && row->parent != nullptr) {
             m_panes->contents()->gotoPage(row->parent);
@@ -125,7 +114,7 @@ void HelpMainWindow::connectCommands()
     });
     run(m_actions.goSyncAction, [this] {
         m_panes->showContents();
-        selectCurrentRow();
+        m_panes->selectCurrentRow();
     });
     run(m_actions.goLibraryAction, [this] {
         m_desk->showLibrary();
@@ -137,8 +126,6 @@ void HelpMainWindow::connectCommands()
 
 void HelpMainWindow::connectPanes()
 {
-    connect(m_panes, &SidePanes::shownChanged, m_actions.viewContentsAction, &QAction::setChecked);
-    connect(m_panes, &SidePanes::outlineShownChanged, m_actions.viewOutlineAction, &QAction::setChecked);
     connect(m_panes, &SidePanes::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
     connect(m_panes->contents(), &HelpContents::searchRequested, this,
             [this](const HelpContentsRoot* root) { searchIn(root->fileName); });
@@ -156,11 +143,6 @@ void HelpMainWindow::connectDesk()
     connect(m_desk, &Desk::linkHovered, this, &HelpMainWindow::showLinkInStatusBar);
     connect(m_desk, &Desk::pageChanged, this,
             [this] { m_menus.outlineMenu->setHeadings(m_desk->view().page().prepared.headings); });
-    connect(m_desk, &Desk::rowChanged, this, [this](const HelpContentsListViewItem* row) {
-        if (m_actions.viewFollowAction->isChecked()) {
-            m_panes->contents()->follow(row);
-        }
-    });
     connect(m_menus.outlineMenu, &OutlineMenu::chosen, m_desk, &Desk::scrollTo);
 }
 
@@ -252,7 +234,7 @@ void HelpMainWindow::showInstalled(const QString& fileName)
     }
     m_contentsFiles->showWhenLoaded(fileName, [this](HelpContentsItem* record) {
         m_desk->showAfresh(record);
-        selectCurrentRow();
+        m_panes->selectCurrentRow();
     });
 }
 
@@ -273,7 +255,7 @@ void HelpMainWindow::showPage(const QString& page, int place)
     if (!page.isEmpty()) {
         m_contentsFiles->showAfterLoading([this, page, place] {
             m_desk->show(page, place);
-            selectCurrentRow();
+            m_panes->selectCurrentRow();
         });
     }
 }
@@ -318,14 +300,6 @@ void HelpMainWindow::setPersistent(bool persistent)
     m_fullText->setEnabled(persistent);
 }
 
-/// The page stays where it is.
-void HelpMainWindow::selectCurrentRow()
-{
-    if (const auto* row = m_desk->currentRow()) {
-        m_panes->contents()->selectRow(row);
-    }
-}
-
 /// Unlike an installed help set the manual keeps the history, so that Back leads to what the user was
 /// reading.
 void HelpMainWindow::helpManual()
@@ -340,10 +314,6 @@ bool HelpMainWindow::event(QEvent* event)
     // Menus and tool buttons send an empty tip when the pointer leaves them; it would wipe the link shown.
     if (event->type() == QEvent::StatusTip && static_cast<QStatusTipEvent*>(event)->tip().isEmpty()) {
         return true;
-    }
-    // The window manager and the last session change it, too.
-    if (event->type() == QEvent::WindowStateChange) {
-        m_actions.viewFullScreenAction->setChecked(isFullScreen());
     }
     return QMainWindow::event(event);
 }

@@ -66,7 +66,6 @@ private:
 
     void addContents();
     void searchIn(const QString& contentsFile);
-    void selectCurrentRow();
     void showPage(const QString& page, int place);
     void helpManual();
     void stop();

@@ -174,6 +174,13 @@ void SidePanes::showContents()
     m_tabs->setCurrentWidget(m_reading);
 }
 
+void SidePanes::selectCurrentRow()
+{
+    if (const auto* row = m_desk.currentRow()) {
+        m_contents->selectRow(row);
+    }
+}
+
 int SidePanes::usefulWidth() const
 {
     return std::max(LeastUsefulWidth, m_tabs->tabBar()->sizeHint().width());

@@ -55,6 +55,8 @@ public:
     void goToCurrent();
     /// Shows the contents without taking the focus.
     void showContents();
+    /// Selects the row of the page shown, which stays where it is.
+    void selectCurrentRow();
 
 Q_SIGNALS:
     void shownChanged(bool isShown);

@@ -181,6 +181,8 @@ def rows(starts, cases, searches):
         ("the same, found nowhere", "ms", lambda: cases.value("index key, nowhere"), "", 16),
         ("the same, back to all keywords", "ms", lambda: cases.value("index key, back"), "", 16),
         ("the tree's step to a page's row, 50,000 rows", "ms", lambda: cases.value("tree step"), "", 16),
+        ("jump: a key, 50,000 rows, 150,000 keywords", "ms", lambda: cases.value("jump"), "", 16),
+        ("jump: a key, 150,000 rows, 1M keywords", "ms", lambda: cases.value("jump among a million"), "", 60),
         ("Enter on a keyword", "ms", lambda: cases.value("enter"), "+", 3),
         ("preparing a page (floor: rich text, as written)", "ms", lambda: cases.value("preparation"), "x", 0.35),
         ("first screen of a page of 1 MB", "ms", lambda: cases.value("first screen"), "x", 1.3),

@@ -24,6 +24,8 @@ public:
 
     /// Record of the page shown; null when none.
     [[nodiscard]] HelpContentsItem* getCurrentLink() const { return m_history.current(); }
+    /// The pages that were read before, each once, those read last first.
+    [[nodiscard]] std::vector<HelpContentsItem*> readLately() const { return m_history.left(); }
 
     /// Shows the page of this name; the empty name clears the view.
     void setSource(const QString& url);

@@ -5,6 +5,19 @@
 
 #include <algorithm>
 
+std::vector<HelpContentsItem*> PageHistory::left() const
+{
+    std::vector<HelpContentsItem*> pages;
+    const auto add = [&](const Visit& visit) {
+        if (visit.item != m_current && std::find(pages.begin(), pages.end(), visit.item) == pages.end()) {
+            pages.push_back(visit.item);
+        }
+    };
+    std::for_each(m_back.rbegin(), m_back.rend(), add);
+    std::for_each(m_forward.rbegin(), m_forward.rend(), add);
+    return pages;
+}
+
 bool PageHistory::enter(HelpContentsItem* item, int leftPlace)
 {
     if (m_home == nullptr) {

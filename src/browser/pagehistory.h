@@ -23,6 +23,9 @@ public:
     [[nodiscard]] HelpContentsItem* home() const { return m_home; }
     [[nodiscard]] bool canStep(Direction direction) const { return !visits(direction).empty(); }
 
+    /// The pages that were left, each once, those left last first.
+    [[nodiscard]] std::vector<HelpContentsItem*> left() const;
+
     /// Another page is shown; the one that is left is kept unless it has no name. True when it was kept.
     bool enter(HelpContentsItem* item, int leftPlace);
     /// The page shown is another one that takes the place of the one before.

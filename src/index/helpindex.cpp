@@ -203,12 +203,16 @@ void HelpIndex::indexClicked(int row)
 
 void HelpIndex::indexEnterPressed(int row)
 {
-    auto* item = itemAt(row);
-    if (item->group < 0 || m_library.keywordIndex().getIndexByGroupCount(item->group) == 1) {
-        Q_EMIT pageRequested(item);
+    open(*itemAt(row));
+}
+
+void HelpIndex::open(const HelpIndexItem& item)
+{
+    if (item.group < 0 || m_library.keywordIndex().getIndexByGroupCount(item.group) == 1) {
+        Q_EMIT pageRequested(&item);
         return;
     }
-    auto* dialog = new HelpIndexFound(m_library, item->group, this);
+    auto* dialog = new HelpIndexFound(m_library, item.group, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->prefer(m_inUse, m_page);
     connect(dialog, &QDialog::accepted, this, [this, dialog] { Q_EMIT pageRequested(dialog->getIndex()); });

@@ -23,6 +23,8 @@ public:
 
     /// Selects the text of the look-for field, so that typing replaces it.
     void selectLookFor();
+    /// Asks for the page of this entry; of several topics that its row has the user chooses one.
+    void open(const HelpIndexItem& item);
     /// The page that is read and its help set; null for none.
     void setInUse(const HelpContentsRoot* root, const QString& page);
 

@@ -44,6 +44,8 @@ public:
     [[nodiscard]] HelpContentsItem* firstRecord() { return m_records.empty() ? nullptr : &m_records.front(); }
     [[nodiscard]] const std::vector<HelpContentsItem>& records() const { return m_records; }
     [[nodiscard]] std::span<HelpContentsListViewItem* const> topRows() const { return m_topRows; }
+    /// All of them, in reading order.
+    [[nodiscard]] std::span<const HelpContentsListViewItem> rows() const { return m_rows; }
     /// The title that it gives itself, else its name.
     [[nodiscard]] QString ownTitle() const;
     /// The only top-level row when it is called like the help set, so that one of the two says it all; else

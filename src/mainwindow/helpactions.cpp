@@ -27,6 +27,7 @@ HelpActions::HelpActions(Desk& desk, QMainWindow& window)
       goUpAction(makeCommand(window, "goUpAction", tr("&Up"))),
       goSyncAction(makeCommand(window, "goSyncAction", tr("&Synchronize"))),
       goLibraryAction(makeCommand(window, "goLibraryAction", tr("&Library"), Qt::CTRL | Qt::Key_L)),
+      goJumpAction(makeCommand(window, "goJumpAction", tr("&Jump..."), Qt::CTRL | Qt::Key_K)),
       helpManualAction(makeCommand(window, "helpManualAction", tr("Quenda &Manual"), Qt::Key_F1)),
       helpAboutAction(makeCommand(window, "helpAboutAction", tr("&About Quenda")))
 {

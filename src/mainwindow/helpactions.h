@@ -39,6 +39,7 @@ public:
     QAction* goUpAction;
     QAction* goSyncAction;
     QAction* goLibraryAction;
+    QAction* goJumpAction;
     QAction* helpManualAction;
     QAction* helpAboutAction;
 };

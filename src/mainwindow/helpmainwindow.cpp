@@ -13,6 +13,7 @@
 #include "mainwindow/filedrops.h"
 #include "mainwindow/fulltextsearch.h"
 #include "mainwindow/helpsetmenu.h"
+#include "mainwindow/jumps.h"
 #include "mainwindow/librarykeeper.h"
 #include "mainwindow/machinecommand.h"
 #include "mainwindow/outlinemenu.h"
@@ -71,7 +72,7 @@ void HelpMainWindow::buildPanes()
     m_panes = new SidePanes(m_library, *m_desk, this);
     addDockWidget(Qt::LeftDockWidgetArea, m_panes);
     m_panes->addShortcuts(*this);
-
+    new Jumps(m_library, *m_desk, *m_panes->index(), m_actions, *this);
     m_contentsFiles = new ContentsFiles(m_library, *m_panes->contents(), *m_desk, m_menus, this);
     m_keeper = new LibraryKeeper(m_library, *m_contentsFiles, *m_menus.recentMenu, this);
     m_fullText = std::make_unique<FullTextSearch>(m_library, *m_panes->search(), *m_desk, *statusBar());

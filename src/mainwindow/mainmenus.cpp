@@ -58,6 +58,7 @@ MainMenus::MainMenus(QMenuBar& bar, const HelpActions& actions)
     auto* goMenu = bar.addMenu(tr("&Go"));
     goMenu->addActions(actions.goActions());
     goMenu->addSeparator();
+    goMenu->addAction(actions.goJumpAction);
     goMenu->addMenu(outlineMenu);
     goMenu->addAction(actions.goLibraryAction);
 

@@ -17,12 +17,10 @@ namespace {
 
 #ifdef QUENDA_SANITIZED
 constexpr rlim_t MaximumMemory = RLIM_INFINITY;
-constexpr rlim_t MaximumMemoryOfWindow = RLIM_INFINITY;
 constexpr rlim_t MaximumTime = 60; // seconds
 #else
-constexpr rlim_t MaximumMemory = 500 << 20;          // bytes
-constexpr rlim_t MaximumMemoryOfWindow = 1000 << 20; // shows a page while it is indexed
-constexpr rlim_t MaximumTime = 10;                   // seconds
+constexpr rlim_t MaximumMemory = 500 << 20; // bytes
+constexpr rlim_t MaximumTime = 10;          // seconds
 #endif
 constexpr int Patience = 100'000; // ms; a program that waits for ever takes no time of the processor
 constexpr int Many = 100'000;     // lines
@@ -358,9 +356,9 @@ private:
     }
 
     /// Runs the program to its end, which must come within the limits.
-    void run(const QStringList& arguments) { run(testProgram(), arguments, MaximumMemory); }
+    void run(const QStringList& arguments) { run(testProgram(), arguments); }
 
-    void run(const QString& program, const QStringList& arguments, rlim_t maximum)
+    void run(const QString& program, const QStringList& arguments)
     {
         QProcess process;
         auto environment = QProcessEnvironment::systemEnvironment();
@@ -369,8 +367,8 @@ private:
         environment.insert(u"PATH"_s, m_files->path(u"bin"_s));
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(m_files->path({}));
-        process.setChildProcessModifier([maximum] {
-            const rlimit memory{maximum, maximum};
+        process.setChildProcessModifier([] {
+            const rlimit memory{MaximumMemory, MaximumMemory};
             ::setrlimit(RLIMIT_DATA, &memory);
             const rlimit time{MaximumTime, MaximumTime};
             ::setrlimit(RLIMIT_CPU, &time);
@@ -387,7 +385,7 @@ private:
     /// Uses the help set in the window; what was seen there.
     QJsonObject use(const QString& name = u"a.cnt"_s, const QString& words = u"no such"_s)
     {
-        run(m_driver, {words, name}, MaximumMemoryOfWindow);
+        run(m_driver, {words, name});
         auto seen = QJsonDocument::fromJson(m_out).object();
         if (m_code != 0 || !seen[u"readable"].toBool() || seen[u"hits"].toInt() < 0) {
             QTest::qFail(m_out, __FILE__, __LINE__);

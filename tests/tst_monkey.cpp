@@ -254,7 +254,7 @@ public:
         m_user.trigger("viewZoomResetAction");
         m_user.window().resize(900, 620); // what it is drawn on counts, too
         m_user.waitUntilLoaded();
-        QVERIFY(m_user.library().roots().empty());
+        QVERIFY(m_user.library().isEmpty());
         QVERIFY(m_user.library().keywordIndex().rows().empty());
         QCOMPARE(m_user.search(u"alpha"_s), 0);
         compare();

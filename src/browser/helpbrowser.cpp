@@ -296,11 +296,11 @@ void HelpBrowser::display(const QString& url, const HelpContentsItem* item, cons
 void HelpBrowser::displayFile(const QString& url, const HelpContentsItem* item, const NamedBy& namedBy)
 {
     const auto location = locatePage(url);
-    if (isShown(location.file)) {
+    if (page().isOf(location.file)) {
         scrollTo(location.anchor);
         return;
     }
-    const auto source = readPage(location.file);
+    auto source = readPage(location.file);
     if (const QString package = packageOf(location.file);
         source.ok() && !package.isNull() && !m_library.isOpen(package)) {
         auto closed = makeClosedPage({package, url}, namedBy);
@@ -313,7 +313,7 @@ void HelpBrowser::displayFile(const QString& url, const HelpContentsItem* item, 
     }
     m_targets.clear();
     showPage(
-        {HelpLibrary::absoluteName(location.file), pageFileState(location.file), source.value(), false, {}});
+        {HelpLibrary::absoluteName(location.file), pageFileState(location.file), source.take(), false, {}});
     if (passOn(item, namedBy)) {
         return;
     }

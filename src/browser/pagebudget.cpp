@@ -34,7 +34,7 @@ void addNotice(PreparedPage& page)
     const QString notice = wholePageNotice(
         QCoreApplication::translate("PageBudget", "This is the beginning of a page that takes long to show."),
         page.links);
-    page.html.prepend(notice);
+    page.html = notice + page.html; // in the room that it needs
     for (auto& joint : page.joints) {
         joint += notice.size();
     }

@@ -85,6 +85,7 @@ void PageView::showWholePage()
 {
     const int top = place();
     m_page.isWhole = true;
+    m_page.readRest();
     prepare();
     applyText();
     const QString anchor = std::exchange(m_anchorBeyond, {});
@@ -154,6 +155,7 @@ void PageView::prepare()
     }
     if (m_page.prepared.isBeginning) {
         PageBudget::addNotice(m_page.prepared);
+        m_page.dropRest();
     }
 }
 
@@ -231,12 +233,6 @@ bool PageView::isBlank() const
     return document()->characterCount() < shortPage && document()->toPlainText().trimmed().isEmpty();
 }
 
-bool PageView::isShown(const QString& file) const
-{
-    return !m_page.file.isEmpty() && m_page.file == QFileInfo(file).absoluteFilePath() &&
-           m_page.state == pageFileState(file);
-}
-
 void PageView::scrollTo(const QString& anchor)
 {
     if (anchor.isEmpty()) {
@@ -245,7 +241,7 @@ void PageView::scrollTo(const QString& anchor)
     }
     if (const int position = m_places.goTo(anchor, m_page.prepared.html); position >= 0) {
         Q_EMIT arrived(position);
-    } else if (m_page.prepared.isBeginning && m_page.source.text.contains(anchor)) {
+    } else if (m_page.prepared.isBeginning && m_page.hasInSource(anchor)) {
         m_anchorBeyond = anchor;
         Q_EMIT noticed(tr("The place named \"%1\" is not in the part of the page that is shown").arg(anchor));
     } else if (anchor != u"top") {

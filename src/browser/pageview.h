@@ -4,22 +4,10 @@
 #include "browser/pagefiller.h"
 #include "browser/pagepictures.h"
 #include "browser/pageplaces.h"
+#include "browser/shownpage.h"
 #include "browser/styledview.h"
 #include "pages/pagecontext.h"
-#include "pages/pagefile.h"
 #include "pages/pagesheets.h"
-#include "pages/preparedpage.h"
-#include "sources/pagefiles.h"
-
-/// A page on the screen.
-struct ShownPage {
-    QString file; ///< absolute path; empty for pages of the viewer's own
-    std::optional<PageFileState> state;
-    PageText source;
-    bool isWhole = false;       ///< show all of it, however long that takes
-    PreparedPage prepared = {}; ///< its title, links and text are there for plain text, too
-    bool isStopped = false;     ///< the rest of it was not loaded
-};
 
 /// Shows the text of one page and follows the display settings. Knows nothing of help sets; what a link means
 /// is for others to decide.
@@ -87,8 +75,6 @@ protected:
     void dropPage() { m_page.state.reset(); }
     /// Whether the page shown has neither text nor pictures.
     [[nodiscard]] bool isBlank() const;
-    /// Whether the page of this file is shown as the file is now.
-    [[nodiscard]] bool isShown(const QString& file) const;
     /// What a link, as written in the page shown, leads to, for the user to read.
     [[nodiscard]] virtual QString linkTarget(const QString& href) const = 0;
 

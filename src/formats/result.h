@@ -14,6 +14,8 @@ public:
     [[nodiscard]] bool ok() const { return m_state.index() == 0; }
     /// Only when ok().
     [[nodiscard]] const Value& value() const { return *std::get_if<0>(&m_state); }
+    /// The value, which is gone then; only when ok().
+    [[nodiscard]] Value take() { return std::move(*std::get_if<0>(&m_state)); }
     /// Only when not ok().
     [[nodiscard]] const Error& error() const { return *std::get_if<1>(&m_state); }
 

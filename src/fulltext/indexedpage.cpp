@@ -14,10 +14,21 @@ namespace {
 
 constexpr qint64 LongestPage = 16'000'000; // bytes; of longer ones the beginning is indexed
 constexpr qint64 LargePage = 2'000'000;    // bytes
+constexpr size_t PieceSize = 1'000'000;    // bytes of a text that are cut into words at once
 
 std::string simplified(const std::string& text)
 {
     return QString::fromStdString(text).simplified().toStdString();
+}
+
+/// Between two words, if there is such a place.
+size_t endOfPiece(std::string_view text)
+{
+    if (text.size() <= PieceSize) {
+        return text.size();
+    }
+    const size_t blank = text.find_last_of(" \n", PieceSize);
+    return blank == std::string_view::npos ? PieceSize : blank + 1;
 }
 
 } // namespace
@@ -57,7 +68,7 @@ void PageReader::readText(const SourcePage& page, IndexedPage& result)
     // Parsed pages take a multiple of their size, so large ones come one at a time.
     static std::mutex large;
     const auto isLarge = page.size > LargePage ? std::unique_lock(large) : std::unique_lock<std::mutex>();
-    const auto source = readPage(page.file, LongestPage);
+    auto source = readPage(page.file, LongestPage);
     if (!source.ok()) {
         result.error = describe(source.error());
         result.isUnread = source.error() == PageError::Unreadable;
@@ -67,16 +78,20 @@ void PageReader::readText(const SourcePage& page, IndexedPage& result)
     if (source.value().isHtml && !m_stop.stop_requested()) {
         PageContext context{page.file, {}};
         context.styleSheets = &m_styleSheets;
-        plain = readPlainPage(source.value().text, context, PlainParts::TextAndTargets);
+        plain = readPlainPage(source.take().text, context, PlainParts::TextAndTargets);
         result.targets = linkTargets(plain, m_source, m_named);
     } else if (!m_stop.stop_requested()) {
         plain.text = source.value().text.toStdString();
     }
     result.title = simplified(plain.title);
     addColumn(plain.headings, result.columns[IndexFile::Headings]);
-    addColumn(plain.text, result.columns[IndexFile::Body]);
-    result.words = m_words.positions();
-    result.language = pageLanguage(plain.language, m_words);
+    auto& body = result.columns[IndexFile::Body];
+    body.reserve(plain.text.size());
+    readWords(plain.text, [&] {
+        result.language = body.empty() ? pageLanguage(plain.language, m_words) : result.language;
+        IndexFile::appendPrepared(body, m_words);
+        result.words += m_words.positions();
+    });
     result.linkShare = plain.text.empty() ? 0 : int(plain.linkText * 100 / plain.text.size());
     if (result.words > 0) {
         result.hash = IndexFile::hashOf(result.columns[IndexFile::Body]);
@@ -94,8 +109,8 @@ void PageReader::readNames(const SourcePage& page, IndexedPage& result)
         const auto text = m_source.title(entry);
         const qsizetype anchor = anchorBegin(name, page.file);
         const bool isTitle = isTopic && anchor == name.size();
-        addColumn(text.toUtf8().toStdString(), isTitle ? title : keywords);
-        result.titleWords += isTitle ? m_words.positions() : 0;
+        const auto words = addColumn(text.toUtf8().toStdString(), isTitle ? title : keywords);
+        result.titleWords += isTitle ? words : 0;
         addNames(text, name.sliced(anchor).toUtf8().toStdString(), isTopic, isTitle, result);
     };
     for (const int topic : page.topics) {
@@ -105,8 +120,8 @@ void PageReader::readNames(const SourcePage& page, IndexedPage& result)
     if (hasOwnTitle) {
         addNames(QString::fromStdString(result.title), {}, true, true, result);
     }
-    addColumn(result.title, hasOwnTitle ? title : result.columns[IndexFile::Headings]);
-    result.titleWords += hasOwnTitle ? m_words.positions() : 0;
+    const auto words = addColumn(result.title, hasOwnTitle ? title : result.columns[IndexFile::Headings]);
+    result.titleWords += hasOwnTitle ? words : 0;
     for (const int keyword : page.keywords) {
         add(m_source.keywords()[size_t(keyword)], false);
     }
@@ -149,8 +164,25 @@ void PageReader::addNames(QStringView text, const std::string& anchor, bool isTo
     }
 }
 
-void PageReader::addColumn(std::string_view text, std::string& column)
+/// The words of a text take many times its room, so a long one is read in pieces.
+template <typename Use>
+void PageReader::readWords(std::string_view text, Use use)
 {
-    m_words.read(text, m_stop);
-    IndexFile::appendPrepared(column, m_words);
+    do {
+        const size_t end = endOfPiece(text);
+        m_words.read(text.substr(0, end), m_stop);
+        use();
+        text.remove_prefix(end);
+    } while (!text.empty() && !m_stop.stop_requested());
+}
+
+/// Returns how many positions there are in it.
+uint32_t PageReader::addColumn(std::string_view text, std::string& column)
+{
+    uint32_t positions = 0;
+    readWords(text, [&] {
+        IndexFile::appendPrepared(column, m_words);
+        positions += m_words.positions();
+    });
+    return positions;
 }

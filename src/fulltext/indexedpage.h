@@ -71,7 +71,9 @@ private:
                          IndexedPage& result);
     void readNames(const SourcePage& page, IndexedPage& result);
     void readText(const SourcePage& page, IndexedPage& result);
-    void addColumn(std::string_view text, std::string& column);
+    template <typename Use>
+    void readWords(std::string_view text, Use use);
+    uint32_t addColumn(std::string_view text, std::string& column);
 
     const SearchSource& m_source;
     const SourcePages& m_named;

@@ -5,13 +5,14 @@
 #include "markup/insertionmodes.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
 /// The bytes of a page, with one kind of line ends and without zeroes.
-QByteArray sourceOf(const QString& html)
+QByteArray sourceOf(QString html)
 {
-    QByteArray source = html.toUtf8();
+    QByteArray source = std::move(html).toUtf8();
     if (source.contains('\r')) {
         source.replace("\r\n", "\n");
         source.replace('\r', '\n');
@@ -19,6 +20,7 @@ QByteArray sourceOf(const QString& html)
     if (source.contains('\0')) {
         source.removeIf([](char c) { return c == '\0'; });
     }
+    source.squeeze(); // the toolkit makes room for three bytes a character
     return source;
 }
 
@@ -46,7 +48,7 @@ void add(Construction& tree, HtmlToken token)
 
 } // namespace
 
-HtmlTree::HtmlTree(const QString& html) : m_source(sourceOf(html))
+HtmlTree::HtmlTree(QString html) : m_source(sourceOf(std::move(html)))
 {
     if (isBlankText(m_source)) {
         return;

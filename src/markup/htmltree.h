@@ -9,7 +9,7 @@
 /// The elements of a page, as a web browser without scripts sees them.
 class HtmlTree {
 public:
-    explicit HtmlTree(const QString& html);
+    explicit HtmlTree(QString html);
     HtmlTree(const HtmlTree&) = delete;
     HtmlTree& operator=(const HtmlTree&) = delete;
 

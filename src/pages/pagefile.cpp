@@ -50,14 +50,13 @@ bool isText(const QByteArray& bytes)
 }
 
 /// Half a character at the end would make all of the text one that is not UTF-8.
-QByteArray withoutCutCharacter(QByteArray bytes)
+void dropCutCharacter(QByteArray& bytes)
 {
     qsizetype size = bytes.size();
     while (size > 0 && bytes.size() - size < 4 && static_cast<unsigned char>(bytes[size - 1]) >= 0x80) {
         --size;
     }
     bytes.truncate(size);
-    return bytes;
 }
 
 /// Whether the name of a file says that it holds text of another kind, such as source code.
@@ -132,16 +131,19 @@ QString describe(PageError error)
 
 Result<PageText, PageError> readPage(const QString& file, qint64 most)
 {
-    const auto read = readPageFile(file, most);
+    auto read = readPageFile(file, most);
     if (!read.ok()) {
         return fromFileError(read.error());
     }
-    const QByteArray bytes = read.value().size() < most ? read.value() : withoutCutCharacter(read.value());
+    QByteArray bytes = read.take();
+    if (bytes.size() >= most) {
+        dropCutCharacter(bytes);
+    }
     if (!isText(bytes)) {
         return PageError::NotText;
     }
     const QString text = decodePage(bytes);
-    if (text.trimmed().isEmpty()) {
+    if (QStringView(text).trimmed().isEmpty()) {
         return PageError::Empty;
     }
     return PageText{text, looksLikeHtml(file, text)};

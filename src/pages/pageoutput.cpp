@@ -249,6 +249,7 @@ void PageOutput::finish(PreparedPage& page)
 {
     putAnchors();
     page.isBeginning = page.isBeginning || isFull();
+    page.html.reserve(qsizetype(m_html.size()));
     size_t begin = 0;
     for (const size_t joint : m_joints) {
         page.html += toQString(std::string_view(m_html).substr(begin, joint - begin));

@@ -10,6 +10,7 @@
 #include "styles/pagestyles.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -257,9 +258,10 @@ std::vector<std::string> targetsOf(const HtmlTree& tree)
 
 } // namespace
 
-PlainPage readPlainPage(const QString& html, const PageContext& context, PlainParts parts)
+PlainPage readPlainPage(QString html, const PageContext& context, PlainParts parts)
 {
-    const HtmlTree tree(html);
+    const auto size = size_t(html.size());
+    const HtmlTree tree(std::move(html));
     PlainPage page;
     if (tree.root() == nullptr) {
         return page;
@@ -267,7 +269,7 @@ PlainPage readPlainPage(const QString& html, const PageContext& context, PlainPa
     const auto language = attribute(*tree.root(), "lang");
     page.language = language.empty() ? attribute(*tree.root(), "xml:lang") : language;
     page.title = titleOf(tree);
-    page.text.reserve(size_t(html.size()));
+    page.text.reserve(size);
     PageStyles styles({}, StyleExtent::Sight);
     page.base = readPageHead(tree, context.file).base;
     addStyleSheets(styles, tree, page.base, context.styleSheets);

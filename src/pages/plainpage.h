@@ -45,5 +45,5 @@ enum class PlainParts {
 
 /// Reads the text that preparePage() gives for the reading view, without writing HTML. Never fails.
 /// Of the context, only the file and the style sheets count.
-[[nodiscard]] PlainPage readPlainPage(const QString& html, const PageContext& context,
+[[nodiscard]] PlainPage readPlainPage(QString html, const PageContext& context,
                                       PlainParts parts = PlainParts::Text);

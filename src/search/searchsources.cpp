@@ -4,6 +4,10 @@
 #include "library/helplibrary.h"
 #include "library/helpset.h"
 
+#include <QSet>
+
+#include <utility>
+
 namespace {
 
 void addRows(SearchSource& source, std::span<HelpContentsListViewItem* const> topRows)
@@ -29,6 +33,26 @@ void addRows(SearchSource& source, std::span<HelpContentsListViewItem* const> to
     }
 }
 
+/// The keywords with a page. Those of an index file that many contents files name say nothing more each time.
+template <typename Use>
+void visitKeywords(const HelpSet& set, Use use)
+{
+    QSet<std::pair<QString, QString>> files;
+    const HelpIndexSource* source = nullptr;
+    bool isRepeated = false;
+    for (const auto& item : set.indexItems()) {
+        if (item.source != source) {
+            source = item.source;
+            const auto known = files.size();
+            files.insert({source->fileName, source->directory});
+            isRepeated = files.size() == known;
+        }
+        if (!isRepeated && item.hasPage()) {
+            use(item);
+        }
+    }
+}
+
 } // namespace
 
 SearchSource makeSearchSource(const HelpSet& set)
@@ -40,15 +64,15 @@ SearchSource makeSearchSource(const HelpSet& set)
         text += record.source->directory.size() + record.pageName.size() +
                 (row == nullptr ? 0 : row->text.size());
     }
-    for (const auto& item : set.indexItems()) {
+    size_t keywords = 0;
+    visitKeywords(set, [&](const HelpIndexItem& item) {
         text += item.source->directory.size() + item.pageName.size() + item.keyword.size();
-    }
-    source.reserve(set.records().size(), set.indexItems().size(), text);
+        ++keywords;
+    });
+    source.reserve(set.records().size(), keywords, text);
     addRows(source, set.topRows());
-    for (const auto& item : set.indexItems()) {
-        if (item.hasPage()) {
-            source.addKeyword(item.source->directory, item.pageName, item.keyword);
-        }
-    }
+    visitKeywords(set, [&](const HelpIndexItem& item) {
+        source.addKeyword(item.source->directory, item.pageName, item.keyword);
+    });
     return source;
 }

@@ -245,10 +245,89 @@ private Q_SLOTS:
             "== d.html\n<html lang=ja><p>\u30DB\u30C6\u30EB \u753B\u50CF"_s;
         addRow("Russian forms", languages, u"\u043C\u0430\u0441\u043A\u0430"_s, u"a"_s);
         addRow("German forms", languages, u"Ebene"_s, u"b"_s);
+        const QString related = u"== a.cnt\nInstallation of parts = a.html\nOther = b.html\n"
+                                "== a.html\n<html lang=en><p>How it is done.\n"
+                                "== b.html\n<html lang=en><p>The installer asks.\n"_s;
+        addRow("a title of the same origin", related, u"installer"_s, u"b a"_s);
+        const QString near =
+            u"== a.cnt\nA = a.html\nB = b.html\n== a.html\n<p>merge one two three four five six "
+            "seven into this branch\n== b.html\n<p>branch to merge, one two three four five six"
+            " seven eight\n"_s;
+        addRow("words near each other", near, u"merge branch"_s, u"b a"_s);
         addRow("a Japanese compound", languages, u"\u753B\u50CF\u306E\u56DE\u8EE2"_s, u"c"_s);
         addRow("four characters, two words", languages, u"\u753B\u50CF\u56DE\u8EE2"_s, u"c"_s);
         addRow("half width", languages, u"\uFF8E\uFF9E\uFF80\uFF9D"_s, u"c"_s);
         addRow("voiced is not unvoiced", languages, u"\u30DB"_s, u"d"_s);
+    }
+
+    /// Names are looked for where pages and places have them, whatever their texts say.
+    void names_data()
+    {
+        addTexts("set", "query", "first");
+        const QString members =
+            u"== a.cnt\n:index = a.idx\nBuilt-in Types = types.html\nos.path \u2014 names = os.html\n"
+            "HashMap = maps.html\nQueries = query.html\n== a.idx\nget() (dict method) = types.html#dict.get\n"
+            "get() (list method) = types.html#list.get\njoin() (in module os.path) = os.html#os.path.join\n"
+            "compute(K) = maps.html#compute\nfilter() (Set method) = query.html#x1\n"
+            ":\uFF1D (colon equals) = query.html#walrus\n"
+            "== types.html\n<p>kinds\n== os.html\n<p>paths\n== maps.html\n<p>maps\n"
+            "== query.html\n<p>dict.get list.get join compute filter, a := b\n"_s;
+        addRow("said by the anchor", members, u"dict.get"_s, u"types.html#dict.get"_s);
+        addRow("another place of the page", members, u"list.get"_s, u"types.html#list.get"_s);
+        addRow("in a page that is called so", members, u"os.path.join"_s, u"os.html#os.path.join"_s);
+        addRow("with a blank", members, u"hashmap compute"_s, u"maps.html#compute"_s);
+        addRow("said by the explanation", members, u"Set.filter"_s, u"query.html#x1"_s);
+        addRow("signs of full width", members, u":="_s, u"query.html#walrus"_s);
+        QString alike = u"== a.cnt\ngitglossary(7) = g.html\nManual = m.html\n"_s;
+        for (int i = 0; i < 9; ++i) {
+            alike += u"git-part%1(1) = p%1.html\n== p%1.html\n<p>a part\n== a.cnt\n"_s.arg(i);
+        }
+        alike += u"== g.html\n<p>terms\n== m.html\n<p>The glossary is a glossary.\n"_s;
+        addRow("behind what all begin with", alike, u"glossary"_s, u"g.html"_s);
+        addRow("with it", alike, u"git part3"_s, u"p3.html"_s);
+        const QString files = u"== a.cnt\nInclusion = pre/include.html\nOther = other.html\n"
+                              "Copies = clone/index.html\n== pre/include.html\n<p>We include files.\n"
+                              "== other.html\n<p>include files, clone pages\n== clone/index.html\n"
+                              "<p>how to clone pages, in so many words\n"_s;
+        addRow("of a file", files, u"include"_s, u"include.html"_s);
+        addRow("of a directory", files, u"clone"_s, u"index.html"_s);
+    }
+
+    void names()
+    {
+        QFETCH(const QString, set);
+        QFETCH(const QString, query);
+        QFETCH(const QString, first);
+        Searched searched(set.toUtf8());
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        const auto answer = searched.search(query);
+        QVERIFY(!answer.hits.empty());
+        const QString page = answer.hits.front().page;
+        QCOMPARE(page.sliced(page.lastIndexOf(u'/') + 1), first);
+    }
+
+    /// Pages that say nothing of their language may be called after it, translated or not.
+    void languageOfFiles_data()
+    {
+        addTexts("first", "second");
+        addRow("directories", u"de-DE/p.html"_s, u"en-US/p.html"_s);
+        addRow("two letters", u"de/html/p.html"_s, u"en/html/p.html"_s);
+        addRow("files", u"p.de.html"_s, u"p.en.html"_s);
+        addRow("a language of few pages", u"de/p.html"_s, u"pl_PL/p.html"_s);
+    }
+
+    void languageOfFiles()
+    {
+        QFETCH(const QString, first);
+        QFETCH(const QString, second);
+        Searched searched(
+            u"== a.cnt\nTopic = %2\nTopic = %1\n== %1\n<p>IPv6 topic\n== %2\n<p>IPv6 topic, IPv6"_s
+                .arg(first, second)
+                .toUtf8());
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        const auto hits = searched.search(u"IPv6"_s, false, {u"de"_s}).hits;
+        QCOMPARE(hits.size(), size_t(2));
+        QVERIFY(hits.front().page.endsWith(first));
     }
 
     void meaning()
@@ -524,6 +603,7 @@ private Q_SLOTS:
         addRow("empty", QByteArray(), QString());
         addRow("foreign", QByteArray(), u"DROP TABLE pages; PRAGMA application_id = 7"_s);
         addRow("other format", QByteArray(), u"PRAGMA user_version = 99"_s);
+        addRow("earlier format", QByteArray(), u"PRAGMA user_version = 4; DROP TABLE names"_s);
         addRow("cut off", QByteArray(), u"cut"_s);
     }
 

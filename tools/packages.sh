@@ -6,6 +6,11 @@ run_packages=(fonts-dejavu-core libqt6svg6)
 test_packages=(poppler-utils strace)
 check_packages=(clang-format clang-tidy python3)
 sanitizer_packages=(clang libclang-rt-14-dev)
+# Documentation that the search is judged with: small packages for each run, the others for .ci/long.
+judge_packages=(cppreference-doc-en-html debian-reference-ja git-doc libgtk-3-doc maint-guide-ru postgresql-doc-15
+    python-django-doc sqlite3-doc)
+judge_more_packages=(debian-handbook gimp-help-de gimp-help-en gimp-help-ru libreoffice-help-en-us openjdk-17-doc
+    python3.11-doc rust-doc)
 bench_packages=(libbenchmark-dev libxcb-xtest0-dev pkg-config python3 xvfb)
 
 say() { printf '%s\n' "==> $*"; }
@@ -29,6 +34,16 @@ need() {
     "${as_root[@]}" apt-get update -qq
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
         "${missing[@]}" >/dev/null
+}
+
+# judge PROGRAM SETNAME ...: fails when searches find less well what they should than they did.
+judge() {
+    local program=$1 sets=$root/build/judge
+    shift
+    mkdir -p "$sets"
+    "$root/tools/search-judge/makesets" "$sets" "$@" || say "Some documentation is not there"
+    XDG_CACHE_HOME=$sets/cache XDG_CONFIG_HOME=$sets/config \
+        "$root/tools/search-judge/judge" "$program" "$sets" --least "$root/tools/search-judge/score.json"
 }
 
 # build PRESET [TARGET ...]: configures once, then builds what changed.

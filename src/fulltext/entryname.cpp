@@ -17,6 +17,8 @@ constexpr qsizetype MostInitials = 6;
 constexpr qsizetype LeastAfterArticle = 2;
 constexpr qsizetype LongestLiteral = 32;
 constexpr qsizetype MostOwners = 2;
+constexpr char16_t FirstWide = 0xFF01; // "!" of full width
+constexpr char16_t LastWide = 0xFF5E;
 constexpr int MostWordsBefore = 2; // of a number: "Chapter 5."
 
 bool isPartSign(QChar c)
@@ -53,14 +55,26 @@ QStringView withoutNumber(QStringView text)
     return text;
 }
 
+/// With the signs of ASCII for those of full width.
+QString halfWidth(QStringView text)
+{
+    QString half = text.toString();
+    for (auto& c : half) {
+        c = c >= FirstWide && c <= LastWide ? QChar(c.unicode() - FirstWide + u'!') : c;
+    }
+    return half;
+}
+
 /// Without what a template is made for: "std::vector<T, Allocator>::size".
 QString withoutArguments(QStringView text)
 {
     QString bare;
     int depth = 0;
     for (const QChar c : text) {
-        const bool opens = c == u'<' && (depth > 0 || (!bare.isEmpty() && bare.back().isLetterOrNumber() &&
-                                                       !bare.endsWith(u"operator") && text.contains(u'>')));
+        const bool isBehindName =
+            !bare.isEmpty() && (bare.back().isLetterOrNumber() || bare.back() == u'.' || bare.back() == u'_');
+        const bool opens =
+            c == u'<' && (depth > 0 || (isBehindName && !bare.endsWith(u"operator") && text.contains(u'>')));
         depth += opens ? 1 : 0;
         if (depth == 0) {
             bare += c;
@@ -179,7 +193,7 @@ void readParts(QStringView head, QStringView explanation, EntryName& name)
     const auto owners =
         parts.size() > 1 ? QList<QStringView>{parts[parts.size() - 2]} : ownersIn(explanation);
     for (const auto owner : owners) {
-        name.members.push_back(squeezed(owner) + name.last);
+        name.owners.push_back(squeezed(owner));
     }
 }
 
@@ -200,7 +214,7 @@ std::string squeezed(QStringView text)
 
 EntryName readEntryName(QStringView text)
 {
-    const QString bare = withoutArguments(text.first(std::min(text.size(), LongestText)));
+    const QString bare = withoutArguments(halfWidth(text.first(std::min(text.size(), LongestText))));
     const auto whole = withoutNumber(QStringView(bare).trimmed());
     const qsizetype end = headEnd(whole);
     const auto head = whole.first(end).trimmed();
@@ -217,7 +231,14 @@ EntryName readEntryName(QStringView text)
         // Not the arguments.
         const qsizetype close = explanation.startsWith(u'(') ? explanation.indexOf(u')') : -1;
         const bool isArguments = close >= 0 && close + 1 < explanation.size();
-        readParts(head, isArguments ? explanation.sliced(close + 1) : explanation, name);
+        const auto said = isArguments ? explanation.sliced(close + 1) : explanation;
+        // What follows a comma is about the name.
+        readParts(head, said.startsWith(u',') && !said.contains(u'(') ? QStringView() : said, name);
     }
     return name;
+}
+
+bool saysOwner(std::string_view anchor, std::string_view member)
+{
+    return squeezed(QString::fromUtf8(anchor.data(), qsizetype(anchor.size()))).ends_with(member);
 }

@@ -16,6 +16,16 @@ constexpr qint64 LongestPage = 16'000'000; // bytes; of longer ones the beginnin
 constexpr qint64 LargePage = 2'000'000;    // bytes
 constexpr size_t PieceSize = 1'000'000;    // bytes of a text that are cut into words at once
 
+/// What a page's file is called: "include" of "preprocessor/include.html", "clone" of "clone/index.html".
+QStringView fileTitle(QStringView file)
+{
+    const qsizetype slash = file.lastIndexOf(u'/');
+    const auto name = file.sliced(slash + 1);
+    const auto title = name.first(std::max<qsizetype>(0, name.indexOf(u'.')));
+    const bool isDirectory = title == u"index" && slash > 0;
+    return isDirectory ? file.first(slash).sliced(file.lastIndexOf(u'/', slash - 1) + 1) : title;
+}
+
 std::string simplified(const std::string& text)
 {
     return QString::fromStdString(text).simplified().toStdString();
@@ -33,9 +43,10 @@ size_t endOfPiece(std::string_view text)
 
 } // namespace
 
-int64_t hashOfNames(const SearchSource& source, const SourcePage& page)
+int64_t hashOfNames(const SearchSource& source, const SourcePage& page, uint64_t seed)
 {
-    int64_t hash = 0;
+    const bool isNamed = !page.topics.empty() || !page.keywords.empty();
+    int64_t hash = isNamed ? int64_t(seed) : 0;
     const auto add = [&](const SearchSource::Entry& entry) {
         for (const auto text : {source.page(entry), source.title(entry)}) {
             const auto bytes = QByteArrayView(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
@@ -57,7 +68,7 @@ IndexedPage PageReader::read(const SourcePage& page)
     result.path = page.file.toStdString();
     result.size = page.size;
     result.time = page.time;
-    result.names = hashOfNames(m_source, page);
+    result.names = hashOfNames(m_source, page, m_beginnings.hash());
     readText(page, result);
     readNames(page, result);
     return result;
@@ -84,11 +95,11 @@ void PageReader::readText(const SourcePage& page, IndexedPage& result)
         plain.text = source.value().text.toStdString();
     }
     result.title = simplified(plain.title);
-    addColumn(plain.headings, result.columns[IndexFile::Headings]);
+    result.headingWords = addColumn(plain.headings, result.columns[IndexFile::Headings]);
     auto& body = result.columns[IndexFile::Body];
     body.reserve(plain.text.size());
     readWords(plain.text, [&] {
-        result.language = body.empty() ? pageLanguage(plain.language, m_words) : result.language;
+        result.language = body.empty() ? pageLanguage(plain.language, result.path, m_words) : result.language;
         IndexFile::appendPrepared(body, m_words);
         result.words += m_words.positions();
     });
@@ -109,8 +120,13 @@ void PageReader::readNames(const SourcePage& page, IndexedPage& result)
         const auto text = m_source.title(entry);
         const qsizetype anchor = anchorBegin(name, page.file);
         const bool isTitle = isTopic && anchor == name.size();
+        const auto rest = isTitle ? m_beginnings.rest(text) : QStringView();
+        // "glossary" of "gitglossary" is no part of the word otherwise.
+        if (!rest.isEmpty() && rest.front().isLower() && (rest.begin() - 1)->isLetter()) {
+            addColumn(rest.toUtf8().toStdString(), title);
+        }
         const auto words = addColumn(text.toUtf8().toStdString(), isTitle ? title : keywords);
-        result.titleWords += isTitle ? words : 0;
+        (isTitle ? result.titleWords : result.keywordWords) += words;
         addNames(text, name.sliced(anchor).toUtf8().toStdString(), isTopic, isTitle, result);
     };
     for (const int topic : page.topics) {
@@ -120,6 +136,9 @@ void PageReader::readNames(const SourcePage& page, IndexedPage& result)
     if (hasOwnTitle) {
         addNames(QString::fromStdString(result.title), {}, true, true, result);
     }
+    if (const auto name = squeezed(fileTitle(page.file)); !name.empty()) {
+        result.exactNames.push_back({IndexFile::keyOf(name), {}, IndexFile::FileName});
+    }
     const auto words = addColumn(result.title, hasOwnTitle ? title : result.columns[IndexFile::Headings]);
     result.titleWords += hasOwnTitle ? words : 0;
     for (const int keyword : page.keywords) {
@@ -127,10 +146,10 @@ void PageReader::readNames(const SourcePage& page, IndexedPage& result)
     }
 }
 
-/// A place is found by its own name and by that of what it belongs to, which without an explanation is the
-/// page.
+/// A place is found by its own name, and with what it belongs to where neither the page is called so nor the
+/// anchor says it.
 void PageReader::addNames(QStringView text, const std::string& anchor, bool isTopic, bool isTitle,
-                          IndexedPage& result)
+                          IndexedPage& result) const
 {
     const EntryName name = readEntryName(text);
     const auto add = [&](const std::string& key, IndexFile::NameKind kind) {
@@ -143,24 +162,28 @@ void PageReader::addNames(QStringView text, const std::string& anchor, bool isTo
         }
     };
     if (isTitle) {
-        result.ownName = result.ownName.empty() ? name.last : result.ownName;
+        result.titleNames.insert(result.titleNames.end(), {name.whole, name.head, name.last});
         add(name.whole, IndexFile::TitleName);
         add(name.head, IndexFile::TitleName);
+        add(squeezed(m_beginnings.rest(text)), IndexFile::TitlePart);
         // A constructor is called like what it makes.
-        const bool isOwnMember = !name.members.empty() && name.members.front() == name.last + name.last;
+        const bool isOwnMember = !name.owners.empty() && name.owners.front() == name.last;
         add(name.last, isOwnMember ? IndexFile::KeywordName : IndexFile::TitlePart);
     } else {
         add(name.last, name.parts > 1 ? IndexFile::KeywordPart : IndexFile::KeywordName);
     }
     add(name.literal, isTitle ? IndexFile::TitleName : IndexFile::KeywordLiteral);
-    for (const auto& member : name.members) {
-        add(member, isTitle ? IndexFile::TitlePart : IndexFile::KeywordMember);
+    const auto isSaid = [&](const std::string& owner) {
+        const auto& own = result.titleNames;
+        return std::find(own.begin(), own.end(), owner) != own.end() || saysOwner(anchor, owner + name.last);
+    };
+    if (isTitle || std::none_of(name.owners.begin(), name.owners.end(), isSaid)) {
+        for (const auto& owner : name.owners) {
+            add(owner + name.last, isTitle ? IndexFile::TitlePart : IndexFile::KeywordMember);
+        }
     }
     for (const auto& initials : isTopic ? name.initials : std::vector<std::string>()) {
         add(initials, IndexFile::Initials);
-    }
-    if (!isTitle && name.members.empty() && name.parts == 1) {
-        add(result.ownName + name.last, IndexFile::KeywordMember);
     }
 }
 

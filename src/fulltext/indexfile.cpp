@@ -8,14 +8,14 @@
 namespace {
 
 constexpr int64_t ApplicationId = 0x51534458; // "QSDX"
-constexpr int64_t Format = 4;
+constexpr int64_t Format = 5;
 
 constexpr const char* Schema = R"(
 BEGIN IMMEDIATE;
 CREATE TABLE IF NOT EXISTS pages(id INTEGER PRIMARY KEY AUTOINCREMENT, path TEXT NOT NULL, size INTEGER NOT NULL,
     time INTEGER NOT NULL, names INTEGER NOT NULL, hash INTEGER NOT NULL, words INTEGER NOT NULL,
-    titlewords INTEGER NOT NULL, language TEXT NOT NULL, links INTEGER NOT NULL, title TEXT NOT NULL,
-    targets TEXT NOT NULL);
+    titlewords INTEGER NOT NULL, headingwords INTEGER NOT NULL, keywordwords INTEGER NOT NULL,
+    language TEXT NOT NULL, links INTEGER NOT NULL, title TEXT NOT NULL, targets TEXT NOT NULL);
 CREATE TABLE IF NOT EXISTS names(key INTEGER NOT NULL, page INTEGER NOT NULL, anchor TEXT NOT NULL,
     kind INTEGER NOT NULL, PRIMARY KEY(key, page, anchor)) WITHOUT ROWID;
 CREATE VIRTUAL TABLE IF NOT EXISTS words USING fts5(body, title, keywords, headings, content='', columnsize=0,
@@ -23,7 +23,7 @@ CREATE VIRTUAL TABLE IF NOT EXISTS words USING fts5(body, title, keywords, headi
 CREATE VIRTUAL TABLE IF NOT EXISTS vocabulary USING fts5vocab(words, 'row');
 INSERT INTO words(words, rank) VALUES('automerge', 0), ('crisismerge', 256), ('hashsize', 4000000);
 PRAGMA application_id = 1364411480;
-PRAGMA user_version = 4;
+PRAGMA user_version = 5;
 COMMIT;
 )";
 

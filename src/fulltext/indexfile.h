@@ -49,6 +49,7 @@ enum NameKind {
     KeywordLiteral, ///< the same with its signs
     KeywordMember,  ///< the same with what it belongs to
     Initials,       ///< of a page's title
+    FileName,       ///< of a page's file
 };
 /// The key of a name in `names`.
 [[nodiscard]] int64_t keyOf(std::string_view name);

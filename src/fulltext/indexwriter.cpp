@@ -35,10 +35,10 @@ void tidy(Database& database)
     database.run("INSERT INTO words(words, rank) VALUES('merge', 500)");
 }
 
-bool isSame(const SearchSource& source, const Statement& known, const SourcePage& page)
+bool isSame(const SearchSource& source, const Statement& known, const SourcePage& page, uint64_t seed)
 {
     return known.number(2) == page.size && known.number(3) == page.time &&
-           known.number(4) == hashOfNames(source, page);
+           known.number(4) == hashOfNames(source, page, seed);
 }
 
 /// Between a database and the pages as they are.
@@ -60,6 +60,7 @@ std::unique_ptr<Difference> findDifference(Database& database, const SearchSourc
     for (size_t i = 0; i < pages.size(); ++i) {
         positions.emplace(pages[i].file.toStdString(), i);
     }
+    const uint64_t seed = CommonBeginnings(source).hash();
     std::vector<int64_t> same(pages.size());
     auto difference = std::make_unique<Difference>(source, sourcePages);
     bool isLinkUnknown = false;
@@ -67,7 +68,7 @@ std::unique_ptr<Difference> findDifference(Database& database, const SearchSourc
     while (known.step()) {
         std::string path(known.text(1));
         const auto found = positions.find(path);
-        if (found != positions.end() && isSame(source, known, pages[found->second])) {
+        if (found != positions.end() && isSame(source, known, pages[found->second], seed)) {
             same[found->second] = known.number(0);
             difference->linked.follow(path, known.text(5));
         } else if (found == positions.end() && known.number(4) == 0) {
@@ -98,8 +99,9 @@ public:
         : m_database(database), m_source(source), m_pages(pages),
           m_removePage(database.prepare("DELETE FROM pages WHERE id = ?")),
           m_addPage(database.prepare(
-              "INSERT INTO pages(path, size, time, names, hash, words, titlewords, language, "
-              "links, title, targets) VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)")),
+              "INSERT INTO pages(path, size, time, names, hash, words, titlewords, headingwords, "
+              "keywordwords, language, links, title, targets) "
+              "VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)")),
           m_addWords(database.prepare("INSERT INTO words(rowid, body, title, keywords, headings) "
                                       "VALUES(?, ?, ?, ?, ?)")),
           m_addName(database.prepare("INSERT OR IGNORE INTO names VALUES(?, ?, ?, ?)"))
@@ -207,8 +209,9 @@ private:
             .bind(3, page.time)
             .bind(4, page.names);
         m_addPage.bind(5, page.hash).bind(6, int64_t(page.words)).bind(7, int64_t(page.titleWords));
-        m_addPage.bind(8, page.language).bind(9, int64_t(page.linkShare)).bind(10, page.title);
-        m_addPage.bind(11, page.targets);
+        m_addPage.bind(8, int64_t(page.headingWords)).bind(9, int64_t(page.keywordWords));
+        m_addPage.bind(10, page.language).bind(11, int64_t(page.linkShare)).bind(12, page.title);
+        m_addPage.bind(13, page.targets);
         if (!m_addPage.run()) {
             return false;
         }

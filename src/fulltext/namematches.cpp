@@ -10,9 +10,15 @@ namespace {
 constexpr double BonusOfName = 8;
 constexpr double BonusOfWord = 4; // times its weight, as if it stood in a short title
 constexpr double Certain = 0.55;
-constexpr double PartOfQuery = 0.3;       // where only the last part of a qualified name is the same
-constexpr double LettersOfLiteral = 0.25; // where the signs are not the same
+constexpr double PartOfQuery = 0.3;      // where only the last part of a qualified name is the same
+constexpr double LettersOfLiteral = 0.4; // where the signs are not the same
 constexpr size_t MostMatches = 500;
+constexpr int MostSplits = 4;
+
+bool isLive(int64_t page, const AllFacts& facts)
+{
+    return page >= 0 && size_t(page) < facts.pages.size() && facts.pages[size_t(page)].isLive;
+}
 
 double strengthOf(int64_t kind, const PageFacts& page)
 {
@@ -31,6 +37,8 @@ double strengthOf(int64_t kind, const PageFacts& page)
         return 0.35;
     case IndexFile::Initials:
         return 0.65;
+    case IndexFile::FileName:
+        return 0.3;
     default:
         return 0.5 + 0.1 * brevity;
     }
@@ -58,10 +66,26 @@ NameMatches::NameMatches(Database& database, const SearchQuery& query, const std
         add(name.head, 0.9, database, facts);
     }
     if (name.parts > 1) {
-        for (const auto& member : name.members) {
-            add(member, 1, database, facts);
+        for (const auto& owner : name.owners) {
+            add(owner + name.last, 1, database, facts);
+            addMembers(owner, name.last, database, facts);
         }
         add(name.last, PartOfQuery, database, facts);
+    }
+    addSplit(query.name(), database, facts);
+}
+
+/// "HashMap computeIfAbsent": each blank may stand between a page's name and that of a place in it.
+void NameMatches::addSplit(const QString& text, Database& database, const AllFacts& facts)
+{
+    int splits = 0;
+    for (qsizetype at = text.indexOf(u' '); at >= 0 && splits < MostSplits; at = text.indexOf(u' ', at + 1)) {
+        const auto owner = squeezed(QStringView(text).first(at));
+        const auto last = squeezed(QStringView(text).sliced(at));
+        if (!owner.empty() && !last.empty()) {
+            addMembers(owner, last, database, facts);
+        }
+        ++splits;
     }
 }
 
@@ -69,27 +93,51 @@ void NameMatches::add(const std::string& name, double strength, Database& databa
 {
     auto rows = database.prepare("SELECT page, anchor, kind FROM names WHERE key = ? LIMIT 2000");
     rows.bind(1, IndexFile::keyOf(name));
-    while (rows.step() && m_matches.size() < MostMatches) {
-        const auto page = size_t(rows.number(0));
-        if (page >= facts.pages.size() || !facts.pages[page].isLive) {
-            continue;
+    while (rows.step()) {
+        const auto page = rows.number(0);
+        if (isLive(page, facts)) {
+            const double found = strength * strengthOf(rows.number(2), facts.pages[size_t(page)]);
+            // Pages that are called like a sign's letters, as "#[derive]", need not have the sign.
+            const bool isTitle = strength == LettersOfLiteral && rows.number(2) <= IndexFile::TitlePart;
+            add(uint32_t(page), {found, std::string(rows.text(1)), found >= Certain || isTitle});
         }
-        const double found = strength * strengthOf(rows.number(2), facts.pages[page]);
-        auto& match = m_matches[uint32_t(page)];
-        if (found > match.strength) {
-            match = {found, std::string(rows.text(1))};
+    }
+}
+
+/// Places in pages that are called like the owner, or whose anchors say what they belong to.
+void NameMatches::addMembers(const std::string& owner, const std::string& name, Database& database,
+                             const AllFacts& facts)
+{
+    auto rows = database.prepare(
+        "SELECT page, anchor, page IN (SELECT page FROM names WHERE key = ?2 AND kind <= ?5) AS owned "
+        "FROM names WHERE key = ?1 AND kind BETWEEN ?3 AND ?4 ORDER BY owned DESC LIMIT 2000");
+    rows.bind(1, IndexFile::keyOf(name)).bind(2, IndexFile::keyOf(owner));
+    rows.bind(3, int64_t(IndexFile::KeywordName)).bind(4, int64_t(IndexFile::KeywordPart));
+    rows.bind(5, int64_t(IndexFile::TitlePart));
+    const auto member = owner + name;
+    while (rows.step()) {
+        const auto page = rows.number(0);
+        if (isLive(page, facts) && (rows.number(2) != 0 || saysOwner(rows.text(1), member))) {
+            const double found = strengthOf(IndexFile::KeywordMember, facts.pages[size_t(page)]);
+            add(uint32_t(page), {found, std::string(rows.text(1)), true});
         }
+    }
+}
+
+void NameMatches::add(uint32_t page, const Match& found)
+{
+    if (m_matches.size() >= MostMatches && !m_matches.contains(page)) {
+        return;
+    }
+    auto& match = m_matches[page];
+    if (found.strength > match.strength) {
+        match = found;
     }
 }
 
 double NameMatches::raised(double score, const Match& match) const
 {
     return score * (1 + match.strength) + (BonusOfName + BonusOfWord * m_allWeight) * match.strength;
-}
-
-bool NameMatches::Match::isCertain() const
-{
-    return strength >= Certain;
 }
 
 const NameMatches::Match* NameMatches::find(uint32_t page) const

@@ -6,7 +6,10 @@
 #include "fulltext/ranking.h"
 #include "fulltext/searchquery.h"
 
+#include <QString>
+
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -20,9 +23,7 @@ public:
     struct Match {
         double strength = 0; ///< from 0 to 1
         std::string anchor;
-
-        /// Whether it is the name, not only a part of it.
-        [[nodiscard]] bool isCertain() const;
+        bool isCertain = false; ///< it is the name, not only a part of it
     };
     [[nodiscard]] bool isEmpty() const { return m_matches.empty(); }
     /// The score of a page that is called so.
@@ -33,6 +34,10 @@ public:
 
 private:
     void add(const std::string& name, double strength, Database& database, const AllFacts& facts);
+    void addMembers(const std::string& owner, const std::string& name, Database& database,
+                    const AllFacts& facts);
+    void addSplit(const QString& text, Database& database, const AllFacts& facts);
+    void add(uint32_t page, const Match& found);
 
     std::unordered_map<uint32_t, Match> m_matches;
     double m_allWeight = 0; ///< of the query's words

@@ -15,10 +15,17 @@ namespace {
 constexpr double TitleWeight = 3;
 constexpr double KeywordWeight = 2.5;
 constexpr double HeadingWeight = 1.5;
+constexpr double LiteralHeadings = 0.3;
 constexpr double Saturation = 1.2; // how soon more of the same word counts no more
 constexpr double MeanTitleWords = 5;
 constexpr double AdjacencyWeight = 2.5;
-constexpr double LinkLoss = 0.7;       // of a page that is nothing but links
+constexpr double LeastRarity = 0.1;    // of a word that all pages have
+constexpr double TitleShareWeight = 2; // of a title that has no other words
+constexpr uint64_t NearDistance = 5;
+constexpr double NearShare = 0.35;     // of what stands near, compared with what stands as in the query
+constexpr double LightWord = 0.35;     // of the weightiest word's
+constexpr double LinkLoss = 0.8;       // of a page that is nothing but links or terms
+constexpr double UsualTerms = 0.4;     // of a page's words
 constexpr int UsualLinks = 30;         // percentage of a page's text
 constexpr double OtherLanguage = 0.25; // of a page that the reader would rather have in another one
 constexpr double UnknownLanguage = 0.5;
@@ -38,20 +45,33 @@ double lengthOf(const PageFacts& facts, double meanWords)
     return 0.25 + 0.75 * facts.words / meanWords;
 }
 
-/// What is in lists of links is said elsewhere.
-double ownShare(const PageFacts& facts)
+/// Of what most pages have less of, compared with others.
+double partLength(uint32_t words, double meanWords)
 {
-    return 1 - LinkLoss * std::max(0, int(facts.linkShare) - UsualLinks) / (100.0 - UsualLinks);
+    return 0.6 + 0.4 * words / meanWords;
 }
 
-double scoreOf(const Counts& counts, const PageFacts& facts, double meanWords)
+/// What is in lists of links, and in pages of nothing but terms, is said elsewhere.
+double ownShare(const PageFacts& facts)
 {
-    const double length = lengthOf(facts, meanWords);
+    const double links = std::max(0, int(facts.linkShare) - UsualLinks) / (100.0 - UsualLinks);
+    const double terms = facts.words == 0 ? 0 : double(facts.headingWords) / facts.words;
+    return (1 - LinkLoss * links) *
+           (1 - LinkLoss * std::clamp((terms - UsualTerms) / (1 - UsualTerms), 0.0, 1.0));
+}
+
+double scoreOf(const Counts& counts, const PageFacts& facts, const AllFacts& all, bool isLiteral)
+{
+    const double length = lengthOf(facts, all.meanWords);
+    // Signs are explained where they are a term, among however many.
+    const double headings =
+        isLiteral ? LiteralHeadings : partLength(facts.headingWords, all.meanHeadingWords);
+    const double keywords = partLength(facts.keywordWords, all.meanKeywordWords);
     const double titleLength = 0.5 + 0.5 * facts.titleWords / MeanTitleWords;
     return ownShare(facts) * (saturated(counts[IndexFile::Body] / length) +
-                              HeadingWeight * saturated(counts[IndexFile::Headings])) +
+                              HeadingWeight * saturated(counts[IndexFile::Headings] / headings)) +
            (counts[IndexFile::Title] > 0 ? TitleWeight / titleLength : 0) +
-           KeywordWeight * saturated(counts[IndexFile::Keywords]);
+           KeywordWeight * saturated(counts[IndexFile::Keywords] / keywords);
 }
 
 uint64_t place(int column, int offset)
@@ -59,22 +79,28 @@ uint64_t place(int column, int offset)
     return uint64_t(column) << 32U | uint32_t(offset);
 }
 
-/// How often a place of the second comes right behind one of the first; both are sorted. In titles it counts
-/// more, in long texts less.
-double neighbours(const std::vector<uint64_t>& first, const std::vector<uint64_t>& second, double length)
+/// How often a place of the second comes so far behind one of the first as in the query, or near it, which
+/// counts less; both are sorted. In titles it counts more, but once, in long texts less.
+double neighbours(const std::vector<uint64_t>& first, const std::vector<uint64_t>& second, uint64_t gap,
+                  double length)
 {
     double found = 0;
+    double inTitle = 0;
     auto next = second.begin();
     for (const auto at : first) {
-        next = std::lower_bound(next, second.end(), at + 1);
-        if (next != second.end() && *next == at + 1) {
-            const auto column = at >> 32U;
-            found += column == IndexFile::Title  ? 3.0
-                     : column == IndexFile::Body ? 1.0 / std::max(1.0, length)
-                                                 : 1.0;
+        next = std::lower_bound(next, second.end(), at - std::min<uint64_t>(uint32_t(at), NearDistance));
+        double best = 0;
+        for (auto near = next; near != second.end() && *near <= at + NearDistance; ++near) {
+            best = std::max(best, *near == at + gap ? 1.0 : *near == at ? 0.0 : NearShare);
+        }
+        const auto column = at >> 32U;
+        if (column == IndexFile::Title) {
+            inTitle = std::max(inTitle, best);
+        } else {
+            found += column == IndexFile::Body ? best / std::max(1.0, length) : best;
         }
     }
-    return found;
+    return found + 3.0 * inTitle;
 }
 
 } // namespace
@@ -106,6 +132,8 @@ struct Collect {
         double score = 0;
         std::vector<bool>& isFound = ranking.m_isFound;
         isFound.assign(ranking.m_places.size(), false);
+        auto& inTitle = ranking.m_inTitle;
+        inTitle.assign(ranking.m_places.size(), 0);
         const bool hasNeighbours = ranking.m_places.size() > 1;
         for (auto& places : ranking.m_places) {
             places.clear();
@@ -127,12 +155,19 @@ struct Collect {
                     places.push_back(place(column, offset));
                 }
             }
-            score += role.weight * scoreOf(counts, facts, ranking.m_facts->meanWords);
+            score += role.weight * scoreOf(counts, facts, *ranking.m_facts, role.isLiteral);
+            if (counts[IndexFile::Title] > 0) {
+                auto& weight = inTitle[size_t(role.clause)];
+                weight = std::max(weight, role.weight);
+            }
             isFound[size_t(role.clause)] =
                 isFound[size_t(role.clause)] ||
                 std::any_of(counts.begin(), counts.end(), [](int n) { return n > 0; });
         }
-        score += hasNeighbours ? adjacency(ranking, lengthOf(facts, ranking.m_facts->meanWords)) : 0;
+        score += hasNeighbours
+                     ? ownShare(facts) * adjacency(ranking, lengthOf(facts, ranking.m_facts->meanWords))
+                     : 0;
+        score += titleShare(ranking, facts);
         return score * coverage(ranking) * ranking.languageFactor(facts);
     }
 
@@ -147,16 +182,35 @@ struct Collect {
         return share < ranking.m_rules.leastCoverage ? 0 : share;
     }
 
+    /// How much of the title the query is.
+    static double titleShare(const Ranking& ranking, const PageFacts& facts)
+    {
+        const auto& inTitle = ranking.m_inTitle;
+        const auto words = std::count_if(inTitle.begin(), inTitle.end(), [](double w) { return w > 0; });
+        if (words == 0) {
+            return 0;
+        }
+        const double share = double(words) / std::max(double(words), double(facts.titleWords));
+        return TitleShareWeight * share * std::accumulate(inTitle.begin(), inTitle.end(), 0.0);
+    }
+
+    /// Words of little weight between others may be others on the page.
     static double adjacency(Ranking& ranking, double length)
     {
         double score = 0;
         for (auto& places : ranking.m_places) {
             std::sort(places.begin(), places.end());
         }
-        for (size_t i = 1; i < ranking.m_places.size(); ++i) {
-            const double weight = std::min(ranking.m_weights[i - 1], ranking.m_weights[i]);
+        const auto& weights = ranking.m_weights;
+        const double least = LightWord * *std::max_element(weights.begin(), weights.end());
+        for (size_t i = 0; i + 1 < weights.size(); ++i) {
+            size_t next = i + 1;
+            while (next + 1 < weights.size() && weights[i] >= least && weights[next] < least) {
+                ++next;
+            }
+            const double weight = std::sqrt(weights[i] * weights[next]);
             score += AdjacencyWeight * weight *
-                     saturated(neighbours(ranking.m_places[i - 1], ranking.m_places[i], length));
+                     saturated(neighbours(ranking.m_places[i], ranking.m_places[next], next - i, length));
         }
         return score;
     }
@@ -164,7 +218,8 @@ struct Collect {
 
 double rarity(int64_t found, int64_t all)
 {
-    return std::log(1 + (double(all) + 0.5) / (double(std::min(found, all)) + 0.5));
+    const auto without = double(all - std::min(found, all));
+    return std::max(LeastRarity, std::log(1 + (without + 0.5) / (double(found) + 0.5)));
 }
 
 bool Ranking::attach(Database& database)

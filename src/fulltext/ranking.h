@@ -11,6 +11,8 @@
 /// What ranking needs to know of a page; as many as there are numbers of pages.
 struct PageFacts {
     uint32_t words = 0;
+    uint32_t headingWords = 0;
+    uint32_t keywordWords = 0;
     uint32_t copies = 0; ///< number shared by the pages with this text; 0 when there is no other one
     uint8_t titleWords = 0;
     uint8_t linkShare = 0; ///< percentage of the text that stands in links
@@ -26,13 +28,16 @@ struct AllFacts {
     };
     std::vector<Language> languages{1}; ///< the unknown one first
     int64_t live = 0;
-    double meanWords = 1;
+    double meanWords = 1; ///< of a page
+    double meanHeadingWords = 1;
+    double meanKeywordWords = 1;
 };
 
 /// A phrase of an expression, in the order in which they stand there.
 struct PhraseRole {
-    int clause;    ///< -1: excluded
-    double weight; ///< of what is found
+    int clause;             ///< -1: excluded
+    double weight;          ///< of what is found
+    bool isLiteral = false; ///< signs, or a name with signs
 };
 
 struct Candidate {
@@ -74,5 +79,6 @@ private:
     std::vector<Candidate> m_candidates;
     std::vector<double> m_weights;               ///< of the clauses
     std::vector<bool> m_isFound;                 ///< which clauses a page has
+    std::vector<double> m_inTitle;               ///< weights of what its title has of them
     std::vector<std::vector<uint64_t>> m_places; ///< of the phrases of each clause in a page
 };

@@ -27,8 +27,9 @@ SearchExpression::Part& SearchExpression::part()
     }
 }
 
-void SearchExpression::beginClause(int number, Kind kind)
+void SearchExpression::beginClause(int number, Kind kind, bool isLiteral)
 {
+    m_isLiteral = isLiteral;
     m_kind = kind;
     m_clause = kind == Kind::Excluded ? -1 : number;
     auto& text = part().text;
@@ -39,7 +40,7 @@ void SearchExpression::beginClause(int number, Kind kind)
 void SearchExpression::add(const std::string& phrase, double weight)
 {
     part().text.append(m_isFirst ? "" : " OR ").append(phrase);
-    part().roles.push_back({m_clause, weight});
+    part().roles.push_back({m_clause, weight, m_isLiteral});
     m_isFirst = false;
 }
 

@@ -17,7 +17,7 @@ public:
         Optional,
         Excluded,
     };
-    void beginClause(int number, Kind kind);
+    void beginClause(int number, Kind kind, bool isLiteral);
     void add(const std::string& phrase, double weight);
     [[nodiscard]] bool isEmpty() const { return m_required.text.empty() && m_alternative.text.empty(); }
     [[nodiscard]] std::string text() const;
@@ -41,5 +41,6 @@ private:
     Part m_excluded;
     Kind m_kind = Kind::Required;
     int m_clause = 0;
+    bool m_isLiteral = false;
     bool m_isFirst = true;
 };

@@ -13,6 +13,7 @@ namespace {
 
 constexpr double BeginningWeight = 0.4; // of words that only begin like the one being typed
 constexpr double FormWeight = 0.6;      // of other forms of a word
+constexpr double RelatedWeight = 0.35;  // of words of the same origin
 constexpr double UsualShare = 0.05;     // of the pages, that a language must have to count
 constexpr size_t MostLanguages = 8;
 
@@ -89,7 +90,9 @@ void SearchIndex::refresh()
     m_version = version;
     m_facts = {};
     m_firstWithHash.clear();
-    auto rows = m_database->prepare("SELECT id, words, titlewords, links, hash, language FROM pages");
+    auto rows =
+        m_database->prepare("SELECT id, words, titlewords, links, hash, language, headingwords, keywordwords "
+                            "FROM pages");
     while (rows.step()) {
         if (rows.number(0) < 0 || rows.number(0) > IndexFile::LargestPageNumber) {
             m_database->noteDamage();
@@ -102,14 +105,17 @@ void SearchIndex::refresh()
         !m_stop.stop_requested()) {
         m_database->noteDamage();
     }
-    m_facts.meanWords = std::max(1.0, words / double(std::max<int64_t>(m_facts.live, 1)));
+    const auto live = double(std::max<int64_t>(m_facts.live, 1));
+    m_facts.meanWords = std::max(1.0, words / live);
+    m_facts.meanHeadingWords = std::max(1.0, m_facts.meanHeadingWords / live);
+    m_facts.meanKeywordWords = std::max(1.0, m_facts.meanKeywordWords / live);
     m_vocabulary->renew(usualLanguages());
     if (!rows.ok()) {
         m_version = -1; // stopped, or damaged
     }
 }
 
-/// The mean length is a sum until all pages are there.
+/// The mean lengths are sums until all pages are there.
 void SearchIndex::addPage(const Statement& row)
 {
     const auto id = uint32_t(row.number(0));
@@ -118,6 +124,8 @@ void SearchIndex::addPage(const Statement& row)
     page.isLive = true;
     page.words = uint32_t(row.number(1));
     page.titleWords = uint8_t(std::min<int64_t>(row.number(2), UINT8_MAX));
+    page.headingWords = uint32_t(row.number(6));
+    page.keywordWords = uint32_t(row.number(7));
     page.linkShare = uint8_t(std::clamp<int64_t>(row.number(3), 0, 100));
     if (const int64_t hash = row.number(4); hash != 0) {
         const auto [first, isFirst] = m_firstWithHash.emplace(hash, id);
@@ -136,6 +144,8 @@ void SearchIndex::addPage(const Statement& row)
     page.language = uint8_t(language - languages.begin());
     ++m_facts.live;
     m_facts.meanWords += page.words;
+    m_facts.meanHeadingWords += page.headingWords;
+    m_facts.meanKeywordWords += page.keywordWords;
 }
 
 /// The languages that a fair share of the pages is in, the most usual first.
@@ -190,6 +200,12 @@ void SearchIndex::addTerm(const QueryTerm& term, double weight, SearchExpression
     if (term.isPrefix) {
         expression.add(SearchExpression::phrase(word) + " *", weight * (isThere ? BeginningWeight : 1));
     }
+    // What a page is called says what it is about, whatever the form; in texts these would be too many.
+    if (const auto& related = m_vocabulary->relatives(word); !related.empty()) {
+        expression.add("{title headings} : " + SearchExpression::phrase(SearchExpression::joined(
+                                                   related, IndexFile::SamePosition)),
+                       weight * RelatedWeight);
+    }
 }
 
 std::vector<int64_t> SearchIndex::count(const SearchQuery& query)
@@ -230,7 +246,7 @@ SearchExpression SearchIndex::expressionFor(const Wanted& wanted)
                           : isStrict            ? Kind::Required
                           : isNeeded[i]         ? Kind::Alternative
                                                 : Kind::Optional;
-        expression.beginClause(int(i), kind);
+        expression.beginClause(int(i), kind, clauses[i].isLiteral);
         for (const auto& term : clauses[i].terms) {
             addTerm(term, wanted.weights[number++], expression);
         }
@@ -278,7 +294,7 @@ void SearchIndex::preferNames(const Wanted& wanted, Found& found)
         }
     }
     for (const auto& [page, match] : names.all()) {
-        if (match.isCertain() && !isFound.contains(page)) {
+        if (match.isCertain && !isFound.contains(page)) {
             found.best.push_back(
                 {names.raised(0, match) * m_ranking.languageFactor(m_facts.pages[page]), page});
         }

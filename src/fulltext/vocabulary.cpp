@@ -3,14 +3,19 @@
 
 #include "fulltext/editdistance.h"
 
+#include <QString>
+
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 namespace {
 
 constexpr size_t MostForms = 24;
-constexpr size_t LeastBeginning = 3; // bytes; less begins too many words
-constexpr int MostBeginnings = 2000; // words that are looked at
+constexpr size_t LeastBeginning = 3;  // bytes; less begins too many words
+constexpr int MostBeginnings = 2000;  // words that are looked at
+constexpr qsizetype LeastRelated = 4; // characters of a stem that says where a word comes from
+constexpr qsizetype MostEnding = 4;   // characters that one stem has more than the other
 
 /// The first text that does not begin with this one.
 std::string behind(const std::string& text)
@@ -44,6 +49,7 @@ size_t firstCharacter(const std::string& text)
 void Vocabulary::renew(const std::vector<std::string>& languages)
 {
     m_forms.clear();
+    m_relatives.clear();
     m_beginnings.clear();
     m_stemmers.clear();
     for (const auto& language : languages) {
@@ -103,6 +109,35 @@ const Vocabulary::Forms& Vocabulary::forms(const std::string& word)
         return m_unfinished;
     }
     return m_forms.emplace(word, std::move(forms)).first->second;
+}
+
+const std::vector<std::string>& Vocabulary::relatives(const std::string& word)
+{
+    const auto known = m_relatives.find(word);
+    if (known != m_relatives.end()) {
+        return known->second;
+    }
+    auto& related = m_relatives[word];
+    for (const auto& stemmer : m_stemmers) {
+        const auto stem = QString::fromStdString(std::string(stemmer.stem(word)));
+        if (stem.size() < LeastRelated) {
+            continue;
+        }
+        const auto begin = stem.first(std::max(LeastRelated, stem.size() - MostEnding)).toStdString();
+        const auto end = behind(begin);
+        auto rows = m_database.prepare("SELECT term FROM vocabulary WHERE term >= ? AND term < ?");
+        rows.bind(1, begin).bind(2, end);
+        for (int i = 0; i < MostBeginnings && related.size() < MostForms && rows.step(); ++i) {
+            const auto other = QString::fromStdString(std::string(stemmer.stem(rows.text(0))));
+            const auto more = std::abs(other.size() - stem.size());
+            const bool isRelated = other.size() >= LeastRelated && more > 0 && more <= MostEnding &&
+                                   (other.startsWith(stem) || stem.startsWith(other));
+            if (isRelated && std::find(related.begin(), related.end(), rows.text(0)) == related.end()) {
+                related.emplace_back(rows.text(0));
+            }
+        }
+    }
+    return related;
 }
 
 bool Vocabulary::has(const std::string& word)

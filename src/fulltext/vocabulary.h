@@ -25,6 +25,9 @@ public:
     };
     [[nodiscard]] const Forms& forms(const std::string& word);
     [[nodiscard]] bool hasForms(const std::string& word) { return !forms(word).words.empty(); }
+    /// Words of the same origin, whose stem begins with that of the word or begins it: "installation" of
+    /// "installer".
+    [[nodiscard]] const std::vector<std::string>& relatives(const std::string& word);
     /// Whether this very word is there.
     [[nodiscard]] bool has(const std::string& word);
     /// On how many pages the most usual of the words is that begin like this one.
@@ -46,6 +49,7 @@ private:
     Database& m_database;
     std::vector<Stemmer> m_stemmers;
     std::unordered_map<std::string, Forms> m_forms;
+    std::unordered_map<std::string, std::vector<std::string>> m_relatives;
     std::unordered_map<std::string, int64_t> m_beginnings;
     Forms m_unfinished; ///< of the word asked for last, if reading it failed
 };

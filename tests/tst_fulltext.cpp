@@ -248,7 +248,7 @@ private Q_SLOTS:
         const QString related = u"== a.cnt\nInstallation of parts = a.html\nOther = b.html\n"
                                 "== a.html\n<html lang=en><p>How it is done.\n"
                                 "== b.html\n<html lang=en><p>The installer asks.\n"_s;
-        addRow("a title of the same origin", related, u"installer"_s, u"b a"_s);
+        addRow("a title of the same origin", related, u"installer"_s, u"a b"_s);
         const QString near =
             u"== a.cnt\nA = a.html\nB = b.html\n== a.html\n<p>merge one two three four five six "
             "seven into this branch\n== b.html\n<p>branch to merge, one two three four five six"
@@ -279,10 +279,12 @@ private Q_SLOTS:
         addRow("said by the explanation", members, u"Set.filter"_s, u"query.html#x1"_s);
         addRow("signs of full width", members, u":="_s, u"query.html#walrus"_s);
         QString alike = u"== a.cnt\ngitglossary(7) = g.html\nManual = m.html\n"_s;
+        QString parts = u"== g.html\n<p>terms\n== m.html\n<p>The glossary is a glossary."_s;
         for (int i = 0; i < 9; ++i) {
-            alike += u"git-part%1(1) = p%1.html\n== p%1.html\n<p>a part\n== a.cnt\n"_s.arg(i);
+            alike += u"git-part%1(1) = p%1.html\n"_s.arg(i);
+            parts += u"\n== p%1.html\n<p>a part"_s.arg(i);
         }
-        alike += u"== g.html\n<p>terms\n== m.html\n<p>The glossary is a glossary.\n"_s;
+        alike += parts;
         addRow("behind what all begin with", alike, u"glossary"_s, u"g.html"_s);
         addRow("with it", alike, u"git part3"_s, u"p3.html"_s);
         const QString files = u"== a.cnt\nInclusion = pre/include.html\nOther = other.html\n"

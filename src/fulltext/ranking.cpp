@@ -80,11 +80,12 @@ uint64_t place(int column, int offset)
 }
 
 /// How often a place of the second comes so far behind one of the first as in the query, or near it, which
-/// counts less; both are sorted. In titles it counts more, but once, in long texts less.
+/// counts less, and once; both are sorted. In titles it counts more, but once, in long texts less.
 double neighbours(const std::vector<uint64_t>& first, const std::vector<uint64_t>& second, uint64_t gap,
                   double length)
 {
     double found = 0;
+    double isNear = 0;
     double inTitle = 0;
     auto next = second.begin();
     for (const auto at : first) {
@@ -94,13 +95,16 @@ double neighbours(const std::vector<uint64_t>& first, const std::vector<uint64_t
             best = std::max(best, *near == at + gap ? 1.0 : *near == at ? 0.0 : NearShare);
         }
         const auto column = at >> 32U;
+        const double counted = column == IndexFile::Body ? best / std::max(1.0, length) : best;
         if (column == IndexFile::Title) {
             inTitle = std::max(inTitle, best);
+        } else if (best == 1.0) {
+            found += counted;
         } else {
-            found += column == IndexFile::Body ? best / std::max(1.0, length) : best;
+            isNear = std::max(isNear, counted);
         }
     }
-    return found + 3.0 * inTitle;
+    return found + isNear + 3.0 * inTitle;
 }
 
 } // namespace

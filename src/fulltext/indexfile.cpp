@@ -90,7 +90,8 @@ std::unique_ptr<Database> IndexFile::open(const QByteArray& name)
 {
     auto database = std::make_unique<Database>(name);
     if (!database->run(
-            "PRAGMA page_size = 8192; PRAGMA secure_delete = OFF; PRAGMA journal_mode = WAL; "
+            "PRAGMA page_size = 8192; PRAGMA auto_vacuum = INCREMENTAL; PRAGMA secure_delete = OFF; PRAGMA "
+            "journal_mode = WAL; "
             "PRAGMA synchronous = NORMAL; PRAGMA cache_size = -16000; PRAGMA temp_store = MEMORY") ||
         !registerTokenizer(*database)) {
         return nullptr;

@@ -19,6 +19,7 @@ using Clock = std::chrono::steady_clock;
 constexpr auto StepTime = std::chrono::seconds(1);
 constexpr int StepPages = 4000;
 constexpr int MostErrors = 100;
+constexpr int MuchFree = 20; // one of so many pages of the file
 
 /// Pages that are gone still take room among the words.
 bool isMostlyGone(Database& database)
@@ -29,10 +30,14 @@ bool isMostlyGone(Database& database)
     return made > 2 * live + 100;
 }
 
-/// Merges some of what was written in many steps; takes tens of milliseconds.
+/// Merges some of what was written in many steps, and gives back the room that this leaves; takes tens of
+/// milliseconds.
 void tidy(Database& database)
 {
     database.run("INSERT INTO words(words, rank) VALUES('merge', 500)");
+    if (database.number("PRAGMA freelist_count") * MuchFree > database.number("PRAGMA page_count")) {
+        database.run("PRAGMA incremental_vacuum");
+    }
 }
 
 bool isSame(const SearchSource& source, const Statement& known, const SourcePage& page, uint64_t seed)

@@ -46,6 +46,9 @@ void addBrowserAids()
 {
     row("mark of a heading", "<h1>T <a href='#t'>\u00A7</a></h1><h2>C <a href='#c'>#</a></h2>a", "T C a");
     row("mark of a paragraph", "<h1>T</h1><p id=p>a <a href='#p'>¶</a>", "T a");
+    row("drawn mark of a heading", "<h1>T</h1><h2>C<a href='#c'><img src=x alt=Link></a></h2>a", "T C a");
+    row("logo", "<p><a href=x><img src=x alt=Logo></a></p><h1>T</h1>a", "T a");
+    row("picture with a link", "<h1>T</h1><p><a href=x><img src=x alt=Map></a></p>a", "T Map a");
     row("heading that leads to itself", "<h1><a href='#t'>T</a></h1>a", "T a");
     row("one letter that leads on", "<h1>T</h1><p>a <a href='#n'>1</a> <a href='#x'>*</a>", "T a 1 *");
     row("sign that leads elsewhere", "<h1>T <a href='x.html#t'>#</a></h1>a", "T # a");

@@ -302,6 +302,15 @@ void TestPreparedPage::sheets_data()
            R"(padding-left:4px;" width="150">a</td><td style="padding-top:1px;padding-right:4px;)"
            R"(padding-bottom:1px;padding-left:4px;">b</td></tr><tr><td style="padding-top:1px;)"
            R"(padding-right:4px;padding-bottom:1px;padding-left:4px;">c</td></tr></table>)");
+    addRow(
+        "link in a heading", "h1 a{color:#000;text-decoration:none}",
+        "<h1><a href=x>a</a></h1><p><a href=x>b</a>",
+        R"(<h1 class="larger"><a href="link:0" class="plain"><span style="color:#000000;">a</span></a></h1>)"
+        R"(<p><a href="link:1">b</a></p>)");
+    addRow("light text in a heading", ".n{font-weight:normal}", "<h1>a</h1><h2>b <span class=n>c</span></h2>",
+           R"(<h1 class="larger">a</h1><h2 class="large">b <span style="font-weight:normal;">c</span></h2>)");
+    addRow("breaks at the end", "p{color:#111}", "<p>a<br></p><p>b<br><br><i>c</i><br> </p>",
+           "<p>a</p><p>b<br><br><i>c</i></p>");
     addRow("code in another font", "code{font-family:serif}", "<p><code>a</code></p>", "<p>a</p>");
     addRow("link in a colour of its own", "a{color:red;text-decoration:underline}", "<p><a href=x>a</a></p>",
            R"(<p><a href="link:0"><span style="color:#e60000;">a</span></a></p>)");

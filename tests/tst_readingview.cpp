@@ -329,8 +329,8 @@ void TestReadingView::placesOfSheets_data()
            "<div class=g><section><p>one</section><section><p>two</section></div>", "beside");
     addRow("loose cells", ".x{display:table-cell;width:900px}",
            "<div><div class=x>one</div><div class=x>two</div></div>", "beside");
-    addRow("aside of a heading", ".x{float:right}", "<div><span class=x>two</span><h4>one</h4></div>",
-           "beside");
+    addRow("aside of a heading", ".x{float:right}",
+           "<div><span class=x>two</span><a href=y></a><h4>one</h4></div>", "beside");
     addRow("items in a line", "li{display:inline}", "<ul><li>one<li>two</ul>", "beside");
     addRow("text that is a part", ".g{display:flex}", "<div class=g>one<b>two</b></div>", "beside");
 }
@@ -361,6 +361,8 @@ void TestReadingView::looksOfSheets_data()
     addRow("a little larger", ".x{font-size:1.2em}", word, "size1");
     addRow("beside a long foot", "body{font-size:12px}.f{font-size:9px}",
            "<p>a word<div class=f>small print at the foot of the page</div>", "");
+    addRow("calculated", ".x{font-size:calc(2em - (4px + 2px * 2))}", word, "size2");
+    addRow("no calculation", ".x{font-size:calc(2em - (4px);margin-left:calc(9px / 0)}", word, "");
     addRow("small", ".x{font-size:.7em}", word, "size-1");
     addRow("capitals", ".x{text-transform:uppercase}", word, "upper");
     addRow("small capitals", ".x{font-variant:small-caps}", word, "small");

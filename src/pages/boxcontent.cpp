@@ -105,6 +105,9 @@ bool isFloatingAside(const HtmlNode& element)
     const auto& style = *notesOf(element).style;
     const auto* outer = element.parent == nullptr ? nullptr : notesOf(*element.parent).style;
     const auto* next = seenNeighbour(element, true);
+    while (next != nullptr && isVoid(*next)) {
+        next = seenNeighbour(*next, true);
+    }
     return style.floating == Floating::Right && style.isInline() && outer != nullptr && !outer->isInline() &&
            notesOf(*element.parent).isContainer() && next != nullptr && isElement(*next) &&
            !notesOf(*next).style->isInline() && isFloatingBox(element);

@@ -101,8 +101,11 @@ std::optional<Rgb> ShownColors::plainInk(Rgb shownGround) const
                : std::optional(readableOn(palette.text, shownGround));
 }
 
-std::optional<Rgb> ShownColors::linkInk(const ComputedStyle& style, Rgb shownGround) const
+std::optional<Rgb> ShownColors::linkInk(const ComputedStyle& style, Rgb shownGround, bool isInHeading) const
 {
+    if (isInHeading && style.color && chroma(*style.color) < LeastChroma && !palette.isLinkChosen) {
+        return readableOn(palette.text, shownGround);
+    }
     const bool isOwn = style.color && *style.color != LinkColor && chroma(*style.color) >= LeastChroma;
     if (isOwn && !palette.isLinkChosen) {
         return readableOn(*style.color, shownGround);

@@ -19,8 +19,9 @@ struct ShownColors {
     [[nodiscard]] std::optional<Rgb> ink(const ComputedStyle& style, Rgb shownGround, bool isInCode) const;
     /// What a page's own ground needs of a text without a colour; none when it is readable.
     [[nodiscard]] std::optional<Rgb> plainInk(Rgb shownGround) const;
-    /// The same for a link.
-    [[nodiscard]] std::optional<Rgb> linkInk(const ComputedStyle& style, Rgb shownGround) const;
+    /// The same for a link. In a heading it may look like the heading.
+    [[nodiscard]] std::optional<Rgb> linkInk(const ComputedStyle& style, Rgb shownGround,
+                                             bool isInHeading) const;
 };
 
 /// What rich text needs to show boxes and blocks as style sheets want them: attributes as attributeText()

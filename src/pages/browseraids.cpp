@@ -53,17 +53,19 @@ bool isPermalink(const HtmlNode& link, const ElementNotes& notes)
 {
     constexpr size_t longest = 16; // bytes, with the blanks around it
     constexpr size_t longestSign = 4;
-    if (notes.element != Element::Link || notes.hasPicture || notes.linkText > longestSign ||
+    if (notes.element != Element::Link || notes.linkText > longestSign ||
         attribute(link, "href").substr(0, 1) != "#") {
         return false;
     }
     const auto sign = QString::fromStdString(shortText(link, longest)).trimmed();
     const bool isAtTitle = notes.isInHeading || isTitleLike(*link.parent);
     if (sign.isEmpty()) {
-        return isAtTitle && notes.style != nullptr && notes.style->before != nullptr;
+        const bool isDrawn = notes.style != nullptr && notes.style->before != nullptr;
+        return isAtTitle && (isDrawn || notes.hasPicture);
     }
     static const QString usual = QStringLiteral("#¶§");
-    return (isAtTitle && !sign.front().isLetterOrNumber()) || (sign.size() == 1 && usual.contains(sign));
+    return (isAtTitle && !notes.hasPicture && !sign.front().isLetterOrNumber()) ||
+           (sign.size() == 1 && usual.contains(sign));
 }
 
 /// Whether the texts in an element are nothing but numbers, each one more than that before it.
@@ -113,7 +115,8 @@ bool isWayToOtherPages(const ElementNotes& notes, const Surroundings& around)
 {
     const bool isStructure = notes.isContainer() || notes.element == Element::List;
     const bool isOfLinks = notes.siteLinks > 1 && notes.siteLinks * 2 >= notes.links;
-    const bool isBesidePage = notes.hasHeadingBefore || around.hasHeadingBehind;
+    const bool isBesidePage =
+        notes.hasHeadingBefore || around.hasHeadingBehind || notes.textBefore > NameOfBook;
     return isStructure && isOfLinks && isBesidePage && !notes.hasHeading &&
            notes.text <= std::max(NameOfBook, notes.linkText);
 }

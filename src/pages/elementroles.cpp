@@ -23,12 +23,12 @@ void add(Words<Value>& words, Value value, std::string_view names)
 void addFurniture(Words<Role>& words)
 {
     add(words, Role::Furniture,
-        "headerlink navheader navfooter permalink header-anchor anchor-link anchorjs-link heading-anchor "
-        "hash-link mw-editsection edit-page edit-this-page editlink copybutton copybtn copy-button "
+        "navheader navfooter mw-editsection edit-page edit-this-page editlink copybutton copybtn copy-button "
         "btn-clipboard skip-link skip-nav skip-to-content skip-navigation skipnav searchbox search-box "
         "MSearchBox navpath sphinxsidebar topNav bottomNav subNav rst-footer-buttons rst-versions "
         "wy-nav-side wy-nav-top wy-breadcrumbs md-header md-sidebar md-footer md-top md-skip linenos "
-        "linenodiv listing_lines back-to-top backtotop cookie-banner mobile-nav nav-panel prev-next "
+        "linenodiv listing_lines "
+        "back-to-top backtotop cookie-banner mobile-nav nav-panel prev-next "
         "prevnext");
     add(words, Role::ProbableFurniture,
         "navigation related navbar nav sidebar header menu search pager pagination breadcrumb "

@@ -70,14 +70,16 @@ bool isOpenedByScript(const HtmlNode& element)
 bool isAboveTitle(const ElementNotes& notes, const Surroundings& around)
 {
     const bool hasFigure = notes.hasFreePicture && notes.links < ManyLinks;
-    const bool isStructure = notes.isContainer() || notes.element == Element::List;
+    const bool isLogo =
+        notes.element == Element::Paragraph && notes.hasPicture && notes.text + notes.linkText == 0;
+    const bool isStructure = notes.isContainer() || notes.element == Element::List || isLogo;
     const bool isFirst =
         !notes.hasHeadingBefore && around.textBefore <= SiteText && !hasFigure && isStructure;
     const bool hasTitle =
         notes.hasHeading ? around.hasTitleBehind && !notes.hasTitle : around.hasHeadingBehind;
     const size_t links = notes.linkText + notes.furnitureText;
     const bool isNavigation =
-        links > 0 && (notes.text <= links || (notes.text <= SiteText && notes.links > 1));
+        (links > 0 || isLogo) && (notes.text <= links || (notes.text <= SiteText && notes.links > 1));
     return isFirst && hasTitle && isNavigation;
 }
 

@@ -135,9 +135,7 @@ void PageOutput::endParagraph()
 
 void PageOutput::putSpace()
 {
-    if (std::exchange(m_isBreakDue, false)) {
-        breakLine();
-    }
+    putBreak();
     if (std::exchange(m_isSpaceWanted, false)) {
         m_html += ' ';
         m_text += ' ';
@@ -170,6 +168,7 @@ void PageOutput::putText(std::string_view text)
 void PageOutput::putWritten(std::string_view text)
 {
     text = m_limit.take(text, isVerbatim());
+    putBreak();
     if (!isBlank(text)) {
         putAnchors();
     }
@@ -208,16 +207,30 @@ void PageOutput::putWords(std::string_view text, bool isForHtml)
     }
 }
 
+/// The last break of a paragraph begins no line.
 void PageOutput::breakLine()
 {
-    m_isBreakDue = false;
     if (!m_blocks.empty() && !m_blocks.back().empty() && !m_isParagraphOpen) {
         return; // between two blocks
     }
-    m_html += isVerbatim() ? "\n" : "<br>";
-    m_text += '\n';
+    if (isVerbatim()) {
+        m_html += '\n';
+        m_text += '\n';
+    } else {
+        putBreak();
+        m_isBreakDue = true;
+    }
     m_isSpaceWanted = false;
     m_isLineEmpty = true;
+}
+
+/// Writes a break that was due.
+void PageOutput::putBreak()
+{
+    if (std::exchange(m_isBreakDue, false)) {
+        m_html += "<br>";
+        m_text += '\n';
+    }
 }
 
 void PageOutput::breakBlock()
@@ -240,7 +253,7 @@ void PageOutput::putPicture(std::string_view markup, bool isApart)
     putSpace();
     putAnchors();
     m_html += markup;
-    m_isLineEmpty = false;
+    m_isLineEmpty = isApart;
     m_isTextLast = true;
     m_isBreakDue = isApart;
 }

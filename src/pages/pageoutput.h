@@ -61,6 +61,7 @@ public:
     void putAnchors();
 
     void breakLine();
+    void putBreak();
     /// Where one paragraph ends and another begins.
     void breakBlock();
     /// A paragraph for text that stands between blocks, where there is none.

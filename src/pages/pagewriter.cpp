@@ -228,6 +228,7 @@ void PageWriter::putAlternative(std::string_view text)
 void PageWriter::putLink(std::string_view href, std::string_view text)
 {
     m_page.links.push_back({toQString(href), toQString(text)});
+    m_output.putSpace();
     putMarkup(startTag("a", attributeText("href", toStdString(linkCode(m_page.links.size() - 1)))));
     putText(text);
     putMarkup("</a>");

@@ -282,7 +282,7 @@ void StyledWriter::openTitle(const HtmlNode& element, const ElementNotes& notes)
     const int level = element.name[1] - '0';
     const std::string_view size = m_measure->headingSize(level, style);
     frame().headingSize = style.fontSize;
-    frame().shown.keepsWeight = size == "large";
+    frame().shown.keepsWeight = size == "large" && !style.isBold;
     const bool isOwnCell = std::exchange(frame().isOwnCell, frame().isOwnCell || style.padding[3] > 0);
     const std::string look = attributeText("class", size) + blockOf(notes);
     frame().isOwnCell = isOwnCell;

@@ -267,7 +267,8 @@ void StyledWriter::putStyled(const ComputedStyle& style, bool isInLink, std::str
     WantedLook wanted;
     wanted.style = &style;
     wanted.isInLink = isInLink;
-    wanted.color = isInLink ? m_colors.linkInk(style, ground) : m_colors.ink(style, ground, isVerbatim());
+    wanted.color = isInLink ? m_colors.linkInk(style, ground, open.headingSize > 0)
+                            : m_colors.ink(style, ground, isVerbatim());
     wanted.ground = open.inlineGround;
     wanted.keepsPitch = m_measure->isFixedPitch;
     if (open.headingSize > 0) {

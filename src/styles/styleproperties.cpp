@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "styles/styleproperties.h"
 
+#include "styles/csscalc.h"
 #include "styles/cssreader.h"
 
 #include <algorithm>
@@ -81,7 +82,10 @@ std::optional<double> readLength(std::string_view value, double em)
     std::string_view unit;
     const auto number = readCssNumber(value, unit);
     if (!number) {
-        return std::nullopt;
+        const auto calculated = readCalculation(value, em);
+        return calculated && calculated->unit == StyleLength::Unit::Pixels
+                   ? std::optional(double(calculated->value))
+                   : std::nullopt;
     }
     if (unit == "em" || unit == "ex" || unit == "ch") {
         return *number * em * (unit == "em" ? 1 : 0.5);
@@ -101,7 +105,7 @@ StyleLength readStyleLength(std::string_view value, double em)
     }
     const auto number = readCssNumber(value, unit);
     if (!number || (unit != "%" && unit != "fr")) {
-        return {};
+        return readCalculation(value, em).value_or(StyleLength());
     }
     return {float(*number), unit == "%" ? StyleLength::Unit::Percent : StyleLength::Unit::Share};
 }

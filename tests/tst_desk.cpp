@@ -161,6 +161,7 @@ private Q_SLOTS:
     void findLine();
     void indexDoesNotMislead_data();
     void indexDoesNotMislead();
+    void indexLooksUpWhatWasTypedBefore();
     void narrowWindow();
     void panelTakesItsPart();
     void handsOnThePage();
@@ -589,6 +590,21 @@ void TestDesk::indexDoesNotMislead()
     }
     field->clear();
     QCOMPARE(list.model()->rowCount(), 8);
+}
+
+/// Who types while help sets are still being loaded finds it when they are there.
+void TestDesk::indexLooksUpWhatWasTypedBefore()
+{
+    Scene s;
+    s.the<QTabWidget>().setCurrentIndex(1);
+    auto& list = s.the<HelpIndexListBox>();
+    list.parentWidget()->findChild<QLineEdit*>()->setText(QStringLiteral("tre"));
+    s.open(s.path(QStringLiteral("b.cnt")));
+    s.waitUntilLoaded();
+    QCOMPARE(list.currentIndex().data().toString(), QStringLiteral("tree"));
+    s.open(s.path(QStringLiteral("a.cnt")));
+    s.waitUntilLoaded();
+    QVERIFY(list.currentIndex().data().toString().startsWith(QStringLiteral("tre")));
 }
 
 /// The panes lie over the page and go after a choice.

@@ -23,7 +23,8 @@ struct Colors {
 
 constexpr Colors Light{0xffefefef, 0xff000000, 0xffffffff, 0xfff5f5f5, 0xffefefef,
                        0xff0000ee, 0xff551a8b, 0xff308cc6, 0xff8e8e8e};
-constexpr Colors Dark{0xff2b2b2e, 0xffe6e6e6, 0xff1e1e20, 0xff27272a, 0xff3a3a3d,
+// The toolkit draws frames a good deal darker than the window; they must not get lost on the base.
+constexpr Colors Dark{0xff3c3c40, 0xffe6e6e6, 0xff1e1e20, 0xff27272a, 0xff48484d,
                       0xff7ab8ff, 0xffc3a6ff, 0xff2f65ca, 0xff7d7d80};
 
 QPalette made(const Colors& colors)

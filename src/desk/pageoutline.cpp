@@ -38,8 +38,7 @@ PageOutline::PageOutline(PageView& view, QWidget* parent)
     setObjectName(QStringLiteral("pageOutline"));
     m_list->setAccessibleName(tr("On This Page"));
     m_list->setHeaderHidden(true);
-    m_list->setRootIsDecorated(false);
-    m_list->setItemsExpandable(false);
+    m_list->setExpandsOnDoubleClick(false);
     m_list->setIndentation(LevelWidth);
     m_list->setUniformRowHeights(true);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

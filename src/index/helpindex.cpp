@@ -90,6 +90,8 @@ void HelpIndex::connectParts()
         setNote({});
         showScope();
         showAllRows();
+        // What was typed while there were no rows, or other ones.
+        lookForTextChanged(m_lookForEdit->text());
     });
     connect(&m_library, &HelpLibrary::helpSetAboutToBeRemoved, this, [this] { m_inUse = nullptr; });
 }

@@ -6,6 +6,7 @@
 #include "browser/messages.h"
 #include "browser/picturefile.h"
 #include "library/helplibrary.h"
+#include "library/packedpages.h"
 #include "pages/links.h"
 
 #include <QFileInfo>
@@ -51,11 +52,7 @@ void HelpBrowser::setSource(const QString& url)
 
 void HelpBrowser::setSource(HelpContentsItem* item)
 {
-    if (item == nullptr) {
-        setSource(QString());
-    } else {
-        setSource(item->page(), item);
-    }
+    setSource(item == nullptr ? QString() : item->page(), item);
 }
 
 void HelpBrowser::setSource(const QString& url, HelpContentsItem* item)
@@ -383,9 +380,10 @@ void HelpBrowser::followLink(const QString& href)
 QString HelpBrowser::linkTarget(const QString& href) const
 {
     const auto* link = recordLink(href);
-    return link != nullptr ? pageOf(*link)
-                           : m_library.pageInOpenSet(resolveLink(
-                                 href.startsWith(u'#') ? page().file : page().prepared.base, href));
+    return link != nullptr
+               ? pageOf(*link)
+               : pageInOpenSet(m_library,
+                               resolveLink(href.startsWith(u'#') ? page().file : page().prepared.base, href));
 }
 
 const RecordLink* HelpBrowser::recordLink(const QString& href) const

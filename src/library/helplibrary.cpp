@@ -6,7 +6,6 @@
 #include "formats/regularfile.h"
 #include "library/contentslook.h"
 #include "library/helpset.h"
-#include "sources/pagefiles.h"
 #include "sources/sources.h"
 
 #include <algorithm>
@@ -98,8 +97,8 @@ void HelpLibrary::removeContents(HelpContentsRoot* root)
             reading->set = nullptr;
         }
     }
-    m_pageRecords.remove_if([&](const PageRecord& record) {
-        return m_helpSets.empty() || belongsTo(record.item, removed->root());
+    m_pageRecords.forget([&](const HelpContentsItem& record) {
+        return m_helpSets.empty() || belongsTo(record, removed->root());
     });
     renewIndex();
     Q_EMIT helpSetRemoved();
@@ -259,7 +258,7 @@ std::vector<HelpContentsRoot*> HelpLibrary::roots() const
 
 bool HelpLibrary::isEmpty() const
 {
-    return m_helpSets.empty() && m_pageRecords.empty();
+    return m_helpSets.empty() && m_pageRecords.isEmpty();
 }
 
 const HelpSet& HelpLibrary::helpSet(const HelpContentsRoot& root) const
@@ -311,42 +310,14 @@ const HelpContentsListViewItem* HelpLibrary::findRow(const QString& fileName) co
     return record == nullptr ? nullptr : record->listViewItem;
 }
 
-HelpContentsItem& HelpLibrary::addPageRecord(const HelpContentsSource& source)
-{
-    auto& record = m_pageRecords.emplace_back(PageRecord{{}, source});
-    record.item.source = &record.own;
-    return record.item;
-}
-
 HelpContentsItem* HelpLibrary::getPage(const QString& fileName, const QString& namedIn, int namedInLine)
 {
     if (auto* record = findPage(fileName)) {
         return record;
     }
     const auto* whole = findWholePage(fileName).record;
-    if (whole == nullptr) {
-        auto& record = addPageRecord({namedIn, fileName, {}, nullptr});
-        record.namedInLine = namedInLine;
-        return &record;
-    }
-    auto& record = addPageRecord({whole->source->fileName, fileName, whole->title(), whole->root()});
-    record.listViewItem = whole->listViewItem;
-    record.namedInLine = whole->namedInLine;
-    return &record;
-}
-
-HelpContentsItem* HelpLibrary::getPage(const HelpIndexItem& keyword)
-{
-    const auto known = std::find_if(m_pageRecords.begin(), m_pageRecords.end(),
-                                    [&](const auto& record) { return record.item.keyword == &keyword; });
-    if (known != m_pageRecords.end()) {
-        return &known->item;
-    }
-    auto& record = addPageRecord({keyword.source->fileName, keyword.link(), keyword.title(), nullptr});
-    record.target = EntryTarget::Nothing;
-    record.keyword = &keyword;
-    record.namedInLine = keyword.namedInLine;
-    return &record;
+    return whole == nullptr ? &m_pageRecords.add(fileName, namedIn, namedInLine)
+                            : &m_pageRecords.addPlace(fileName, *whole);
 }
 
 HelpContentsItem* HelpLibrary::getContentsByFileName(const QString& fileName) const
@@ -377,23 +348,6 @@ bool HelpLibrary::isOpen(const QString& fileName) const
 {
     return std::any_of(m_helpSets.begin(), m_helpSets.end(),
                        [&](const auto& set) { return ::isOneFile(set->root().fileName, fileName); });
-}
-
-QString HelpLibrary::pageInOpenSet(const QString& target) const
-{
-    const QString name = packedName(target);
-    const QString package = packageOf(target);
-    const auto fileOf = [](const QString& page) { return page.section(u'#', 0, 0); };
-    if (name.isNull() || (!package.isNull() && isOpen(package) && isPageFile(fileOf(target)))) {
-        return target;
-    }
-    for (const auto& set : m_helpSets) {
-        QString page = absoluteFilePath(set->root().fileName) + u'/' + name;
-        if (isPageFile(fileOf(page))) {
-            return page;
-        }
-    }
-    return target;
 }
 
 bool HelpLibrary::isOneFile(const QString& a, const QString& b)

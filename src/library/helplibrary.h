@@ -6,6 +6,7 @@
 #include "library/helpcontentsitem.h"
 #include "library/helpcontentslistviewitem.h"
 #include "library/keywordindex.h"
+#include "library/pagerecords.h"
 
 #include <QObject>
 #include <QStringList>
@@ -13,7 +14,6 @@
 #include <chrono>
 #include <deque>
 #include <functional>
-#include <list>
 #include <memory>
 #include <optional>
 #include <span>
@@ -91,7 +91,10 @@ public:
     [[nodiscard]] HelpContentsItem* getPage(const QString& fileName, const QString& namedIn = {},
                                             int namedInLine = 0);
     /// The page record that stands for a keyword without a page.
-    [[nodiscard]] HelpContentsItem* getPage(const HelpIndexItem& keyword);
+    [[nodiscard]] HelpContentsItem* getPage(const HelpIndexItem& keyword)
+    {
+        return &m_pageRecords.of(keyword);
+    }
     /// First record of the help set that was loaded under exactly this name; null when there is none.
     [[nodiscard]] HelpContentsItem* getContentsByFileName(const QString& fileName) const;
     /// What the contents call a page, with its anchor when only the whole page has a row; where none has, the
@@ -99,9 +102,6 @@ public:
     [[nodiscard]] QString pageTitle(const QString& link) const;
 
     [[nodiscard]] bool isOpen(const QString& fileName) const;
-    /// A page with its anchor that a link leads to; where that is in a package, or means one, which is not
-    /// open or does not have it, the same page in one that is open.
-    [[nodiscard]] QString pageInOpenSet(const QString& target) const;
 
     /// Whether a record goes when this help set is removed.
     [[nodiscard]] static bool belongsTo(const HelpContentsItem& item, const HelpContentsRoot& root)
@@ -155,14 +155,9 @@ private:
         QString anchor;
     };
 
-    struct PageRecord {
-        HelpContentsItem item;
-        HelpContentsSource own;
-    };
     struct Reading;
 
     [[nodiscard]] WholePage findWholePage(const QString& fileName) const;
-    [[nodiscard]] HelpContentsItem& addPageRecord(const HelpContentsSource& source);
 
     void proceed(const std::shared_ptr<Reading>& reading);
     /// What is not needed for the first page.
@@ -177,7 +172,7 @@ private:
 
     std::vector<std::shared_ptr<HelpSet>> m_helpSets; ///< in load order; shared with running tasks
     std::vector<HelpContentsListViewItem*> m_topRows;
-    std::list<PageRecord> m_pageRecords;
+    PageRecords m_pageRecords;
     KeywordIndex m_keywordIndex;
     std::vector<std::shared_ptr<Reading>> m_readings;
     BackgroundTasks m_reading{BackgroundTasks::Priority::Normal}; ///< of contents files

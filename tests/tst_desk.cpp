@@ -410,14 +410,27 @@ void TestDesk::libraryPageFindsOutWhatIsWrong()
     QTRY_VERIFY(!state(0).isEmpty());
     QTRY_VERIFY(state(1).contains(QStringLiteral("D/bad.cnt, line 3")));
     QTRY_COMPARE(state(2), QStringLiteral("not yet indexed"));
-    QVERIFY(!s.library()->findChild<LibraryList*>()->entries().front().canBeOpened);
+    auto* list = s.library()->findChild<LibraryList*>();
+    QVERIFY(!list->entries().front().canBeOpened);
 }
 
 void TestDesk::installAndForget()
 {
     Scene s({QStringLiteral("a.cnt")});
+    InstalledContents::installContents(s.path(QStringLiteral("b.cnt")));
     s.trigger("goLibraryAction");
     auto* page = s.library();
+    // The keys pass over the rows of sections.
+    auto* list = page->findChild<LibraryList*>();
+    QCOMPARE(list->current()->title, QStringLiteral("Alpha"));
+    QTest::keyClick(list, Qt::Key_Down);
+    QVERIFY(list->current().has_value());
+    QCOMPARE(list->current()->kind, LibraryEntry::Kind::Installed);
+    QTest::keyClick(list, Qt::Key_Up);
+    QCOMPARE(list->current()->kind, LibraryEntry::Kind::Open);
+    QTest::keyClick(list, Qt::Key_Up);
+    QVERIFY(list->current().has_value());
+    InstalledContents::forget(s.path(QStringLiteral("b.cnt")));
     Q_EMIT page->installRequested(s.path(QStringLiteral("a.cnt")), true);
     QCOMPARE(InstalledContents::loadInstalledFromSettings(), QStringList{s.path(QStringLiteral("a.cnt"))});
     QCOMPARE(s.menu("installedMenu").actions().size(), 1);

@@ -47,12 +47,15 @@ private:
         const int gap = m_view->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, m_view) + 1;
         const int room = m_view->viewport()->width() - place.left() - 2 * gap;
         const bool isScrolled = m_view->horizontalScrollBar()->value() > 0;
-        if (isScrolled || option.fontMetrics.horizontalAdvance(option.text) <= room) {
+        const auto fits = [&](const QString& text) {
+            return option.fontMetrics.horizontalAdvance(text) <= room;
+        };
+        if (isScrolled || fits(option.text)) {
             return;
         }
         const QString text =
             withoutSharedBeginning(option.text, index.siblingAtRow(index.row() - 1).data().toString(),
-                                   index.siblingAtRow(index.row() + 1).data().toString());
+                                   index.siblingAtRow(index.row() + 1).data().toString(), fits);
         option.text = option.fontMetrics.elidedText(text, Qt::ElideRight, room);
     }
 

@@ -179,6 +179,18 @@ void LibraryList::fitColumns()
     setColumnWidth(PlaceColumn, std::max(0, left - title));
 }
 
+/// The rows of sections are passed over.
+QModelIndex LibraryList::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    const QModelIndex index = QTreeWidget::moveCursor(action, modifiers);
+    if (!index.isValid() || index.parent().isValid()) {
+        return index;
+    }
+    const bool isUpwards = action == MoveUp || action == MovePrevious || action == MovePageUp;
+    const QModelIndex next = isUpwards ? indexAbove(index) : indexBelow(index);
+    return next.isValid() ? next : currentIndex();
+}
+
 void LibraryList::showEvent(QShowEvent* event)
 {
     QTreeWidget::showEvent(event);

@@ -41,10 +41,13 @@ private:
         const int gap = style->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, option.widget) + 1;
         const int room = style->subElementRect(QStyle::SE_ItemViewItemText, &option, option.widget).width() -
                          2 * gap - countWidth;
-        if (option.fontMetrics.horizontalAdvance(option.text) > room) {
+        const auto fits = [&](const QString& text) {
+            return option.fontMetrics.horizontalAdvance(text) <= room;
+        };
+        if (!fits(option.text)) {
             const QString text =
                 withoutSharedBeginning(option.text, index.siblingAtRow(index.row() - 1).data().toString(),
-                                       index.siblingAtRow(index.row() + 1).data().toString());
+                                       index.siblingAtRow(index.row() + 1).data().toString(), fits);
             option.text = option.fontMetrics.elidedText(text, Qt::ElideRight, room);
         }
     }

@@ -13,32 +13,33 @@ qsizetype sharedWith(QStringView text, QStringView other)
     return end - text.begin();
 }
 
-/// Where the last word begins that begins in what is shared; 0 for the first one. Blanks divide words, or
-/// signs where there is no blank, so that numbers with points stay whole.
-qsizetype lastWordIn(QStringView shared)
+/// Blanks divide words, or signs where there is no blank, so that numbers with points stay whole.
+bool divides(QChar letter, bool hasBlanks)
 {
-    if (const auto blank = shared.lastIndexOf(u' '); blank >= 0) {
-        return blank + 1;
-    }
-    const auto sign = std::find_if(shared.rbegin(), shared.rend(), [](QChar letter) {
-        return !letter.isLetterOrNumber() && !letter.isSurrogate();
-    });
-    return shared.rend() - sign;
+    return hasBlanks ? letter == u' ' : !letter.isLetterOrNumber() && !letter.isSurrogate();
 }
 
 } // namespace
 
-QString withoutSharedBeginning(QStringView text, QStringView before, QStringView behind)
+QString withoutSharedBeginning(QStringView text, QStringView before, QStringView behind,
+                               const std::function<bool(const QString&)>& fits)
 {
     const qsizetype longest = std::max(sharedWith(text, before), sharedWith(text, behind));
     const auto first = std::find_if(text.begin(), text.end(), [](QChar letter) { return letter != u' '; });
     const qsizetype indent = first - text.begin();
+    QString result = text.toString();
     if (longest <= indent || longest == text.size()) {
-        return text.toString();
+        return result;
     }
-    const qsizetype shared = lastWordIn(text.sliced(indent, longest - indent));
-    if (shared < LeastShared) {
-        return text.toString();
+    const QStringView shared = text.sliced(indent, longest - indent);
+    const bool hasBlanks = shared.contains(u' ');
+    for (qsizetype end = LeastShared; end <= shared.size(); ++end) {
+        if (divides(shared[end - 1], hasBlanks)) {
+            result = text.first(indent) + QStringLiteral("…") + text.sliced(indent + end);
+            if (fits(result)) {
+                break;
+            }
+        }
     }
-    return text.first(indent) + QStringLiteral("…") + text.sliced(indent + shared);
+    return result;
 }

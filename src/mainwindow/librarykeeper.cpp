@@ -103,7 +103,10 @@ QStringList LibraryKeeper::closedBefore() const
 QStringList LibraryKeeper::lastSession() const
 {
     for (auto session : {WindowSettings::loadContents(), OpenedSets::loadEarlierSession()}) {
-        session.removeAll(QString());
+        session.removeIf([](const QString& fileName) {
+            const auto refusal = HelpLibrary::refusalOf(fileName);
+            return fileName.isEmpty() || (refusal && refusal->isGone);
+        });
         const bool isNew = std::any_of(session.begin(), session.end(), [this](const QString& fileName) {
             return !isOpen(m_library, HelpLibrary::absoluteName(fileName));
         });
@@ -139,7 +142,8 @@ void LibraryKeeper::fill()
     m_page->setNotices(m_notices);
     QStringList titles;
     for (const auto& fileName : lastSession()) {
-        titles += HelpLibrary::getTitle(fileName);
+        const QString title = HelpLibrary::getTitle(fileName);
+        titles += title == fileName ? QFileInfo(fileName).fileName() : title;
     }
     m_page->setSession(titles);
     for (const auto& entry : entries) {

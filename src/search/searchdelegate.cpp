@@ -83,10 +83,13 @@ QStringList titleLines(const QModelIndex& index, const QFont& font, int width)
 {
     const QFontMetrics metrics(font);
     const QString title = titleAt(index);
+    const auto fits = [&](const QString& text) {
+        return metrics.horizontalAdvance(divided(text, font, width).constLast()) <= width;
+    };
     auto lines = divided(title, font, width);
-    if (metrics.horizontalAdvance(lines.constLast()) > width) {
+    if (!fits(title)) {
         lines = divided(withoutSharedBeginning(title, titleAt(index.siblingAtRow(index.row() - 1)),
-                                               titleAt(index.siblingAtRow(index.row() + 1))),
+                                               titleAt(index.siblingAtRow(index.row() + 1)), fits),
                         font, width);
     }
     lines.last() = metrics.elidedText(lines.constLast(), Qt::ElideMiddle, width);

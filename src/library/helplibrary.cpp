@@ -6,6 +6,7 @@
 #include "formats/regularfile.h"
 #include "library/contentslook.h"
 #include "library/helpset.h"
+#include "sources/pagefiles.h"
 #include "sources/sources.h"
 
 #include <algorithm>

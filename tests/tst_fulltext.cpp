@@ -545,6 +545,11 @@ private Q_SLOTS:
                "== a.html\n<a href=b.html>== b.html\nneedle <a href=loop/b.html><a href=a.html>", "b");
         addRow("by the base of a page", "== a.html\n<base href=sub/><a href=b.html>== sub/b.html\nneedle",
                "b");
+        addRow("where the pages are that the contents name elsewhere",
+               "== a.cnt\nFirst = ../far/a/a.html\nSecond = ../far/b.html\n== ../far/a/a.html\n<a "
+               "href=../c.html><a href=../../o.html>"
+               "== ../far/b.html\n== ../far/c.html\nneedle== ../o.html\nneedle",
+               "c");
         addRow("nobody leads there", "== a.html\nneedle== b.html\nneedle", "a");
     }
 

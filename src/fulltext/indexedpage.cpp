@@ -90,7 +90,7 @@ void PageReader::readText(const SourcePage& page, IndexedPage& result)
         PageContext context{page.file, {}};
         context.styleSheets = &m_styleSheets;
         plain = readPlainPage(source.take().text, context, PlainParts::TextAndTargets);
-        result.targets = linkTargets(plain, m_source, m_named);
+        result.targets = linkTargets(plain, m_named);
     } else if (!m_stop.stop_requested()) {
         plain.text = source.value().text.toStdString();
     }

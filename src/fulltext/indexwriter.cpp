@@ -48,7 +48,7 @@ bool isSame(const SearchSource& source, const Statement& known, const SourcePage
 
 /// Between a database and the pages as they are.
 struct Difference {
-    Difference(const SearchSource& source, const SourcePages& named) : linked(source, named) {}
+    explicit Difference(const SourcePages& named) : linked(named) {}
 
     std::vector<int64_t> gone; ///< numbers of pages in the database
     std::vector<const SourcePage*> outdated;
@@ -67,7 +67,7 @@ std::unique_ptr<Difference> findDifference(Database& database, const SearchSourc
     }
     const uint64_t seed = CommonBeginnings(source).hash();
     std::vector<int64_t> same(pages.size());
-    auto difference = std::make_unique<Difference>(source, sourcePages);
+    auto difference = std::make_unique<Difference>(sourcePages);
     bool isLinkUnknown = false;
     auto known = database.prepare("SELECT id, path, size, time, names, targets FROM pages");
     while (known.step()) {
@@ -81,9 +81,9 @@ std::unique_ptr<Difference> findDifference(Database& database, const SearchSourc
                                                           std::string(known.text(5))});
         } else {
             // Of links to pages that had a name nothing was noted.
-            isLinkUnknown = isLinkUnknown ||
-                            (found == positions.end() && mayBeLinked(QString::fromStdString(path), source) &&
-                             isPageFile(QString::fromStdString(path)));
+            isLinkUnknown = isLinkUnknown || (found == positions.end() &&
+                                              mayBeLinked(QString::fromStdString(path), sourcePages) &&
+                                              isPageFile(QString::fromStdString(path)));
             difference->gone.push_back(known.number(0));
         }
     }

@@ -43,15 +43,14 @@ QString writtenFile(QStringView link, const QString& base)
 
 } // namespace
 
-bool mayBeLinked(QStringView path, const SearchSource& source)
+bool mayBeLinked(QStringView path, const SourcePages& named)
 {
-    const auto& folders = source.folders();
-    return isHtmlName(path) && std::any_of(folders.begin(), folders.end(), [&](const QString& folder) {
-               return folder != u"/" && path.startsWith(folder);
-           });
+    const auto& folders = named.folders();
+    return isHtmlName(path) && std::any_of(folders.begin(), folders.end(),
+                                           [&](const QString& folder) { return path.startsWith(folder); });
 }
 
-std::string linkTargets(const PlainPage& page, const SearchSource& source, const SourcePages& named)
+std::string linkTargets(const PlainPage& page, const SourcePages& named)
 {
     QSet<QString> files;
     QStringList targets;
@@ -59,7 +58,7 @@ std::string linkTargets(const PlainPage& page, const SearchSource& source, const
         const QString file = writtenFile(QString::fromStdString(link), page.base);
         const bool isWanted = !file.isNull() && !files.contains(file) &&
                               size_t(targets.size()) < MostTargets && !file.contains(u'\n') &&
-                              mayBeLinked(file, source) && named.find(file) == nullptr;
+                              mayBeLinked(file, named) && named.find(file) == nullptr;
         files.insert(file);
         if (isWanted) {
             targets.append(file);
@@ -68,11 +67,12 @@ std::string linkTargets(const PlainPage& page, const SearchSource& source, const
     return targets.join(u'\n').toStdString();
 }
 
-LinkedPages::LinkedPages(const SearchSource& source, const SourcePages& named)
-    : m_source(source), m_named(named)
+LinkedPages::LinkedPages(const SourcePages& named) : m_named(named)
 {
-    for (const auto& folder : source.folders()) {
-        m_realFolders.emplace_back(folder, QFileInfo(folder).canonicalFilePath() + u'/');
+    for (const auto& folder : named.folders()) {
+        if (const QString real = QFileInfo(folder).canonicalFilePath(); !real.isEmpty()) {
+            m_realFolders.emplace_back(folder, real + u'/');
+        }
     }
 }
 
@@ -83,7 +83,7 @@ void LinkedPages::follow(const std::string& path, std::string_view targets)
     const QString all = QString::fromUtf8(targets.data(), qsizetype(targets.size()));
     for (const auto target : QStringView(all).tokenize(u'\n', Qt::SkipEmptyParts)) {
         QString file = target.toString();
-        if (!m_visited.contains(file) && mayBeLinked(file, m_source) && m_named.find(file) == nullptr) {
+        if (!m_visited.contains(file) && mayBeLinked(file, m_named) && m_named.find(file) == nullptr) {
             m_visited.insert(file);
             m_waiting.push_back({std::move(file), steps});
         }

@@ -17,11 +17,10 @@ struct PlainPage;
 
 /// The paths that links of a page lead to and that may be pages of the help set without being named, one
 /// behind the other with line ends between. Nothing is looked up on disk.
-[[nodiscard]] std::string linkTargets(const PlainPage& page, const SearchSource& source,
-                                      const SourcePages& named);
+[[nodiscard]] std::string linkTargets(const PlainPage& page, const SourcePages& named);
 
 /// Whether such a path lies in a folder of the help set and is called like a page.
-[[nodiscard]] bool mayBeLinked(QStringView path, const SearchSource& source);
+[[nodiscard]] bool mayBeLinked(QStringView path, const SourcePages& named);
 
 /// The pages of a help set that nothing names: those to which links lead from page to page, in bounds of
 /// number, steps and time, and never outside its folders.
@@ -30,7 +29,7 @@ public:
     static constexpr size_t MostPages = 20'000;
     static constexpr int MostSteps = 100;
 
-    LinkedPages(const SearchSource& source, const SourcePages& named);
+    explicit LinkedPages(const SourcePages& named);
 
     /// A page that was read before, as the database knows it.
     struct Known {
@@ -66,7 +65,6 @@ private:
     [[nodiscard]] bool isNew(const QString& file);
     void visit(const Target& target, std::vector<const SourcePage*>& batch, std::vector<int64_t>& outdated);
 
-    const SearchSource& m_source;
     const SourcePages& m_named;
     std::vector<std::pair<QString, QString>> m_realFolders; ///< the folders, and what they really are
     std::unordered_map<std::string, Known> m_known;

@@ -2,9 +2,12 @@
 #include "fulltext/sourcepages.h"
 
 #include "pages/pagefile.h"
+#include "sources/htmlplace.h"
 #include "sources/pagefiles.h"
 
 #include <QDir>
+
+#include <algorithm>
 
 qsizetype anchorBegin(QStringView name, QStringView file)
 {
@@ -31,6 +34,30 @@ SourcePages::SourcePages(const SearchSource& source, const std::stop_token& stop
     };
     addAll(source.topics(), &SourcePage::topics);
     addAll(source.keywords(), &SourcePage::keywords);
+    findFolders(source);
+}
+
+void SourcePages::findFolders(const SearchSource& source)
+{
+    QString outside;
+    for (const auto& folder : source.folders()) {
+        if (folder != u"/") {
+            m_folders.append(folder);
+        }
+    }
+    for (const auto& page : m_pages) {
+        const auto isIn = [&](const QString& folder) { return page.file.startsWith(folder); };
+        if (std::none_of(m_folders.begin(), m_folders.end(), isIn)) {
+            outside = outside.isNull() ? page.file : outside;
+            const auto end =
+                std::mismatch(outside.begin(), outside.end(), page.file.begin(), page.file.end());
+            outside.truncate(end.first - outside.begin());
+        }
+    }
+    outside.truncate(outside.lastIndexOf(u'/') + 1);
+    if (!outside.isEmpty() && !isCommonFolder(outside.size() > 1 ? outside.chopped(1) : outside)) {
+        m_folders.append(outside);
+    }
 }
 
 const SourcePage* SourcePages::find(const QString& file) const

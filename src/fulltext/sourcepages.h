@@ -25,14 +25,19 @@ public:
     SourcePages(const SearchSource& source, const std::stop_token& stop);
 
     [[nodiscard]] const std::vector<SourcePage>& all() const { return m_pages; }
+    /// Those that the pages are in: the folders that they are named from, and what pages outside have in
+    /// common. Each ends with "/".
+    [[nodiscard]] const QStringList& folders() const { return m_folders; }
     /// Null when there is none.
     [[nodiscard]] const SourcePage* find(const QString& file) const;
 
 private:
     int pageOf(QStringView name);
     int addFile(const QString& file);
+    void findFolders(const SearchSource& source);
 
     std::vector<SourcePage> m_pages;
+    QStringList m_folders;
     QHash<QString, int> m_positions; ///< of names without their anchors; -1 when there is no such file
 };
 

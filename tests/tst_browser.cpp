@@ -3,6 +3,7 @@
 #include "browser/picturefile.h"
 #include "browser/picturestore.h"
 #include "library/helplibrary.h"
+#include "qchfiles.h"
 #include "testfiles.h"
 
 #include <QBuffer>
@@ -10,6 +11,7 @@
 #include <QImageReader>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -160,6 +162,7 @@ private Q_SLOTS:
     void damagedPicture();
     void svgPictures();
     void brokenLink();
+    void linksBetweenHelpSets();
     void beginningOfALargePage();
     void textsLikePictures_data();
     void textsLikePictures();
@@ -514,6 +517,47 @@ void TestBrowser::brokenLink()
     QTest::keyClick(&f.browser, Qt::Key_Tab);
     QTest::keyClick(&f.browser, Qt::Key_Return);
     QVERIFY(f.text().contains(f.path("none.html")) && f.text().contains(f.path("page.html")));
+}
+
+/// A link into a package that is not open offers to open it; one that an open set can follow leads there,
+/// wherever that is.
+void TestBrowser::linksBetweenHelpSets()
+{
+    Fixture f(ThreePages);
+    f.files.write(QStringLiteral("far/x"), {});
+    makeQch(f.path("from.qch"), "from", "../to/sub/a.html#x");
+    makeQch(f.path("to.qch"), "to");
+    makeQch(f.path("far/to.qch"), "to");
+    f.load(f.path("from.qch"));
+    QSignalSpy requested(&f.browser, &HelpBrowser::helpSetRequested);
+    const auto follow = [&](const char* page) {
+        f.show(page);
+        QTest::keyClick(&f.browser, Qt::Key_Tab);
+        QTest::keyClick(&f.browser, Qt::Key_Return);
+    };
+    follow("from.qch/from/index.html");
+    QVERIFY2(f.text().contains(QStringLiteral("not open")) &&
+                 f.text().contains(QStringLiteral("to.qch › a.html")),
+             qPrintable(f.text()));
+    QTest::keyClick(&f.browser, Qt::Key_Tab);
+    QTest::keyClick(&f.browser, Qt::Key_Return);
+    QCOMPARE(requested.value(0), QVariantList({f.path("to.qch"), f.path("to.qch/to/sub/a.html#x")}));
+    // What was offered has been done.
+    f.load(f.path("to.qch"));
+    f.show("to.qch/to/sub/a.html#x");
+    QCOMPARE(f.text(), QStringLiteral("text"));
+    QCOMPARE(f.current(), QStringLiteral("D/to.qch/to/sub/a.html#x"));
+    QVERIFY(f.browser.getCurrentLink()->root() != nullptr);
+    auto* root = f.library.getContentsByFileName(f.path("to.qch"))->root();
+    f.browser.forget(*root);
+    f.library.removeContents(root);
+    f.load(f.path("far/to.qch"));
+    follow("from.qch/from/index.html");
+    QCOMPARE(f.current(), QStringLiteral("D/far/to.qch/to/sub/a.html#x"));
+    // From a page of another kind.
+    f.files.write(QStringLiteral("page.html"), "<a href='qthelp://org.example/to/index.html'>link</a>");
+    follow("page.html");
+    QCOMPARE(f.current(), QStringLiteral("D/far/to.qch/to/index.html"));
 }
 
 void TestBrowser::beginningOfALargePage()

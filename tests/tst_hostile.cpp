@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "hostilesets.h"
+#include "qchfiles.h"
 #include "testprogram.h"
 
 #include <QJsonArray>
@@ -140,6 +141,51 @@ private Q_SLOTS:
         QCOMPARE(seen[u"rows"].toInt(), entries == TooDeep ? 1 : isOpened ? std::max(0, entries) : 0);
         QCOMPARE(seen[u"keywords"].toInt(), found[u"index"].toArray().size());
         QCOMPARE(seen[u"page"].toString().isEmpty(), entries <= 0 ? entries != TooDeep : !isOpened);
+    }
+
+    void otherKinds_data()
+    {
+        QTest::addColumn<Make>("make");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("page");   // shown in the window; empty for none
+        QTest::addColumn<bool>("isProblem"); // whether something is said of the file
+        addPackages();
+        addBooks();
+        addFolders();
+        const auto foreign = [](const char* what, const QByteArray& bytes) {
+            addKind(what, file(bytes, "a.any"), "a.any", {}, true);
+        };
+        foreign("a picture", "\x89PNG\r\n\x1a\n\0\0\0"_ba);
+        foreign("a printed document", "%PDF-1.4\n%\xe2\xe3");
+        foreign("a program", "\x7f"
+                             "ELF\2\1\1\0\0"_ba);
+        addKind("a document of pipes and devices",
+                with(file("Document: a\nTitle: a\n\nFormat: html\nIndex: /dev/zero\nFiles: /dev/*\n\n"
+                          "Format: text\nFiles: /dev/* /proc/* /*/*\n",
+                          "a.doc"),
+                     odd("pipe", "p")),
+                "a.doc", {}, true);
+        addKind("a document of a million lines",
+                file("Document: a\n" + QByteArray("Format: html\nIndex: /x\n").repeated(Many), "a.doc"),
+                "a.doc", {}, true);
+    }
+
+    /// Whatever is damaged or made to harm is opened in the limits, or what is wrong is said with its name.
+    void otherKinds()
+    {
+        QFETCH(const Make, make);
+        QFETCH(const QString, name);
+        QFETCH(const QString, page);
+        QFETCH(const bool, isProblem);
+        make(*m_files);
+        run({u"--dump"_s, name});
+        const auto problems = QJsonDocument::fromJson(m_out)[u"problems"].toArray();
+        const bool isSaid = std::any_of(problems.begin(), problems.end(), [&](const auto& problem) {
+            return problem.toObject().value(u"file").toString().contains(name);
+        });
+        QVERIFY2(!isProblem || isSaid, m_out.left(2000));
+        const auto seen = use(name);
+        QVERIFY2(seen[u"page"].toString().contains(page), qPrintable(seen[u"page"].toString().left(2000)));
     }
 
     void oddFiles_data()
@@ -353,6 +399,172 @@ private:
     static void addSet(const char* name, const Make& make, int entries, int problems = 0)
     {
         QTest::newRow(name) << make << entries << problems;
+    }
+
+    static void addKind(const char* name, const Make& make, const char* file, const QString& page,
+                        bool isProblem)
+    {
+        QTest::newRow(name) << make << QString::fromLatin1(file) << page << isProblem;
+    }
+
+    static void addPackages()
+    {
+        const auto add = [](const char* what, const Make& make, const QString& page, bool isProblem) {
+            addKind(what, make, "a.qch", page, isProblem);
+        };
+        QByteArray contents;
+        appendRow(contents, 0, u"p.html"_s, u"P"_s);
+        add(
+            "package of noise",
+            [](auto& files) {
+                makeQch(files.path(u"a.qch"_s), "a");
+                QFile changed(files.path(u"a.qch"_s));
+                QVERIFY(changed.open(QIODevice::ReadWrite));
+                QByteArray bytes = changed.readAll();
+                for (qsizetype i = 100; i < bytes.size(); i += 7) {
+                    bytes[i] = char(i * 31);
+                }
+                changed.seek(0);
+                changed.write(bytes);
+            },
+            {}, true);
+        add(
+            "package cut off",
+            [](auto& files) {
+                makeQch(files.path(u"a.qch"_s), "a");
+                QVERIFY(QFile::resize(files.path(u"a.qch"_s), 5000));
+            },
+            {}, true);
+        add(
+            "package of endless views",
+            [=](auto& files) {
+                makeQch(files.path(u"a.qch"_s), "a", {{"p.html", qCompress(titledPage("P"))}}, contents,
+                        "DROP TABLE FileNameTable; CREATE VIEW FileNameTable AS WITH RECURSIVE n(x) AS "
+                        "(SELECT 1 UNION ALL "
+                        "SELECT x + 1 FROM n) SELECT 1 AS FolderId, 'p.html' AS Name, x AS FileId FROM n");
+            },
+            {}, true);
+        add(
+            "package with a page that grows without end",
+            [=](auto& files) {
+                makeQch(files.path(u"a.qch"_s), "a", {{"p.html", qCompress(QByteArray(100'000'000, 'x'))}},
+                        contents);
+            },
+            u"cannot be shown"_s, false);
+        add(
+            "package whose page says less than it is",
+            [=](auto& files) {
+                makeQch(files.path(u"a.qch"_s), "a",
+                        {{"p.html", "\0\0\0\5"_ba + packed(QByteArray(1 << 20, 'x'))}}, contents);
+            },
+            u"cannot be shown"_s, false);
+        add(
+            "package with contents that end anywhere",
+            [=](auto& files) {
+                makeQch(files.path(u"a.qch"_s), "a", {{"p.html", qCompress(titledPage("P"))}},
+                        contents + "\0\0\0\1\x7f\xff\xff\xff"_ba);
+            },
+            {}, true);
+        add(
+            "package with very deep contents",
+            [](auto& files) {
+                QByteArray deep;
+                for (int i = 0; i < Many; ++i) {
+                    appendRow(deep, quint32(i * 1000), u"p.html"_s, u"P"_s);
+                }
+                makeQch(files.path(u"a.qch"_s), "a", {{"p.html", qCompress("<title>P</title><p>shown")}},
+                        deep);
+            },
+            u"shown"_s, false);
+        add(
+            "package with pages outside",
+            [](auto& files) {
+                QByteArray outside;
+                appendRow(outside, 0, u"../../../../../../../../../dev/zero"_s, u"Z"_s);
+                makeQch(files.path(u"a.qch"_s), "../..", {{"../../x.html", qCompress("x")}}, outside);
+            },
+            u"cannot be shown"_s, false);
+        add("pipe as package", odd("pipe", "a.qch"), {}, true);
+    }
+
+    static void addBooks()
+    {
+        const auto add = [](const char* what, const QByteArray& bytes, bool isProblem,
+                            const char* name = "a.devhelp2") {
+            addKind(what, with(file(bytes, name), file("<p>shown", "p.html")), name, {}, isProblem);
+        };
+        QByteArray entities = "<!DOCTYPE book [<!ENTITY e0 'xxxxxxxxxx'>";
+        for (int i = 1; i < 9; ++i) {
+            entities += "<!ENTITY e" + QByteArray::number(i) + " '" +
+                        QByteArray("&e" + QByteArray::number(i - 1) + ";").repeated(10) + "'>";
+        }
+        add("book of entities", entities + "]><book title='&e8;' link='p.html'><chapters/></book>", true);
+        add("book with a file of its own",
+            "<!DOCTYPE book [<!ENTITY x SYSTEM '/dev/zero'>]><book title='a' "
+            "link='p.html'><chapters>&x;</chapters></book>",
+            true);
+        add("very deep book",
+            "<book title='a' link='p.html'><chapters>" +
+                QByteArray("<sub name='a' link='p.html'>").repeated(Many),
+            true);
+        add("book cut off", "<book title='a' link='p.html'><chapters><sub name='b'", true);
+        add("old book cut off", "<book title='a' link='p.html'><functions><function name='b'", true,
+            "a.devhelp");
+        add("book that is something else", "<html><p>x", true);
+        add("book of devices",
+            "<book title='a' link='../../../../../dev/zero' base='/dev'><chapters><sub name='b' "
+            "link='zero'/></chapters></book>",
+            false);
+        add("compressed book of nothing", "\x1f\x8b\x08 nothing", true, "a.devhelp2.gz");
+        addKind(
+            "compressed book without end",
+            [](auto& files) { files.write(u"a.devhelp2.gz"_s, gzipped(QByteArray(200'000'000, ' '))); },
+            "a.devhelp2.gz", {}, true);
+    }
+
+    static void addFolders()
+    {
+        const auto add = [](const char* what, const Make& make, const QString& page, bool isProblem = false) {
+            addKind(what, with(make, file("x", "set/style.css")), "set", page, isProblem);
+        };
+        add("empty folder", file("x", "set/x"), {}, true);
+        add("folder of links to itself",
+            with(file("<title>T</title><p>shown<a href=loop/loop/b.html>x</a>", "set/index.html"),
+                 odd(".", "set/loop")),
+            u"shown"_s);
+        add("folder of pipes and devices",
+            with(file("<title>T</title><p>shown", "set/index.html"),
+                 with(odd("pipe", "set/objects.inv"),
+                      with(odd("/dev/zero", "set/navtreedata.js"), odd("pipe", "set/a.html")))),
+            u"shown"_s);
+        add("contents that lead to each other",
+            with(file("<div class=toctree-wrapper><a href=a.html>a</a></div>shown", "set/index.html"),
+                 with(file("<div class=toctree-wrapper><a href=b.html>b</a></div>", "set/a.html"),
+                      file("<div class=toctree-wrapper><a href=a.html>a</a><a href=index.html>i</a></div>",
+                           "set/b.html"))),
+            u"shown"_s);
+        add("inventory that grows without end",
+            with(file("<p>shown", "set/index.html"),
+                 file("# Sphinx inventory version 2\n#\n#\n# zlib\n" + packed(QByteArray(200'000'000, 'x')),
+                      "set/objects.inv")),
+            u"shown"_s);
+        add("inventory of noise",
+            with(file("<p>shown", "set/index.html"), file("#\n#\n#\n#\nnoise", "set/objects.inv")),
+            u"shown"_s);
+        add("tree that is its own branch",
+            with(file("<p>shown", "set/index.html"),
+                 with(file("var NAVTREE = [['a','index.html','b']]", "set/navtreedata.js"),
+                      file("var b = [['b','index.html','b'],['c','../../dev/zero','../x']]", "set/b.js"))),
+            u"shown"_s);
+        add("lists that nest without end",
+            with(file("<p>shown" + QByteArray("<ul><li><a href=a.html>a</a>").repeated(50'000),
+                      "set/index.html"),
+                 file("typeSearchIndex = " + QByteArray(Many, '['), "set/type-search-index.js")),
+            u"shown"_s);
+        add("page that passes on to itself",
+            file("<meta http-equiv=refresh content='0;url=index.html'><p>shown", "set/index.html"),
+            u"shown"_s);
+        add("unreadable page", odd("unreadable", "set/index.html"), u"cannot be shown"_s);
     }
 
     /// Runs the program to its end, which must come within the limits.

@@ -6,15 +6,13 @@
 #include "library/helpset.h"
 #include "pages/links.h"
 #include "pages/pagefile.h"
+#include "qchfiles.h"
 #include "testfiles.h"
 
 #include <QDir>
 #include <QTest>
-#include <QtEndian>
 
 #include <functional>
-
-#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
@@ -47,84 +45,6 @@ QString keywordsOf(const HelpSet& set, const QString& folder)
     return lines.join(u'\n');
 }
 
-QByteArray page(const QByteArray& title, const QByteArray& body = "text")
-{
-    return "<html><head><title>" + title + "</title></head><body>" + body + "</body></html>";
-}
-
-QByteArray linkTo(const QByteArray& page, const QByteArray& title)
-{
-    return "<a href=\"" + page + "\">" + title + "</a>";
-}
-
-/// What zlib makes of it.
-QByteArray packed(const QByteArray& bytes)
-{
-    return qCompress(bytes).sliced(4);
-}
-
-void appendBigEndian(QByteArray& bytes, quint32 number)
-{
-    const quint32 value = qToBigEndian(number);
-    bytes.append(reinterpret_cast<const char*>(&value), sizeof value);
-}
-
-void appendRow(QByteArray& bytes, quint32 depth, const QString& page, const QString& title)
-{
-    appendBigEndian(bytes, depth);
-    for (const auto& text : {page, title}) {
-        appendBigEndian(bytes, quint32(text.size() * 2));
-        for (const QChar c : text) {
-            bytes.append(char(c.unicode() >> 8U)).append(char(c.unicode() & 0xFFU));
-        }
-    }
-}
-
-struct QchPage {
-    QByteArray name;
-    QByteArray bytes;
-};
-
-void makeQch(const QString& file, const QByteArray& folder, const std::vector<QchPage>& pages,
-             const QByteArray& contents)
-{
-    sqlite3* database = nullptr;
-    QCOMPARE(::sqlite3_open(file.toUtf8(), &database), SQLITE_OK);
-    const auto run = [&](const QByteArray& sql) {
-        QVERIFY2(::sqlite3_exec(database, sql, nullptr, nullptr, nullptr) == SQLITE_OK, sql);
-    };
-    run("CREATE TABLE NamespaceTable(Id INTEGER PRIMARY KEY, Name TEXT);"
-        "CREATE TABLE FolderTable(Id INTEGER PRIMARY KEY, Name TEXT, NamespaceID INTEGER);"
-        "CREATE TABLE FileNameTable(FolderId INTEGER, Name TEXT, FileId INTEGER, Title TEXT);"
-        "CREATE TABLE FileDataTable(Id INTEGER PRIMARY KEY, Data BLOB);"
-        "CREATE TABLE IndexTable(Id INTEGER PRIMARY KEY, Name TEXT, Identifier TEXT, NamespaceId INTEGER, "
-        "FileId INTEGER, Anchor TEXT);"
-        "CREATE TABLE ContentsTable(Id INTEGER PRIMARY KEY, NamespaceId INTEGER, Data BLOB);"
-        "CREATE TABLE MetaDataTable(Name TEXT, Value BLOB);"
-        "INSERT INTO MetaDataTable VALUES('version', '1.2');");
-    run("INSERT INTO NamespaceTable VALUES(1, 'org.example." + folder + ".12');");
-    run("INSERT INTO FolderTable VALUES(1, '" + folder + "', 1);");
-    for (size_t i = 0; i < pages.size(); ++i) {
-        const QByteArray id = QByteArray::number(int(i) + 1);
-        run("INSERT INTO FileNameTable VALUES(1, '" + pages[i].name + "', " + id + ", '');");
-        run("INSERT INTO FileDataTable VALUES(" + id + ", x'" + pages[i].bytes.toHex() + "');");
-        run("INSERT INTO IndexTable VALUES(" + id + ", 'word" + id + "', '', 1, " + id + ", 'here');");
-    }
-    run("INSERT INTO ContentsTable VALUES(1, 1, x'" + contents.toHex() + "');");
-    ::sqlite3_close(database);
-}
-
-void makeQch(const QString& file, const QByteArray& folder, const QByteArray& other = {})
-{
-    QByteArray contents;
-    appendRow(contents, 0, u"index.html"_s, u"Guide"_s);
-    appendRow(contents, 1, u"sub/a.html#x"_s, u"Ä"_s);
-    makeQch(file, folder,
-            {{"index.html", qCompress(page("Start", linkTo(other, "there")))},
-             {"sub/a.html", qCompress(page("A"))}},
-            contents);
-}
-
 std::unique_ptr<HelpSet> load(const QString& name)
 {
     const QString file = placeOf(name).helpSet;
@@ -145,6 +65,7 @@ private Q_SLOTS:
     void linksBetweenPackages();
     void folder_data();
     void folder();
+    void titlesBehindTheTree();
     void place_data();
     void place();
     void registered();
@@ -166,20 +87,7 @@ void SourcesTest::devhelp_data()
     QTest::newRow("version 2") << u"a.devhelp2"_s << second;
     QTest::newRow("version 1") << u"a.devhelp"_s << first;
     QTest::newRow("by what is in it") << u"a.book"_s << second;
-    // A gzip file around the deflated bytes, which stand between two bytes of zlib's and four of its check.
-    const QByteArray deflated = packed(second).sliced(2).chopped(4);
-    QByteArray gzip = QByteArray::fromHex("1f8b0800000000000003") + deflated;
-    quint32 crc = 0xFFFFFFFF;
-    for (const char c : second) {
-        crc ^= quint8(c);
-        for (int bit = 0; bit < 8; ++bit) {
-            crc = (crc >> 1U) ^ ((crc & 1U) != 0 ? 0xEDB88320U : 0U);
-        }
-    }
-    crc = qToLittleEndian(~crc);
-    const quint32 size = qToLittleEndian(quint32(second.size()));
-    gzip.append(reinterpret_cast<const char*>(&crc), 4).append(reinterpret_cast<const char*>(&size), 4);
-    QTest::newRow("compressed") << u"a.devhelp2.gz"_s << gzip;
+    QTest::newRow("compressed") << u"a.devhelp2.gz"_s << gzipped(second);
 }
 
 void SourcesTest::devhelp()
@@ -209,10 +117,10 @@ void SourcesTest::qtHelp()
     QVERIFY(isPageFile(packedPage));
     QVERIFY(!isPageFile(file + u"/one/sub/b.html"_s));
     QVERIFY(!isPageFile(file + u"/one"_s));
-    QCOMPARE(readPageFile(packedPage).value(), page("A"));
+    QCOMPARE(readPageFile(packedPage).value(), titledPage("A"));
     QCOMPARE(readPageFile(packedPage, 6).value(), QByteArray("<html>"));
     QCOMPARE(locatePage(packedPage + u"#x"_s).anchor, u"x"_s);
-    QCOMPARE(readPage(packedPage).value().text, QString::fromUtf8(page("A")));
+    QCOMPARE(readPage(packedPage).value().text, QString::fromUtf8(titledPage("A")));
     QCOMPARE(readablePageName(packedPage), u"one.qch › a.html"_s);
     QCOMPARE(readablePageName(file), file);
     // It is told when the package is another one.
@@ -235,6 +143,12 @@ void SourcesTest::linksBetweenPackages()
     QCOMPARE(resolveLink(from, u"qthelp://org.example.two.9/two/sub/a.html"_s), there);
     QCOMPARE(resolveLink(from, u"qthelp://org.example.one.12/one/sub/a.html#y"_s),
              files.path(u"one.qch/one/sub/a.html#y"_s));
+    QVERIFY(QDir().mkpath(files.path(u"share/qt6/doc"_s)));
+    makeQch(files.path(u"share/qt6/doc/far.qch"_s), "far");
+    qputenv("XDG_DATA_DIRS", files.path(u"share"_s).toUtf8());
+    const QString far = files.path(u"share/qt6/doc/far.qch/far/sub/a.html"_s);
+    QCOMPARE(resolveLink(from, u"../far/sub/a.html"_s), far);
+    QCOMPARE(resolveLink(files.write(u"p.html"_s, "x"), u"qthelp://x/far/sub/a.html#y"_s), far + u"#y"_s);
     QCOMPARE(resolveLink(from, u"../none/a.html"_s), files.path(u"one.qch/none/a.html"_s));
 }
 
@@ -243,20 +157,37 @@ using Pages = QList<QPair<QString, QByteArray>>;
 static void addPlainFolders()
 {
     QTest::newRow("nothing but pages")
-        << Pages{{u"b.html"_s, page("B")}, {u"sub/c.html"_s, page("C")}, {u"a.html"_s, "no title"}}
-        << u"set=a.html\n.B=b.html\n.sub=\n..C=sub/c.html\n"_s << QString();
+        << Pages{{u"b.html"_s, titledPage("B")},
+                 {u"sub/c.html"_s, titledPage("C")},
+                 {u"a.html"_s, "no title"}}
+        << u"set=a.html\n.B=b.html\n.sub=\n..C=sub/c.html\n"_s << u"B=b.html\nC=sub/c.html"_s;
     QTest::newRow("lists of a contents page with headings, and a page in none")
         << Pages{{u"index.html"_s,
-                  page("Start", "<h2>Part</h2><ul><li>" + linkTo("a.html", "A") + "<ul><li>" +
-                                    linkTo("b.html", "B") + "</li></ul></li></ul><h2>Rest</h2><ol><li>" +
-                                    linkTo("c%20c.html#x", "C") + "<li>" + linkTo("http://e.org/", "E") +
-                                    "<li>" + linkTo("gone.html", "G") + "</ol>")},
-                 {u"a.html"_s, page("a")},
-                 {u"b.html"_s, page("b")},
-                 {u"c c.html"_s, page("c")},
-                 {u"d.html"_s, page("&lt;D&gt; &amp; E")}}
+                  titledPage("Start",
+                             "<h2>Part</h2><ul><li>" + linkTo("a.html", "A") + "<ul><li>" +
+                                 linkTo("b.html", "B") + "</li></ul></li></ul><h2>Rest</h2><ol><li>" +
+                                 linkTo("c%20c.html#x", "C") + "<li>" + linkTo("http://e.org/", "E") +
+                                 "<li>" + linkTo("gone.html", "G") + "</ol>")},
+                 {u"a.html"_s, titledPage("a")},
+                 {u"b.html"_s, titledPage("b")},
+                 {u"c c.html"_s, titledPage("c")},
+                 {u"d.html"_s, titledPage("&lt;D&gt; &amp; E")}}
         << u"Start=index.html\n.Part=\n..A=a.html\n...B=b.html\n.Rest=\n..C=c c.html#x\n.Other pages=\n..<D> & E=d.html\n"_s
-        << QString();
+        << u"<D> & E=d.html\nA=a.html\nB=b.html\nC=c c.html#x"_s;
+}
+
+static void addFoldersInFolders()
+{
+    const QByteArray list =
+        "<ul><li>" + linkTo("x.html", "X") + "<li>" + linkTo("../a.html", "Back") + "</ul>";
+    QTest::newRow("first pages of folders have their contents")
+        << Pages{{u"index.html"_s, titledPage("All", "<ul><li>" + linkTo("one/index.html", "One") + "<li>" +
+                                                         linkTo("a.html", "A") + "</ul>")},
+                 {u"a.html"_s, titledPage("a")},
+                 {u"one/index.html"_s, titledPage("one", list)},
+                 {u"one/x.html"_s, titledPage("x")}}
+        << u"All=index.html\n.One=one/index.html\n..X=one/x.html\n.A=a.html\n"_s
+        << u"A=a.html\nOne=one/index.html\nX=one/x.html"_s;
 }
 
 static void addSphinx()
@@ -267,13 +198,13 @@ static void addSphinx()
                "two words std:term 1 b.html#term-x -\nnone py:class 1 none.html#$ -\n");
     QTest::newRow("Sphinx: contents of pages of contents, inventory")
         << Pages{{u"index.html"_s,
-                  page("Doc", "<div class='related'><ul><li>" + linkTo("genindex.html", "index") +
-                                  "</ul></div><div class='toctree-wrapper compound'><ul><li>" +
-                                  linkTo("a.html", "A") + "</ul></div>")},
-                 {u"a.html"_s, page("a", "<div class=\"toctree-wrapper\"><ul><li>" + linkTo("b.html", "B") +
-                                             "</ul></div>")},
-                 {u"b.html"_s, page("b")},
-                 {u"genindex.html"_s, page("Index")},
+                  titledPage("Doc", "<div class='related'><ul><li>" + linkTo("genindex.html", "index") +
+                                        "</ul></div><div class='toctree-wrapper compound'><ul><li>" +
+                                        linkTo("a.html", "A") + "</ul></div>")},
+                 {u"a.html"_s, titledPage("a", "<div class=\"toctree-wrapper\"><ul><li>" +
+                                                   linkTo("b.html", "B") + "</ul></div>")},
+                 {u"b.html"_s, titledPage("b")},
+                 {u"genindex.html"_s, titledPage("Index")},
                  {u"objects.inv"_s, inventory}}
         << u"Doc=index.html\n.A=a.html\n..B=b.html\n.Other pages=\n..Index=genindex.html\n"_s
         << u"os.path=a.html#os.path\ntwo words=b.html#term-x"_s;
@@ -282,8 +213,8 @@ static void addSphinx()
 static void addScriptLists()
 {
     QTest::newRow("Doxygen: tree in files, search")
-        << Pages{{u"index.html"_s, page("Lib")},
-                 {u"c.html"_s, page("C")},
+        << Pages{{u"index.html"_s, titledPage("Lib")},
+                 {u"c.html"_s, titledPage("C")},
                  {u"navtreedata.js"_s,
                   "/* x */ var NAVTREE =\n[\n  [ \"Lib\", \"index.html\", [\n    [ \"Classes &lt;T&gt;\", "
                   "null, \"classes_dup\" ] ] ]\n];\nvar NAVTREEINDEX = [\n];"},
@@ -293,9 +224,9 @@ static void addScriptLists()
                   "var searchData=\n[\n  ['it\\'s_0',['it&#39;s',['../c.html#i',1,'C']]]\n];"}}
         << u"Lib=index.html\n.Classes <T>=\n..C=c.html\n"_s << u"C=c.html\nit's=c.html#i\nsize=c.html#s"_s;
     QTest::newRow("javadoc")
-        << Pages{{u"index.html"_s, page("API")},
-                 {u"m/p/q/T.html"_s, page("T")},
-                 {u"m/p/q/package-summary.html"_s, page("q")},
+        << Pages{{u"index.html"_s, titledPage("API")},
+                 {u"m/p/q/T.html"_s, titledPage("T")},
+                 {u"m/p/q/package-summary.html"_s, titledPage("q")},
                  {u"package-search-index.js"_s,
                   R"(packageSearchIndex = [{"m":"m","l":"p.q"}];updateSearchResults();)"},
                  {u"type-search-index.js"_s,
@@ -316,10 +247,11 @@ static void addIndexPage()
         keywords += u"word%1=a.html#%1\n"_s.arg(10 + i);
     }
     QTest::newRow("an index page")
-        << Pages{{u"index.html"_s, page("Book", "<div class='toc'><dl><dt>" + linkTo("a.html", "A") + "<dt>" +
-                                                    linkTo("bookindex.html", "Index") + "</dl></div>")},
-                 {u"a.html"_s, page("a")},
-                 {u"bookindex.html"_s, page("Index", "<dl>" + entries + "</dl>")}}
+        << Pages{{u"index.html"_s,
+                  titledPage("Book", "<div class='toc'><dl><dt>" + linkTo("a.html", "A") + "<dt>" +
+                                         linkTo("bookindex.html", "Index") + "</dl></div>")},
+                 {u"a.html"_s, titledPage("a")},
+                 {u"bookindex.html"_s, titledPage("Index", "<dl>" + entries + "</dl>")}}
         << u"Book=index.html\n.A=a.html\n.Index=bookindex.html\n"_s << keywords.trimmed();
 }
 
@@ -329,6 +261,7 @@ void SourcesTest::folder_data()
     QTest::addColumn<QString>("rows");
     QTest::addColumn<QString>("keywords");
     addPlainFolders();
+    addFoldersInFolders();
     addSphinx();
     addScriptLists();
     addIndexPage();
@@ -350,6 +283,29 @@ void SourcesTest::folder()
     QVERIFY(set->problems().empty());
 }
 
+/// Pages are called by their files until they have been read.
+void SourcesTest::titlesBehindTheTree()
+{
+    TemporaryFiles files;
+    files.write(u"set/a.html"_s, titledPage("First"));
+    files.write(u"set/b.html"_s, titledPage("Second"));
+    HelpLibrary library;
+    const QString folder = files.path(u"set"_s);
+    int retitled = 0;
+    connect(&library, &HelpLibrary::rowsRetitled, this, [&] { ++retitled; });
+    QStringList atFirst;
+    library.readContents(
+        folder, [] { return nullptr; },
+        [&](const HelpLibrary::Loaded& loaded) {
+            atFirst = rowsOf(library.helpSet(*loaded.root), folder).split(u'\n');
+        });
+    QTRY_VERIFY(!library.isBusy());
+    QCOMPARE(atFirst.value(1), u".b.html=/b.html"_s);
+    QCOMPARE(retitled, 1);
+    QCOMPARE(rowsOf(library.helpSet(*library.roots().front()), folder).split(u'\n').value(1),
+             u".Second=/b.html"_s);
+}
+
 void SourcesTest::place_data()
 {
     QTest::addColumn<QString>("name");
@@ -360,6 +316,9 @@ void SourcesTest::place_data()
     QTest::newRow("start page") << u"doc/index.html"_s << u"doc"_s << u"doc/index.html"_s;
     QTest::newRow("folder") << u"doc"_s << u"doc"_s << QString();
     QTest::newRow("folder of a package") << u"package"_s << u"package/html"_s << QString();
+    QTest::newRow("folder that passes on") << u"moved"_s << u"moved/html"_s << QString();
+    QTest::newRow("page in it") << u"moved/html/index.html"_s << u"moved/html"_s
+                                << u"moved/html/index.html"_s;
     QTest::newRow("page of a book") << u"book/p.html"_s << u"book/b.devhelp2"_s << u"book/p.html"_s;
     QTest::newRow("anything else") << u"none"_s << u"none"_s << QString();
 }
@@ -376,6 +335,8 @@ void SourcesTest::place()
         QVERIFY(QDir().mkpath(QFileInfo(files.path(file)).path()));
         files.write(file, "x");
     }
+    files.write(u"moved/index.html"_s, "<META HTTP-EQUIV=\"REFRESH\" CONTENT=\"0;url=html/index.html#x\">");
+    files.write(u"moved/html/index.html"_s, "x");
     const auto found = placeOf(files.path(name));
     QCOMPARE(found.helpSet, files.path(helpSet));
     QCOMPARE(found.page, page.isNull() ? QString() : files.path(page));
@@ -386,7 +347,7 @@ void SourcesTest::registered()
     TemporaryFiles files;
     const QByteArray root = files.path({}).toUtf8();
     QVERIFY(QDir().mkpath(files.path(u"html"_s)));
-    files.write(u"html/index.html"_s, page("Start"));
+    files.write(u"html/index.html"_s, titledPage("Start"));
     files.write(u"a.txt"_s, "text");
     const QByteArray head =
         "Document: d\nTitle: The Document\nAbstract: of\n something\nSection: Programming\n\n";

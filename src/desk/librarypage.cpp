@@ -41,6 +41,7 @@ QString asToolTip(const QString& text)
 LibraryPage::LibraryPage(QWidget* parent)
     : QWidget(parent), m_heading(new QLabel(tr("Library"), this)), m_hint(new QLabel(this)),
       m_notices(new QLabel(this)), m_addButton(new QPushButton(tr("&Add Contents..."), this)),
+      m_machineButton(new QPushButton(tr("Documentation on &This Machine..."), this)),
       m_sessionButton(new QPushButton(this)), m_manualButton(new QPushButton(tr("Quenda &Manual"), this)),
       m_filter(new QLineEdit(this)), m_list(new LibraryList(this)), m_rest(new QWidget(this)),
       m_openButton(new QPushButton(tr("&Open"), this)),
@@ -74,6 +75,7 @@ void LibraryPage::buildLayout()
 {
     auto* first = new QHBoxLayout;
     first->addWidget(m_addButton);
+    first->addWidget(m_machineButton);
     first->addWidget(m_manualButton);
     first->addStretch(1);
     auto* last = new QHBoxLayout;
@@ -105,6 +107,7 @@ void LibraryPage::buildLayout()
 void LibraryPage::connectParts()
 {
     connect(m_addButton, &QPushButton::clicked, this, &LibraryPage::addRequested);
+    connect(m_machineButton, &QPushButton::clicked, this, &LibraryPage::machineRequested);
     connect(m_manualButton, &QPushButton::clicked, this, &LibraryPage::manualRequested);
     connect(m_sessionButton, &QPushButton::clicked, this, &LibraryPage::sessionRequested);
     connect(m_clearButton, &QPushButton::clicked, this, &LibraryPage::clearRequested);

@@ -40,6 +40,8 @@ Q_SIGNALS:
     void removeRequested(LibraryEntry::Kind kind, const QString& fileName);
     void searchRequested(const QString& fileName);
     void addRequested();
+    /// The user wants to see what is on the machine.
+    void machineRequested();
     void manualRequested();
     void sessionRequested();
     void clearRequested();
@@ -60,6 +62,7 @@ private:
     QLabel* m_hint; ///< while nothing is open
     QLabel* m_notices;
     QPushButton* m_addButton;
+    QPushButton* m_machineButton;
     QPushButton* m_sessionButton;
     QPushButton* m_manualButton;
     QLineEdit* m_filter;

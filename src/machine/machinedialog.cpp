@@ -10,6 +10,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QPushButton>
 #include <QScreen>
 #include <QTreeWidget>
@@ -23,7 +24,7 @@ constexpr auto FoldersKey = "machineFolders";
 constexpr QSize StartSize(760, 520);
 constexpr int NarrowList = 520; // pixels; below, there is no room for places
 
-enum Column { Title, Kind, Place };
+enum Column { Title, Kind, Pages, Place };
 
 QStringList userFolders()
 {
@@ -60,12 +61,14 @@ void MachineDialog::build()
     m_filter->setClearButtonEnabled(true);
     m_filter->installEventFilter(this);
     m_list = new QTreeWidget(this);
-    m_list->setHeaderLabels({tr("Documentation"), tr("Kind"), tr("Place")});
+    m_list->setHeaderLabels({tr("Documentation"), tr("Kind"), tr("Pages"), tr("Place")});
     m_list->setRootIsDecorated(false);
     m_list->setUniformRowHeights(true);
     m_list->setAllColumnsShowFocus(true);
     m_list->setTextElideMode(Qt::ElideMiddle);
     m_list->header()->setSectionResizeMode(Kind, QHeaderView::ResizeToContents);
+    m_list->header()->setSectionResizeMode(Pages, QHeaderView::ResizeToContents);
+    m_list->headerItem()->setTextAlignment(Pages, Qt::AlignRight | Qt::AlignVCenter);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_list->setAccessibleName(tr("Documentation"));
     m_state = new QLabel(this);
@@ -115,10 +118,12 @@ void MachineDialog::show(const std::vector<MachineSet>& sets)
 {
     QList<QTreeWidgetItem*> items;
     for (const auto& set : sets) {
-        auto* item = new QTreeWidgetItem({set.title.simplified(), set.kind, set.name});
+        auto* item =
+            new QTreeWidgetItem({set.title.simplified(), set.kind, QLocale().toString(set.pages), set.name});
         const bool isOpen = m_open.contains(set.name);
         item->setData(Title, Qt::UserRole, set.name);
         item->setToolTip(Place, QStringLiteral("<span>%1</span>").arg(set.name.toHtmlEscaped()));
+        item->setTextAlignment(Pages, Qt::AlignRight | Qt::AlignVCenter);
         item->setCheckState(Title, isOpen ? Qt::Checked : Qt::Unchecked);
         item->setDisabled(isOpen);
         items.append(item);
@@ -217,8 +222,8 @@ void MachineDialog::fitColumns()
     const int width = m_list->viewport()->width();
     const bool isNarrow = width < NarrowList;
     m_list->setColumnHidden(Place, isNarrow);
-    const int kind = m_list->columnWidth(Kind);
-    m_list->setColumnWidth(Title, isNarrow ? width - kind : (width - kind) * 3 / 5);
+    const int others = m_list->columnWidth(Kind) + m_list->columnWidth(Pages);
+    m_list->setColumnWidth(Title, isNarrow ? width - others : (width - others) * 3 / 5);
 }
 
 /// In the filter line the arrow keys go through the list.

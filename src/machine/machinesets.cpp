@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "machine/machinesets.h"
 
+#include "machine/machinecache.h"
 #include "sources/registereddocument.h"
 #include "sources/sources.h"
 
@@ -17,7 +18,10 @@ constexpr size_t MostSets = 10'000;
 
 class Finder {
 public:
-    Finder(const MachinePlaces& places, const std::stop_token& stop) : m_places(places), m_stop(stop) {}
+    Finder(const MachinePlaces& places, const std::stop_token& stop)
+        : m_places(places), m_stop(stop), m_cache(places.cacheFile)
+    {
+    }
 
     std::vector<MachineSet> find()
     {
@@ -38,10 +42,12 @@ public:
             addFiles(folder, QStringLiteral("*.devhelp2"));
             addFolders(folder);
         }
-        std::sort(m_sets.begin(), m_sets.end(), [](const auto& a, const auto& b) {
+        m_cache.save();
+        auto sets = withoutFoldersOfBooks();
+        std::sort(sets.begin(), sets.end(), [](const auto& a, const auto& b) {
             return QString::compare(a.title, b.title, Qt::CaseInsensitive) < 0;
         });
-        return std::move(m_sets);
+        return sets;
     }
 
 private:
@@ -76,9 +82,7 @@ private:
     void addFolders(const QString& folder)
     {
         for (const auto& name : entries(folder, QStringLiteral("*"), QDir::Dirs)) {
-            if (!sourceError(folder + u'/' + name)) {
-                add(folder + u'/' + name, {}, {});
-            }
+            add(folder + u'/' + name, {}, {});
         }
     }
 
@@ -89,28 +93,75 @@ private:
         return QFileInfo::exists(packed) ? packed : helpSet;
     }
 
+    MachineCache::Place look(const QString& name)
+    {
+        if (auto known = m_cache.find(name)) {
+            return *known;
+        }
+        MachineCache::Place place;
+        if (!sourceError(name)) {
+            place.helpSet = richest(placeOf(name).helpSet);
+            place.title = sourceTitle(place.helpSet);
+            place.title = place.title == place.helpSet ? QString() : place.title.simplified();
+            place.folder = QFileInfo(pagesFolder(place.helpSet)).canonicalFilePath();
+            place.pages = pageCount(place.helpSet, m_stop);
+        }
+        if (!m_stop.stop_requested()) {
+            m_cache.insert(name, place);
+        }
+        return place;
+    }
+
     void add(const QString& name, const QString& title, const QString& section)
     {
-        if (m_stop.stop_requested() || m_sets.size() >= MostSets || sourceError(name)) {
+        if (m_stop.stop_requested() || m_found.size() >= MostSets) {
             return;
         }
-        const QString helpSet = richest(placeOf(name).helpSet);
-        const QString canonical = QFileInfo(helpSet).canonicalFilePath();
-        if (canonical.isEmpty() || m_known.contains(canonical)) {
+        const auto place = look(name);
+        const QString canonical = QFileInfo(place.helpSet).canonicalFilePath();
+        if (place.helpSet.isEmpty() || canonical.isEmpty() || m_known.contains(canonical)) {
             return;
         }
         m_known.insert(canonical);
-        const QString own = sourceTitle(helpSet);
         // What a set of many documents calls itself says more than the name of one of them.
-        const QString shown = own == helpSet || own.size() < ShortTitle ? title : own;
-        m_sets.push_back({shown.isEmpty() ? own : shown, sourceKindName(helpSet), helpSet, section});
+        const QString shown = place.title.size() < ShortTitle ? title : place.title;
+        const QString own = place.title.isEmpty() ? place.helpSet : place.title;
+        m_found.push_back({{shown.isEmpty() ? own : shown, sourceKindName(place.helpSet), place.helpSet,
+                            section, place.pages},
+                           place.folder,
+                           place.folder == canonical});
     }
+
+    /// Of a book and the folder of its pages, the book is the richer one.
+    std::vector<MachineSet> withoutFoldersOfBooks()
+    {
+        QSet<QString> ofBooks;
+        for (const auto& found : m_found) {
+            if (!found.isFolder && !found.folder.isEmpty()) {
+                ofBooks.insert(found.folder);
+            }
+        }
+        std::vector<MachineSet> sets;
+        for (auto& found : m_found) {
+            if (!found.isFolder || !ofBooks.contains(found.folder)) {
+                sets.push_back(std::move(found.set));
+            }
+        }
+        return sets;
+    }
+
+    struct Found {
+        MachineSet set;
+        QString folder; ///< of its pages, canonical; empty for none
+        bool isFolder;  ///< the set is that folder
+    };
 
     static constexpr qsizetype ShortTitle = 8; ///< characters; such as "Index"
 
     const MachinePlaces& m_places;
     const std::stop_token& m_stop;
-    std::vector<MachineSet> m_sets;
+    MachineCache m_cache;
+    std::vector<Found> m_found;
     QSet<QString> m_known; ///< canonical paths
 };
 
@@ -124,7 +175,7 @@ MachinePlaces machinePlaces(const QStringList& userFolders)
             data.append(folder);
         }
     }
-    return {data, userFolders};
+    return {data, userFolders, MachineCache::usualFile()};
 }
 
 std::vector<MachineSet> findMachineSets(const MachinePlaces& places, const std::stop_token& stop)

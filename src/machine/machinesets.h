@@ -13,12 +13,14 @@ struct MachineSet {
     QString kind; ///< for people
     QString name; ///< file or folder to open
     QString section;
+    int pages = 0; ///< about
 };
 
 /// Where to look.
 struct MachinePlaces {
     QStringList dataFolders; ///< such as /usr/share
     QStringList userFolders; ///< whatever is directly in them, and they themselves
+    QString cacheFile = {};  ///< see MachineCache
 };
 
 /// Of this machine and the user.

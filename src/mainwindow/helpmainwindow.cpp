@@ -152,6 +152,7 @@ void HelpMainWindow::connectKeeper()
     connect(m_desk, &Desk::libraryShown, m_keeper, &LibraryKeeper::keep);
     connect(m_keeper, &LibraryKeeper::wished, this, &HelpMainWindow::fulfil);
     connect(m_keeper, &LibraryKeeper::addRequested, this, &HelpMainWindow::addContents);
+    connect(m_keeper, &LibraryKeeper::machineRequested, m_actions.fileMachineAction, &QAction::trigger);
     connect(m_keeper, &LibraryKeeper::manualRequested, this, &HelpMainWindow::helpManual);
     connect(m_keeper, &LibraryKeeper::removeRequested, this, &HelpMainWindow::removeContents);
     connect(m_keeper, &LibraryKeeper::installedChanged, m_contentsFiles, &ContentsFiles::buildInstalledMenu);

@@ -61,6 +61,7 @@ void LibraryKeeper::connectPage(LibraryPage& page)
     connect(&page, &LibraryPage::installRequested, this, &LibraryKeeper::install);
     connect(&page, &LibraryPage::removeRequested, this, &LibraryKeeper::remove);
     connect(&page, &LibraryPage::addRequested, this, &LibraryKeeper::addRequested);
+    connect(&page, &LibraryPage::machineRequested, this, &LibraryKeeper::machineRequested);
     connect(&page, &LibraryPage::manualRequested, this, &LibraryKeeper::manualRequested);
     connect(&page, &LibraryPage::clearRequested, this, [this] {
         OpenedSets::clear();

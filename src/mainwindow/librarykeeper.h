@@ -41,6 +41,7 @@ public:
 Q_SIGNALS:
     void wished(const Wish& wish);
     void addRequested();
+    void machineRequested();
     void manualRequested();
     void removeRequested(int menuId);
     /// The installed contents list is another one.

@@ -30,6 +30,12 @@ QString DevhelpSource::title(const QString& fileName)
     return source.openBook() ? source.m_title : QString();
 }
 
+QString DevhelpSource::folder(const QString& fileName)
+{
+    DevhelpSource source(fileName);
+    return source.openBook() ? source.m_directory.chopped(1) : QString();
+}
+
 /// Reads the book's own element.
 bool DevhelpSource::openBook()
 {

@@ -18,6 +18,8 @@ public:
     explicit DevhelpSource(const QString& fileName);
 
     [[nodiscard]] static QString title(const QString& fileName);
+    /// Of its pages, without "/" at its end; null when the file is no book.
+    [[nodiscard]] static QString folder(const QString& fileName);
     [[nodiscard]] ContentsOutline readContents(const std::stop_token& stop) override;
     void readKeywords(KeywordSink& sink, const std::stop_token& stop) override;
 

@@ -52,7 +52,11 @@ std::vector<FolderRow> FolderContents::rows()
     for (const auto& row : listed) {
         m_named.insert(withoutAnchor(row.page));
     }
-    addExpanded(std::move(listed));
+    if (m_isListComplete) {
+        m_rows = std::move(listed);
+    } else {
+        addExpanded(std::move(listed));
+    }
     addBranches();
     addCrates();
     addOthers();
@@ -81,11 +85,13 @@ std::vector<FolderRow> FolderContents::listedRows()
             }
         }
         if (!rows.empty()) {
+            m_isListComplete = true;
             return rows;
         }
     }
     const QString javadoc = QStringLiteral("type-search-index.js");
     if (m_files.lists(javadoc).contains(javadoc)) {
+        m_isListComplete = true;
         return javadocRows(m_files, javadoc);
     }
     std::vector<FolderRow> best;
@@ -126,15 +132,31 @@ void FolderContents::addExpanded(std::vector<FolderRow> rows)
     }
 }
 
+/// What readers of a folder in the folder begin with has its contents, as the first page of all has those of
+/// all.
+bool FolderContents::isFirstOfFolder(const QString& page) const
+{
+    const QString folder = folderOf(page);
+    return !folder.isEmpty() && startPageNames().contains(page.sliced(folder.size())) &&
+           m_files.lists(QStringLiteral("search-index.js")).isEmpty();
+}
+
 std::vector<FolderRow> FolderContents::unknownRows(const QString& page)
 {
-    if (!mayHaveContents(m_files.bytes(page))) {
+    constexpr qint64 mostBytes = 200'000'000; // of pages that are looked through
+    constexpr int mostFolders = 500;
+    const QByteArray bytes = m_bytesLookedAt < mostBytes ? m_files.bytes(page) : QByteArray();
+    m_bytesLookedAt += bytes.size();
+    const bool isFirst = isFirstOfFolder(page) && m_foldersLookedAt < mostFolders;
+    m_foldersLookedAt += isFirst ? 1 : 0;
+    if (!isFirst && !mayHaveContents(bytes)) {
         return {};
     }
-    auto rows = linkedRows(m_files, page, ContentsScope::Lists);
+    auto rows = linkedRows(m_files, page, isFirst ? ContentsScope::Page : ContentsScope::Lists);
     std::erase_if(rows, [&](const auto& row) {
         const QString target = withoutAnchor(row.page);
-        const bool isKnown = m_named.contains(target) || target.isEmpty();
+        const bool isKnown =
+            m_named.contains(target) || target.isEmpty() || (isFirst && !target.startsWith(folderOf(page)));
         m_named.insert(target);
         return isKnown;
     });

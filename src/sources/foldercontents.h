@@ -19,11 +19,15 @@ private:
     void addOthers();
     void addBranch(const QString& folder, const std::vector<FolderRow>& rows);
     void add(FolderRow row);
+    [[nodiscard]] bool isFirstOfFolder(const QString& page) const;
     [[nodiscard]] std::vector<FolderRow> unknownRows(const QString& page);
 
     const FolderFiles& m_files;
     const std::stop_token& m_stop;
     std::vector<FolderRow> m_rows;
+    bool m_isListComplete = false; ///< the generator's list says all that there is to say
+    qint64 m_bytesLookedAt = 0;
+    int m_foldersLookedAt = 0;
     QSet<QString> m_named; ///< pages without their anchors
 };
 

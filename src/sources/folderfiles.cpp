@@ -8,8 +8,14 @@
 #include "sources/pagefiles.h"
 
 #include <QDir>
-#include <QFileInfo>
+#include <QFile>
 #include <QUrl>
+
+#include <dirent.h>
+#include <memory>
+#include <set>
+#include <sys/stat.h>
+#include <utility>
 
 namespace {
 
@@ -34,6 +40,48 @@ QString beginning(const QString& text, QLatin1StringView end)
     return position < 0 ? text : text.first(position);
 }
 
+/// What is in a folder of the file system, sorted by names.
+struct Folder {
+    dev_t device = 0;
+    ino_t inode = 0;
+    QStringList files;
+    QStringList folders;
+    bool isLimited = false; ///< there are more files than were wanted
+};
+
+/// Many files are looked through, so the system is asked about those only of which it does not say at once
+/// what they are.
+Folder readFolder(const QString& path, int mostFiles)
+{
+    Folder folder;
+    const std::unique_ptr<DIR, int (*)(DIR*)> dir(::opendir(QFile::encodeName(path).constData()), ::closedir);
+    struct stat state = {};
+    if (dir == nullptr || ::fstat(::dirfd(dir.get()), &state) != 0) {
+        return folder;
+    }
+    folder.device = state.st_dev;
+    folder.inode = state.st_ino;
+    while (const auto* entry = ::readdir(dir.get())) { // NOLINT(concurrency-mt-unsafe): a stream of its own
+        const bool isKnown = entry->d_type == DT_REG || entry->d_type == DT_DIR;
+        if (entry->d_name[0] == '.' ||
+            (!isKnown && ::fstatat(::dirfd(dir.get()), entry->d_name, &state, 0) != 0)) {
+            continue;
+        }
+        const QString name = QFile::decodeName(entry->d_name);
+        if (entry->d_type == DT_DIR || (!isKnown && S_ISDIR(state.st_mode))) {
+            folder.folders.append(name);
+        } else if (entry->d_type == DT_REG || S_ISREG(state.st_mode)) {
+            folder.isLimited = folder.isLimited || folder.files.size() >= mostFiles;
+            if (!folder.isLimited) {
+                folder.files.append(name);
+            }
+        }
+    }
+    folder.files.sort();
+    folder.folders.sort();
+    return folder;
+}
+
 QString textOf(const HtmlNode* element)
 {
     std::string text;
@@ -53,33 +101,31 @@ FolderFiles::FolderFiles(const QString& root, const std::stop_token& stop) : m_r
 
 void FolderFiles::walk(const std::stop_token& stop)
 {
-    struct Folder {
+    struct Waiting {
         QString name; ///< empty, or ends with "/"
         int depth;
     };
-    std::vector<Folder> waiting{{{}, 0}};
-    QSet<QString> visited;
+    std::vector<Waiting> waiting{{{}, 0}};
+    std::set<std::pair<dev_t, ino_t>> visited;
     int seen = 0;
     for (size_t i = 0; i < waiting.size() && !stop.stop_requested(); ++i) {
-        const Folder folder = waiting[i];
-        const QDir dir(m_root + folder.name);
-        const QString canonical = dir.canonicalPath();
-        if (visited.contains(canonical)) {
+        const auto current = waiting[i];
+        auto folder = readFolder(m_root + current.name, MaximumFiles - seen);
+        if (!visited.emplace(folder.device, folder.inode).second) {
             continue;
         }
-        visited.insert(canonical);
-        for (const auto& entry : dir.entryList(QDir::Files, QDir::Name)) {
-            if (++seen > MaximumFiles) {
-                m_isLimited = true;
-                return;
-            }
-            addFile(folder.name, entry);
+        seen += int(folder.files.size());
+        if (folder.isLimited) {
+            m_isLimited = true;
+            return;
         }
-        const auto folders = folder.depth < DeepestFolder
-                                 ? dir.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name)
-                                 : QStringList();
-        for (const auto& entry : folders) {
-            waiting.push_back({folder.name + entry + u'/', folder.depth + 1});
+        for (const auto& file : std::as_const(folder.files)) {
+            addFile(current.name, file);
+        }
+        for (const auto& name : std::as_const(folder.folders)) {
+            if (current.depth < DeepestFolder) {
+                waiting.push_back({current.name + name + u'/', current.depth + 1});
+            }
         }
     }
 }

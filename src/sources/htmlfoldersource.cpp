@@ -13,6 +13,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -55,7 +56,22 @@ QString folderTitle(const QString& folder)
     return name == u"html" || name == u"doc" ? QFileInfo(info.path()).fileName() : name;
 }
 
-std::vector<FolderKeyword> keywordsOf(const FolderFiles& files, const std::stop_token& stop)
+/// Where hardly anything has a keyword, pages are looked up by their titles.
+void addTitles(const std::vector<FolderRow>& rows, std::vector<FolderKeyword>& keywords)
+{
+    QSet<QString> known;
+    for (const auto& keyword : keywords) {
+        known.insert(keyword.page);
+    }
+    for (const auto& row : rows) {
+        if (!row.page.isEmpty() && !row.title.isEmpty() && !known.contains(row.page)) {
+            keywords.push_back({row.title, row.page, -1});
+        }
+    }
+}
+
+std::vector<FolderKeyword> keywordsOf(const FolderFiles& files, const std::vector<FolderRow>& rows,
+                                      const std::stop_token& stop)
 {
     std::vector<FolderKeyword> keywords;
     using Add = void (*)(const FolderFiles&, const QString&, std::vector<FolderKeyword>&);
@@ -72,6 +88,12 @@ std::vector<FolderKeyword> keywordsOf(const FolderFiles& files, const std::stop_
         }
     }
     addIndexPages(files, keywords, stop);
+    const bool hasList = std::any_of(kinds.begin(), kinds.end(), [&](const auto& kind) {
+        return !files.lists(QLatin1StringView(kind.first)).isEmpty();
+    });
+    if (!hasList && keywords.size() < size_t(files.pages().size())) {
+        addTitles(rows, keywords);
+    }
     return keywords;
 }
 
@@ -109,14 +131,11 @@ ContentsOutline HtmlFolderSource::readContents(const std::stop_token& stop)
         builder.note(Problem::Severity::Error, tr("The folder has no HTML pages"));
     } else {
         builder.add(0, m_title, start);
-        for (const auto& row : FolderContents(files, stop).rows()) {
-            if (!builder.add(row.level + 1, row.title, row.page)) {
-                break;
-            }
-            if (row.isUntitled) {
-                m_untitled.emplace_back(int(builder.rows().size()) - 1, row.page);
-            }
-        }
+        m_rows = FolderContents(files, stop).rows();
+        const auto isRefused = [&](const FolderRow& row) {
+            return !builder.add(row.level + 1, row.title, row.page);
+        };
+        m_rows.erase(std::find_if(m_rows.begin(), m_rows.end(), isRefused), m_rows.end());
     }
     if (files.isLimited()) {
         builder.note(
@@ -133,12 +152,13 @@ void HtmlFolderSource::readKeywords(KeywordSink& sink, const std::stop_token& st
     if (!m_files) {
         return;
     }
-    for (const auto& [row, page] : std::exchange(m_untitled, {})) {
-        if (!stop.stop_requested()) {
-            sink.retitle(row, m_files->title(page));
+    for (size_t i = 0; i < m_rows.size() && !stop.stop_requested(); ++i) {
+        if (m_rows[i].isUntitled) {
+            m_rows[i].title = m_files->title(m_rows[i].page);
+            sink.retitle(int(i) + 1, m_rows[i].title);
         }
     }
-    const auto keywords = keywordsOf(*m_files, stop);
+    const auto keywords = keywordsOf(*m_files, std::exchange(m_rows, {}), stop);
     const KeywordFile file{m_folder, m_files->root(), m_title, m_folder, 0};
     sink.begin(file, keywords.size());
     KeywordTexts texts(sink);

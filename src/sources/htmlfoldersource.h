@@ -21,7 +21,7 @@ public:
 private:
     QString m_folder; ///< without "/" at its end
     QString m_title;
-    std::vector<std::pair<int, QString>> m_untitled; ///< rows and their pages
+    std::vector<FolderRow> m_rows; ///< those behind the first one
     std::optional<FolderFiles> m_files;
 };
 

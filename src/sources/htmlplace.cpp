@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -20,18 +21,32 @@ bool isBeginning(const QDir& dir)
            dir.exists(QStringLiteral("objects.inv")) || dir.exists(QStringLiteral("contents.html"));
 }
 
-/// Folders of all users and all packages are no help set, whatever lies in them.
-bool isCommon(const QString& path)
+/// The page that a folder's first page passes its readers on to at once; null for none.
+QString passedOnTo(const QString& folder)
 {
-    static const QStringList common{QStringLiteral("/"),
-                                    QStringLiteral("/usr"),
-                                    QStringLiteral("/usr/share"),
-                                    QStringLiteral("/usr/share/doc"),
-                                    QStringLiteral("/home"),
-                                    QStringLiteral("/tmp"),
-                                    QStringLiteral("/usr/share/gtk-doc/html"),
-                                    QDir::homePath()};
-    return common.contains(path);
+    constexpr qint64 longest = 4096; // bytes of a page that does nothing else
+    static const QRegularExpression refresh(
+        QStringLiteral("<meta[^>]*http-equiv=[\"']?refresh[^>]*url=\\s*([^\"'>\\s]+)"),
+        QRegularExpression::CaseInsensitiveOption);
+    for (const auto* name : {"/index.html", "/index.htm"}) {
+        const QString page = folder + QLatin1StringView(name);
+        const auto read = QFileInfo(page).size() < longest ? readRegularFile(page, longest)
+                                                           : Result<QByteArray, FileError>(QByteArray());
+        const auto match = refresh.match(read.ok() ? QString::fromUtf8(read.value()) : QString());
+        const QString target = QDir::cleanPath(folder + u'/' + match.captured(1).section(u'#', 0, 0));
+        if (match.hasMatch() && QFileInfo(target).isFile()) {
+            return target;
+        }
+    }
+    return {};
+}
+
+/// Where another folder in this one holds what there is.
+QString folderPassedOnTo(const QString& folder)
+{
+    const QString page = passedOnTo(folder);
+    const QString other = page.isEmpty() ? QString() : QFileInfo(page).path();
+    return other.startsWith(folder + u'/') ? other : QString();
 }
 
 /// The outermost folder around a page with which readers can begin, else its own.
@@ -39,8 +54,8 @@ QString rootOf(const QString& folder)
 {
     QString root = folder;
     QString path = folder;
-    for (int step = 0; step < MostSteps && !isCommon(path); ++step) {
-        root = isBeginning(QDir(path)) ? path : root;
+    for (int step = 0; step < MostSteps && !isCommonFolder(path); ++step) {
+        root = isBeginning(QDir(path)) && folderPassedOnTo(path).isNull() ? path : root;
         path = QFileInfo(path).path();
     }
     return root;
@@ -75,12 +90,27 @@ QString folderWithPages(const QString& folder)
 
 } // namespace
 
+bool isCommonFolder(const QString& path)
+{
+    static const QStringList common{QStringLiteral("/"),
+                                    QStringLiteral("/usr"),
+                                    QStringLiteral("/usr/share"),
+                                    QStringLiteral("/usr/share/doc"),
+                                    QStringLiteral("/home"),
+                                    QStringLiteral("/tmp"),
+                                    QStringLiteral("/usr/share/gtk-doc/html"),
+                                    QDir::homePath()};
+    return common.contains(path);
+}
+
 HelpSetPlace htmlPlaceOf(const QString& fileName)
 {
     const QString path = absoluteFilePath(fileName);
     if (QFileInfo(path).isDir()) {
-        const QString folder = folderWithPages(path);
-        return {bookOf(folder.isEmpty() ? path : folder), {}};
+        QString folder = folderWithPages(path);
+        folder = folder.isEmpty() ? path : folder;
+        const QString other = folderPassedOnTo(folder);
+        return {bookOf(other.isNull() ? folder : other), {}};
     }
     return {bookOf(rootOf(QFileInfo(path).path())), path};
 }

@@ -178,15 +178,27 @@ QString QchFile::version()
     return firstText("SELECT Value FROM MetaDataTable WHERE Name = 'version' LIMIT 1");
 }
 
+int QchFile::pageCount()
+{
+    const auto statement = prepare("SELECT count(*) FROM FileNameTable WHERE Name LIKE '%.htm%'");
+    return step(statement) ? ::sqlite3_column_int(statement.get(), 0) : 0;
+}
+
 void QchFile::keywords(const std::function<bool(const Keyword&)>& use)
 {
-    const auto statement = prepare(
-        "SELECT i.Name, f.Name, i.Anchor FROM IndexTable i JOIN (SELECT FileId, min(Name) AS Name FROM "
-        "FileNameTable GROUP BY FileId) f ON f.FileId = i.FileId ORDER BY i.Id");
+    QHash<qint64, QString> pages;
+    const auto names = prepare("SELECT FileId, Name FROM FileNameTable");
+    while (step(names)) {
+        QString& page = pages[::sqlite3_column_int64(names.get(), 0)];
+        const QString name = text(names, 1);
+        page = page.isNull() ? name : std::min(page, name);
+    }
+    const auto statement = prepare("SELECT Name, FileId, Anchor FROM IndexTable ORDER BY Id");
     while (step(statement)) {
         const QString anchor = text(statement, 2);
-        const QString page = text(statement, 1);
-        if (!use({text(statement, 0), anchor.isEmpty() ? page : page + u'#' + anchor})) {
+        const QString page = pages.value(::sqlite3_column_int64(statement.get(), 1));
+        const bool isWanted = !page.isNull();
+        if (isWanted && !use({text(statement, 0), anchor.isEmpty() ? page : page + u'#' + anchor})) {
             return;
         }
     }
@@ -246,7 +258,7 @@ Result<QByteArray, FileError> QchFile::read(const QString& name, qint64 most)
     }
     const qint64 size = qFromBigEndian<quint32>(data.data());
     if (size > LargestFile) {
-        return FileError::TooLarge;
+        return FileError::Unreadable; // the limit of files is another one
     }
     const auto bytes = inflated(data.sliced(head), Compression::Zlib, std::min(size, most), most < size);
     return bytes ? Result<QByteArray, FileError>(*bytes) : FileError::Unreadable;

@@ -30,6 +30,9 @@ public:
     [[nodiscard]] QString folder();
     [[nodiscard]] QString version();
 
+    /// How many of its files are pages.
+    [[nodiscard]] int pageCount();
+
     struct Keyword {
         QString name;
         QString page; ///< in the folder, with its anchor

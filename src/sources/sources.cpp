@@ -4,6 +4,7 @@
 #include "formats/helpsettitle.h"
 #include "formats/paths.h"
 #include "sources/devhelpsource.h"
+#include "sources/folderfiles.h"
 #include "sources/htmlfoldersource.h"
 #include "sources/htmlplace.h"
 #include "sources/nativesource.h"
@@ -15,6 +16,7 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QSet>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -87,31 +89,68 @@ std::unique_ptr<Source> open(const QString& fileName)
     return std::make_unique<Kind>(fileName);
 }
 
+QString noFolder(const QString& /*fileName*/)
+{
+    return {};
+}
+
+QString itself(const QString& fileName)
+{
+    return absoluteFilePath(fileName);
+}
+
+template <typename Kind>
+int namedPages(const QString& fileName, const std::stop_token& stop)
+{
+    const auto outline = Kind(fileName).readContents(stop);
+    QSet<QStringView> pages;
+    for (const auto& entry : outline.entries) {
+        if (entry.target == EntryTarget::Page) {
+            const qsizetype hash = entry.page.indexOf(u'#');
+            pages.insert(hash < 0 ? entry.page : entry.page.first(hash));
+        }
+    }
+    return int(pages.size());
+}
+
+int filesIn(const QString& folder, const std::stop_token& stop)
+{
+    return int(FolderFiles(getRightDir(folder), stop).pages().size());
+}
+
 struct SourceKind {
     const char* name;
     const char* patterns; ///< of file names; empty for none
     bool (*accepts)(const Candidate& candidate);
     std::unique_ptr<Source> (*open)(const QString& fileName);
     QString (*title)(const QString& fileName); ///< may be empty
+    int (*pages)(const QString& fileName, const std::stop_token& stop);
+    QString (*folder)(const QString& fileName) = noFolder; ///< with the pages
     std::unique_ptr<Package> (*openPackage)(const QString& fileName) = nullptr;
 };
 
 /// Files are asked for in this order. What is none of these is taken for a contents file.
 const std::array kinds{
-    SourceKind{QT_TRANSLATE_NOOP("Sources", "Contents File"), "*.cnt", isNative, open<NativeSource>,
-               getTitle},
+    SourceKind{QT_TRANSLATE_NOOP("Sources", "Contents File"), "*.cnt", isNative, open<NativeSource>, getTitle,
+               namedPages<NativeSource>},
     SourceKind{QT_TRANSLATE_NOOP("Sources", "Qt Help"), "*.qch", isQch, open<QchSource>, QchSource::title,
+               [](const QString& fileName, const std::stop_token&) { return QchFile(fileName).pageCount(); },
+               noFolder,
                [](const QString& fileName) -> std::unique_ptr<Package> {
                    auto file = std::make_unique<QchFile>(fileName);
                    return file->problem().isNull() ? std::move(file) : nullptr;
                }},
     SourceKind{QT_TRANSLATE_NOOP("Sources", "Devhelp Book"),
                "*.devhelp2 *.devhelp2.gz *.devhelp *.devhelp.gz", isDevhelp, open<DevhelpSource>,
-               DevhelpSource::title},
+               DevhelpSource::title,
+               [](const QString& fileName, const std::stop_token& stop) {
+                   return filesIn(DevhelpSource::folder(fileName), stop);
+               },
+               DevhelpSource::folder},
     SourceKind{QT_TRANSLATE_NOOP("Sources", "HTML"), "*.html *.htm *.xhtml", isHtml, open<HtmlFolderSource>,
-               HtmlFolderSource::title},
+               HtmlFolderSource::title, filesIn, itself},
     SourceKind{QT_TRANSLATE_NOOP("Sources", "Registered Document"), "", isRegistered, open<RegisteredSource>,
-               RegisteredSource::title},
+               RegisteredSource::title, namedPages<RegisteredSource>},
 };
 
 const SourceKind& kindOf(const Candidate& candidate)
@@ -197,6 +236,16 @@ std::optional<FileError> sourceError(const QString& fileName)
         return error;
     }
     return isForeign(candidate) ? std::optional(FileError::UnknownKind) : std::nullopt;
+}
+
+int pageCount(const QString& fileName, const std::stop_token& stop)
+{
+    return kindOf(Candidate(fileName)).pages(fileName, stop);
+}
+
+QString pagesFolder(const QString& fileName)
+{
+    return kindOf(Candidate(fileName)).folder(fileName);
 }
 
 QString sourceKindName(const QString& fileName)

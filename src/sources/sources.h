@@ -29,6 +29,10 @@ struct HelpSetPlace {
 [[nodiscard]] bool mayBeHelpSet(const QString& fileName);
 /// Why no help set can be opened there; none when it may be one.
 [[nodiscard]] std::optional<FileError> sourceError(const QString& fileName);
+/// How many pages a help set has, about. Looks at its list of files, so it belongs into a thread.
+[[nodiscard]] int pageCount(const QString& fileName, const std::stop_token& stop);
+/// The folder with the pages of a help set that has one of its own, without "/" at its end; else null.
+[[nodiscard]] QString pagesFolder(const QString& fileName);
 /// What a user knows the kind as, translated.
 [[nodiscard]] QString sourceKindName(const QString& fileName);
 /// One for each kind, for a file dialog, such as "Contents Files (*.cnt)".

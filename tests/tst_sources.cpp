@@ -190,6 +190,17 @@ static void addFoldersInFolders()
         << u"A=a.html\nOne=one/index.html\nX=one/x.html"_s;
 }
 
+static void addTexinfo()
+{
+    const QByteArray sections = "<ul class=\"section-toc\"><li>" + linkTo("Deep.html", "Deep") + "</ul>";
+    QTest::newRow("texinfo: contents of chapters")
+        << Pages{{u"index.html"_s, titledPage("Manual", "<div class='contents'><ul><li>" +
+                                                            linkTo("Top.html", "Top") + "</ul></div>")},
+                 {u"Top.html"_s, titledPage("top", sections)},
+                 {u"Deep.html"_s, titledPage("deep")}}
+        << u"Manual=index.html\n.Top=Top.html\n..Deep=Deep.html\n"_s << u"Deep=Deep.html\nTop=Top.html"_s;
+}
+
 static void addSphinx()
 {
     const QByteArray inventory =
@@ -262,6 +273,7 @@ void SourcesTest::folder_data()
     QTest::addColumn<QString>("keywords");
     addPlainFolders();
     addFoldersInFolders();
+    addTexinfo();
     addSphinx();
     addScriptLists();
     addIndexPage();

@@ -18,8 +18,8 @@ constexpr int MostTitles = 20'000; // that are read from pages
 /// Whether a page may have contents of its own; looked for before it is taken apart.
 bool mayHaveContents(const QByteArray& html)
 {
-    static constexpr std::array marks{"toctree-wrapper", "\"toc\"",     "\"contents\"",
-                                      "\"menu\"",        "summary-toc", "\"chapter\""};
+    static constexpr std::array marks{"toctree-wrapper", "\"toc\"",     "\"contents\"",   "\"menu\"",
+                                      "summary-toc",     "\"chapter\"", "\"section-toc\""};
     return std::any_of(marks.begin(), marks.end(), [&](const char* mark) { return html.contains(mark); });
 }
 

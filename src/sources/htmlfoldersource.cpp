@@ -91,7 +91,8 @@ std::vector<FolderKeyword> keywordsOf(const FolderFiles& files, const std::vecto
     const bool hasList = std::any_of(kinds.begin(), kinds.end(), [&](const auto& kind) {
         return !files.lists(QLatin1StringView(kind.first)).isEmpty();
     });
-    if (!hasList && keywords.size() < size_t(files.pages().size())) {
+    // The list may have nothing but places that are no keywords.
+    if (keywords.empty() || (!hasList && keywords.size() < size_t(files.pages().size()))) {
         addTitles(rows, keywords);
     }
     return keywords;

@@ -33,7 +33,7 @@ QString passedOnTo(const QString& folder)
         const auto read = QFileInfo(page).size() < longest ? readRegularFile(page, longest)
                                                            : Result<QByteArray, FileError>(QByteArray());
         const auto match = refresh.match(read.ok() ? QString::fromUtf8(read.value()) : QString());
-        const QString target = QDir::cleanPath(folder + u'/' + match.captured(1).section(u'#', 0, 0));
+        QString target = QDir::cleanPath(folder + u'/' + match.captured(1).section(u'#', 0, 0));
         if (match.hasMatch() && QFileInfo(target).isFile()) {
             return target;
         }

@@ -34,8 +34,8 @@ bool hasWord(std::string_view words, std::string_view wanted)
 /// Lists that say of themselves that they are contents.
 bool isContentsList(const HtmlNode& node)
 {
-    static constexpr std::array<std::string_view, 6> names{
-        "toctree-wrapper", "toc", "contents", "menu", "toc2", "summary-toc"};
+    static constexpr std::array<std::string_view, 7> names{
+        "toctree-wrapper", "toc", "contents", "menu", "toc2", "summary-toc", "section-toc"};
     static constexpr std::array<std::string_view, 6> elements{"div", "ul", "ol", "dl", "table", "nav"};
     if (!isOneOf(node.name, elements)) {
         return false;

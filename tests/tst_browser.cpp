@@ -7,9 +7,13 @@
 #include "testfiles.h"
 
 #include <QBuffer>
+#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QImage>
 #include <QImageReader>
+#include <QMenu>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -150,6 +154,8 @@ private Q_SLOTS:
     void homeForgetsTheWayForward();
     void clearLinks();
     void anchorTakesTheRowOfItsPage();
+    void pageMenu();
+    void escapedAnchors();
     void pageThatCannotBeShown_data();
     void pageThatCannotBeShown();
     void bookAndKeywordWithoutPage();
@@ -672,6 +678,65 @@ void TestBrowser::settingsKeepThePlace()
     f.browser.zoomIn();
     QCOMPARE(f.browser.font().pixelSize(), 21);
     QCOMPARE(f.browser.getFontSize(), 21);
+}
+
+/// What the menu of the page does, over a link and elsewhere.
+void TestBrowser::pageMenu()
+{
+    Fixture f(ThreePages);
+    f.files.write(QStringLiteral("page.html"), "<p><a href='two.html'>link</a></p><p>text</p>");
+    f.show("page.html");
+    f.browser.resize(400, 300);
+    f.browser.show();
+    const auto menuAt = [&](int position) {
+        QTextCursor cursor(f.browser.document());
+        cursor.setPosition(position);
+        const QPoint point = f.browser.cursorRect(cursor).center() + QPoint(3, 0);
+        auto* viewport = f.browser.viewport();
+        QContextMenuEvent event(QContextMenuEvent::Mouse, point, viewport->mapToGlobal(point));
+        QCoreApplication::sendEvent(viewport, &event);
+        return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    };
+    const auto choose = [&](int position, const QString& text) {
+        auto* menu = menuAt(position);
+        QVERIFY(menu != nullptr);
+        for (auto* entry : menu->actions()) {
+            if (entry->text().remove(u'&') == text) {
+                QVERIFY(entry->isEnabled());
+                entry->trigger();
+            }
+        }
+        menu->close();
+    };
+    choose(1, QStringLiteral("Copy Link Location"));
+    QCOMPARE(QApplication::clipboard()->text(), f.path("two.html"));
+    choose(6, QStringLiteral("Select All"));
+    QCOMPARE(f.browser.textCursor().selectedText().size(), 9);
+    choose(6, QStringLiteral("Copy"));
+    QCOMPARE(QApplication::clipboard()->text().simplified(), QStringLiteral("link text"));
+    QCOMPARE(menuAt(6)->actions().size(), 2);
+    // Its entries are about a page that is there.
+    const QPointer<QWidget> menu = QApplication::activePopupWidget();
+    f.show("one.html");
+    QVERIFY(menu == nullptr || !menu->isVisible());
+    f.show("page.html");
+    choose(1, QStringLiteral("Open Link"));
+    QCOMPARE(f.text(), QStringLiteral("two"));
+}
+
+/// Links and anchors are written with escapes or without.
+void TestBrowser::escapedAnchors()
+{
+    Fixture f(ThreePages);
+    f.files.write(QStringLiteral("far.html"), longPage("<h1>Far</h1>") +
+                                                  "<p id='a b'>here</p><p id='c%20d'>there</p>" +
+                                                  QByteArray("<p>x</p>").repeated(200));
+    for (const auto* anchor : {"a%20b", "a b", "c d", "c%20d"}) {
+        f.show("far.html");
+        f.browser.setPlace(0);
+        f.browser.setSource(f.path("far.html") + u'#' + QString::fromUtf8(anchor));
+        QVERIFY2(f.browser.place() > 0, anchor);
+    }
 }
 
 /// The format of the first link of the page shown.

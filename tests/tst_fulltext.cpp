@@ -9,6 +9,7 @@
 #include "pages/pagepreparation.h"
 #include "pages/plainpage.h"
 #include "search/searchsources.h"
+#include "system/filelock.h"
 
 #include "testfiles.h"
 
@@ -693,7 +694,7 @@ private Q_SLOTS:
             for (const auto trust : {IndexTrust::Sound, IndexTrust::Damaged}) {
                 static_cast<void>(indexHelpSet(
                     source, {}, [](qint64, qint64) {}, [&](const SearchableSet& set) { engine.add(set); },
-                    IndexPatience::Brief, trust));
+                    {std::chrono::seconds(3), {}}, trust));
                 for (const auto& query : {u"apple"_s, u"\"apple pie\""_s, u"mor* wo*"_s, u"aple"_s}) {
                     const auto answer = engine.search({query, {}, 50, false}, {});
                     QVERIFY(trust == IndexTrust::Sound || query != u"apple" || answer->hits.size() == 1);
@@ -764,7 +765,7 @@ private Q_SLOTS:
     {
         Searched searched(onePage(u"<p>apple"_s));
         QCOMPARE(searched.update().state, IndexingResult::State::Complete);
-        const FileLock lock(SearchCache::lockFor(searched.database()), {});
+        const FileLock lock(SearchCache::lockFor(searched.database()), std::chrono::seconds(0));
         QVERIFY(lock.isHeld());
         const QString file = searched.files().path(u"a.cnt"_s);
         const auto search = [&](const QString& words) -> QString {
@@ -788,6 +789,26 @@ private Q_SLOTS:
         QVERIFY(service.isIndexing());
         service.search({u"banana"_s, {}});
         QTRY_VERIFY(!answers.isEmpty());
+    }
+
+    /// Who wants an index waits for it, and is told so.
+    void waitsForALock()
+    {
+        Searched searched(onePage(u"<p>apple"_s));
+        const QString file = searched.files().path(u"a.cnt"_s);
+        const QString database = SearchCache::databaseFor(file);
+        auto lock = std::make_unique<FileLock>(SearchCache::lockFor(database), std::chrono::seconds(0));
+        QVERIFY(lock->isHeld());
+        QProcess process;
+        process.setReadChannel(QProcess::StandardError);
+        process.start(qEnvironmentVariable("QUENDA_PROGRAM"), {u"--index"_s, file});
+        QVERIFY(process.waitForReadyRead());
+        QVERIFY(process.readAll().contains("waiting for it"));
+        QVERIFY(!QFileInfo::exists(database));
+        lock.reset();
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitCode(), 0);
+        QVERIFY(QFileInfo(database).size() > 0);
     }
 
     void withoutCache()

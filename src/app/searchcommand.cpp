@@ -13,6 +13,7 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <memory>
 #include <optional>
@@ -22,6 +23,8 @@
 namespace {
 
 constexpr int DefaultLimit = 50;
+constexpr auto BriefPatience = std::chrono::seconds(3); ///< of who wants to find something
+constexpr auto LongPatience = std::chrono::minutes(10); ///< of who wants an index
 
 struct SearchJob {
     QString query;
@@ -101,9 +104,9 @@ struct Indexed {
     IndexingResult result;
 };
 
-/// Reads contents files and brings their indexes up to date. Nothing stands for one that cannot be read.
-std::vector<std::optional<Indexed>> index(const QStringList& files, SearchEngine* engine,
-                                          IndexPatience patience)
+/// Reads contents files and brings their indexes up to date, for a search or, without an engine, for later
+/// ones. Nothing stands for one that cannot be read.
+std::vector<std::optional<Indexed>> index(const QStringList& files, SearchEngine* engine)
 {
     std::vector<std::optional<Indexed>> all;
     const auto ready = [engine](const SearchableSet& set) {
@@ -120,6 +123,11 @@ std::vector<std::optional<Indexed>> index(const QStringList& files, SearchEngine
             continue;
         }
         const auto source = std::make_shared<SearchSource>(makeSearchSource(library.helpSet(*loaded.root)));
+        const auto tell = [&file] {
+            complain(translated(R"(another process is making the index of "%1"; waiting for it)").arg(file));
+        };
+        const auto patience =
+            engine == nullptr ? IndexPatience{LongPatience, tell} : IndexPatience{BriefPatience, {}};
         auto result = indexHelpSet(
             source, {}, [](qint64, qint64) {}, ready, patience);
         for (const auto& error : result.errors) {
@@ -145,7 +153,7 @@ bool repair(SearchEngine& engine)
             translated("The index of \"%1\" is damaged and is made anew.").arg(set.source->contentsFile()));
         const auto ready = [&engine](const SearchableSet& repaired) { engine.add(repaired); };
         [[maybe_unused]] const auto result = indexHelpSet(
-            set.source, {}, [](qint64, qint64) {}, ready, IndexPatience::Brief, IndexTrust::Damaged);
+            set.source, {}, [](qint64, qint64) {}, ready, {BriefPatience, {}}, IndexTrust::Damaged);
     }
     return !damaged.empty();
 }
@@ -243,7 +251,7 @@ std::optional<int> searchHelpSets(int argc, char* argv[])
         return 2;
     }
     SearchEngine engine;
-    const auto indexed = index(*files, &engine, IndexPatience::Brief);
+    const auto indexed = index(*files, &engine);
     bool isWhole = std::all_of(indexed.begin(), indexed.end(), isComplete);
     const SearchRequest request{job->query, {}, job->limit, job->isTyping, QLocale::system().uiLanguages()};
     auto answer = engine.search(request, {});
@@ -262,7 +270,7 @@ std::optional<int> indexHelpSets(int argc, char* argv[])
     if (argc < 3) {
         return std::nullopt;
     }
-    const auto indexed = index(absoluteFileNameArguments(argc, argv), nullptr, IndexPatience::Endless);
+    const auto indexed = index(absoluteFileNameArguments(argc, argv), nullptr);
     for (const auto& one : indexed) {
         if (one && !one->result.isKept) {
             complain(translated(R"(the index of "%1" is not kept: %2)")

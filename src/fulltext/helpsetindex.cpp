@@ -3,6 +3,7 @@
 
 #include "fulltext/indexfile.h"
 #include "fulltext/searchcache.h"
+#include "system/filelock.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -15,8 +16,6 @@
 namespace {
 
 using State = IndexingResult::State;
-
-constexpr auto BriefPatience = std::chrono::seconds(3);
 
 QByteArray newNameInMemory()
 {
@@ -35,15 +34,23 @@ public:
         m_set.pages = std::make_shared<SourcePages>(*source, stop);
     }
 
-    IndexingResult inFile(const QString& file, IndexPatience patience, IndexTrust trust)
+    IndexingResult inFile(const QString& file, const IndexPatience& patience, IndexTrust trust)
     {
         if (trust == IndexTrust::Sound) {
             offer(file);
         }
-        const FileLock lock(SearchCache::lockFor(file), m_stop,
-                            patience == IndexPatience::Brief ? std::optional(BriefPatience) : std::nullopt);
-        if (!lock.isHeld()) {
-            return lock.isTaken() ? withoutLock(file) : notKept(translated("the cache cannot be written"));
+        std::optional<FileLock> lock;
+        lock.emplace(SearchCache::lockFor(file), std::chrono::milliseconds(0));
+        if (lock->state() == FileLock::State::Taken) {
+            if (patience.waits != nullptr) {
+                patience.waits();
+            }
+            lock.emplace(SearchCache::lockFor(file), patience.time, m_stop);
+        }
+        if (!lock->isHeld()) {
+            return lock->state() == FileLock::State::Taken
+                       ? withoutLock(file)
+                       : notKept(translated("the cache cannot be written"));
         }
         if (trust == IndexTrust::Damaged || (trust == IndexTrust::Doubtful && !isSound(file))) {
             SearchCache::remove(file);
@@ -140,8 +147,8 @@ private:
 
 IndexingResult indexHelpSet(const std::shared_ptr<const SearchSource>& source, const std::stop_token& stop,
                             const IndexingProgress& progress,
-                            const std::function<void(const SearchableSet&)>& ready, IndexPatience patience,
-                            IndexTrust trust)
+                            const std::function<void(const SearchableSet&)>& ready,
+                            const IndexPatience& patience, IndexTrust trust)
 {
     Indexing indexing(source, stop, progress, ready);
     const QString file = SearchCache::databaseFor(source->contentsFile());

@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <stop_token>
@@ -19,10 +20,11 @@ struct SearchableSet {
     std::shared_ptr<Database> inMemory; ///< what keeps a database that is in no file; else null
 };
 
-/// How long to wait while somebody else makes the same index.
-enum class IndexPatience {
-    Endless, ///< until a stop is asked for
-    Brief    ///< some seconds; then what is there has to do, or an index in memory
+/// What to do while somebody else makes the same index.
+struct IndexPatience {
+    /// Then what is there has to do, or an index in memory. By default there is no end but a stop.
+    std::chrono::milliseconds time = std::chrono::hours(1'000'000);
+    std::function<void()> waits; ///< called when it has to wait; may be null
 };
 
 /// What is known of the index that is there.
@@ -38,5 +40,5 @@ enum class IndexTrust {
 [[nodiscard]] IndexingResult indexHelpSet(const std::shared_ptr<const SearchSource>& source,
                                           const std::stop_token& stop, const IndexingProgress& progress,
                                           const std::function<void(const SearchableSet&)>& ready,
-                                          IndexPatience patience = IndexPatience::Endless,
+                                          const IndexPatience& patience = {},
                                           IndexTrust trust = IndexTrust::Sound);

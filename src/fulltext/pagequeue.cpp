@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "fulltext/pagequeue.h"
 
-#include "fulltext/lowpriority.h"
-
 #include <algorithm>
+#include <thread>
 
 namespace {
 
+constexpr size_t MostReaders = 4;
 constexpr size_t MostReady = 64;              // pages
 constexpr size_t MostReadyBytes = 16'000'000; // of what was made of them
 
@@ -14,11 +14,12 @@ constexpr size_t MostReadyBytes = 16'000'000; // of what was made of them
 
 PageQueue::PageQueue(const SearchSource& source, const SourcePages& named,
                      const std::vector<const SourcePage*>& pages, const std::stop_token& stop)
-    : m_source(source), m_named(named), m_pages(pages), m_stop(stop)
+    : m_source(source), m_named(named), m_pages(pages), m_stop(stop),
+      m_readers(Worker::Priority::Low, MostReaders)
 {
-    const size_t threads = std::clamp<size_t>(std::thread::hardware_concurrency(), 1, 4);
-    for (size_t i = 0; i < std::min(threads, pages.size()); ++i) {
-        m_threads.emplace_back([this] { work(); });
+    const size_t readers = std::clamp<size_t>(std::thread::hardware_concurrency(), 1, MostReaders);
+    for (size_t i = 0; i < std::min(readers, pages.size()); ++i) {
+        m_readers.add([this] { read(); });
     }
 }
 
@@ -31,15 +32,14 @@ PageQueue::~PageQueue()
     m_changed.notify_all();
 }
 
-void PageQueue::work()
+void PageQueue::read()
 {
-    lowerPriority();
     PageReader reader(m_source, m_named, m_styleSheets, m_stop);
     std::unique_lock lock(m_mutex);
     while (!m_isClosed && !m_stop.stop_requested() && m_nextPage < m_pages.size()) {
         const auto& page = *m_pages[m_nextPage++];
         lock.unlock();
-        auto read = std::make_unique<IndexedPage>(reader.read(page));
+        auto made = std::make_unique<IndexedPage>(reader.read(page));
         lock.lock();
         m_changed.wait(lock, m_stop, [this] {
             return (m_ready.size() < MostReady && m_readyBytes < MostReadyBytes) || m_isClosed;
@@ -47,8 +47,8 @@ void PageQueue::work()
         if (m_stop.stop_requested()) {
             return;
         }
-        m_readyBytes += read->memory();
-        m_ready.push_back(std::move(read));
+        m_readyBytes += made->memory();
+        m_ready.push_back(std::move(made));
         if (m_ready.size() == 1) {
             m_changed.notify_all();
         }

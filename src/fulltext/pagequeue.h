@@ -3,13 +3,13 @@
 
 #include "fulltext/indexedpage.h"
 #include "pages/pagesheets.h"
+#include "system/worker.h"
 
 #include <condition_variable>
 #include <deque>
 #include <memory>
 #include <mutex>
 #include <stop_token>
-#include <thread>
 #include <vector>
 
 /// Reads pages in threads and hands them out in the order in which they get ready, a few at a time ahead.
@@ -26,7 +26,7 @@ public:
     [[nodiscard]] std::unique_ptr<IndexedPage> next();
 
 private:
-    void work();
+    void read();
 
     const SearchSource& m_source;
     const SourcePages& m_named;
@@ -41,5 +41,5 @@ private:
     bool m_isClosed = false;
     std::deque<std::unique_ptr<IndexedPage>> m_taken; ///< from those that are ready, to be handed out
     size_t m_handedOut = 0;
-    std::vector<std::jthread> m_threads; ///< last, so that they end first
+    Worker m_readers; ///< last, so that they end first
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "fulltext/searchcache.h"
 
+#include "system/filelock.h"
+
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QDir>
@@ -10,15 +12,8 @@
 
 #include <algorithm>
 #include <chrono>
-#include <thread>
-
-#include <fcntl.h>
-#include <sys/file.h>
-#include <unistd.h>
 
 namespace {
-
-constexpr auto RetryTime = std::chrono::milliseconds(50);
 
 const QString& suffix()
 {
@@ -39,27 +34,6 @@ qint64 sizeOf(const QFileInfo& database)
 }
 
 } // namespace
-
-FileLock::FileLock(const QString& file, const std::stop_token& stop,
-                   std::optional<std::chrono::milliseconds> patience)
-    : m_file(::open(QFile::encodeName(file).constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600))
-{
-    const auto begin = std::chrono::steady_clock::now();
-    while (m_file >= 0 && ::flock(m_file, LOCK_EX | LOCK_NB) != 0) {
-        if (stop.stop_requested() || (patience && std::chrono::steady_clock::now() - begin > *patience)) {
-            return;
-        }
-        std::this_thread::sleep_for(RetryTime);
-    }
-    m_isHeld = m_file >= 0;
-}
-
-FileLock::~FileLock()
-{
-    if (m_file >= 0) {
-        ::close(m_file);
-    }
-}
 
 QString SearchCache::databaseFor(const QString& contentsFile)
 {
@@ -110,9 +84,7 @@ void SearchCache::keepSmall(const QString& used, qint64 mostBytes)
         if (bytes <= mostBytes || database.filePath() == used) {
             continue;
         }
-        std::stop_source noWaiting;
-        noWaiting.request_stop();
-        const FileLock lockOfOther(lockFor(database.filePath()), noWaiting.get_token());
+        const FileLock lockOfOther(lockFor(database.filePath()), std::chrono::milliseconds(0));
         if (lockOfOther.isHeld()) {
             remove(database.filePath());
         }

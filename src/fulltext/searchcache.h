@@ -3,30 +3,6 @@
 
 #include <QString>
 
-#include <chrono>
-#include <memory>
-#include <optional>
-#include <stop_token>
-
-/// Keeps others from changing a file for as long as it lives; ends with the process at the latest.
-class FileLock {
-public:
-    /// Takes the lock of a file that it makes, waiting for others until a stop is asked for, or for so long.
-    FileLock(const QString& file, const std::stop_token& stop,
-             std::optional<std::chrono::milliseconds> patience = std::nullopt);
-    ~FileLock();
-    FileLock(const FileLock&) = delete;
-    FileLock& operator=(const FileLock&) = delete;
-
-    [[nodiscard]] bool isHeld() const { return m_isHeld; }
-    /// Whether somebody else had it all the time; otherwise the file could not be made.
-    [[nodiscard]] bool isTaken() const { return m_file >= 0 && !m_isHeld; }
-
-private:
-    int m_file = -1;
-    bool m_isHeld = false;
-};
-
 /// The directory with the databases of the search. All in it may be deleted at any time.
 namespace SearchCache {
 

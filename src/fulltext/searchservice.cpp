@@ -2,15 +2,14 @@
 #include "fulltext/searchservice.h"
 
 #include "fulltext/helpsetindex.h"
-#include "fulltext/lowpriority.h"
 #include "fulltext/searchengine.h"
+#include "system/worker.h"
 
-#include <condition_variable>
-#include <deque>
-#include <mutex>
-#include <numeric>
-#include <optional>
-#include <thread>
+#include <chrono>
+#include <functional>
+#include <stop_token>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -18,81 +17,55 @@ constexpr auto ProgressTime = std::chrono::milliseconds(100); // between two rep
 
 } // namespace
 
-/// The thread that searches. Requests replace each other, changes of the sets do not.
+/// The thread that searches. Requests replace each other; changes of the sets do not, and come first.
 class SearchService::Searching {
 public:
-    explicit Searching(SearchService& service) : m_service(service)
-    {
-        m_thread = std::jthread([this](const std::stop_token& quit) { work(quit); });
-    }
-    ~Searching()
-    {
-        const std::lock_guard lock(m_mutex);
-        m_changes.clear();
-        m_request.reset();
-        m_stop.request_stop();
-    }
+    explicit Searching(SearchService& service) : m_service(service) {}
+    ~Searching() { m_stop.request_stop(); }
     Searching(const Searching&) = delete;
     Searching& operator=(const Searching&) = delete;
 
-    void change(std::function<void(SearchEngine&)> change)
+    void change(const std::function<void(SearchEngine&)>& change)
     {
-        const std::lock_guard lock(m_mutex);
-        m_changes.push_back(std::move(change));
-        m_changed.notify_all();
+        m_worker.add([this, change] { change(m_engine); }, Worker::Rank::First);
     }
 
     void search(const SearchRequest& request)
     {
-        const std::lock_guard lock(m_mutex);
         m_stop.request_stop();
-        m_request = request;
-        ++m_number;
-        m_changed.notify_all();
+        m_stop = {};
+        m_worker.add([this, request, stop = m_stop.get_token()] { answer(request, stop); });
     }
 
 private:
-    void work(const std::stop_token& quit)
+    void answer(const SearchRequest& request, const std::stop_token& stop)
     {
-        SearchEngine engine;
-        std::unique_lock lock(m_mutex);
-        while (m_changed.wait(lock, quit, [this] { return m_request || !m_changes.empty(); })) {
-            if (!m_changes.empty()) {
-                const auto change = std::move(m_changes.front());
-                m_changes.pop_front();
-                lock.unlock();
-                change(engine);
-            } else {
-                const auto request = *std::exchange(m_request, std::nullopt);
-                m_stop = {};
-                const auto number = m_number;
-                const auto stop = m_stop.get_token();
-                lock.unlock();
-                const auto send = [&](const SearchAnswer& answer) { post(answer, number); };
-                const auto answer = engine.search(request, stop, send);
-                if (answer) {
-                    send(*answer);
-                }
-                for (const auto& set : engine.takeDamaged()) {
-                    postRepair(set, IndexTrust::Damaged);
-                }
-                if (answer && answer->total == 0 && answer->nearestTotal == 0 && !request.isTyping) {
-                    for (const auto& set : engine.takeUnchecked(request)) {
-                        postRepair(set, IndexTrust::Doubtful);
-                    }
-                }
+        if (stop.stop_requested()) {
+            return;
+        }
+        const auto send = [&](const SearchAnswer& answer) { post(answer, stop); };
+        const auto answer = m_engine.search(request, stop, send);
+        if (answer) {
+            send(*answer);
+        }
+        for (const auto& set : m_engine.takeDamaged()) {
+            postRepair(set, IndexTrust::Damaged);
+        }
+        if (answer && answer->total == 0 && answer->nearestTotal == 0 && !request.isTyping) {
+            for (const auto& set : m_engine.takeUnchecked(request)) {
+                postRepair(set, IndexTrust::Doubtful);
             }
-            lock.lock();
         }
     }
 
-    void post(const SearchAnswer& answer, int number)
+    /// A request that was replaced meanwhile was asked to stop.
+    void post(const SearchAnswer& answer, const std::stop_token& stop)
     {
         QMetaObject::invokeMethod(
             &m_service,
-            [this, answer, number] {
-                if (isLatest(number)) {
-                    Q_EMIT m_service.answered(answer);
+            [&service = m_service, answer, stop] {
+                if (!stop.stop_requested()) {
+                    Q_EMIT service.answered(answer);
                 }
             },
             Qt::QueuedConnection);
@@ -101,138 +74,124 @@ private:
     void postRepair(const SearchableSet& set, IndexTrust trust)
     {
         QMetaObject::invokeMethod(
-            &m_service, [this, source = set.source, trust] { m_service.repair(source, trust); },
+            &m_service, [&service = m_service, source = set.source, trust] { service.repair(source, trust); },
             Qt::QueuedConnection);
     }
 
-    [[nodiscard]] bool isLatest(int number)
-    {
-        const std::lock_guard lock(m_mutex);
-        return number == m_number;
-    }
-
     SearchService& m_service;
-    std::mutex m_mutex;
-    std::condition_variable_any m_changed;
-    std::deque<std::function<void(SearchEngine&)>> m_changes;
-    std::optional<SearchRequest> m_request;
-    int m_number = 0;        ///< of the latest request
-    std::stop_source m_stop; ///< of the request under way
-    std::jthread m_thread;   ///< last, so that it ends first
+    SearchEngine m_engine;   ///< of the thread
+    std::stop_source m_stop; ///< of the latest request
+    Worker m_worker{Worker::Priority::Normal};
 };
 
-/// The thread that makes indexes, one help set after the other.
+/// The thread that makes indexes, one help set after the other. What is known of them belongs to the event
+/// loop, to which the thread posts what has happened.
 class SearchService::Indexing {
 public:
-    Indexing(SearchService& service, Searching& searching) : m_service(service), m_searching(searching)
-    {
-        m_thread = std::jthread([this](const std::stop_token& quit) { work(quit); });
-    }
+    Indexing(SearchService& service, Searching& searching) : m_service(service), m_searching(searching) {}
     ~Indexing() { cancel(); }
     Indexing(const Indexing&) = delete;
     Indexing& operator=(const Indexing&) = delete;
 
     void add(const std::shared_ptr<const SearchSource>& source, IndexTrust trust)
     {
-        const std::lock_guard lock(m_mutex);
-        drop(source->contentsFile());
-        m_waiting.push_back({source, trust});
-        m_changed.notify_all();
+        remove(source->contentsFile());
+        const auto job = std::make_shared<Job>();
+        job->source = source;
+        job->trust = trust;
+        job->pages = qint64(source->topics().size());
+        m_jobs.push_back(job);
+        m_worker.add([this, job] { index(job); });
     }
 
     void remove(const QString& contentsFile)
     {
-        const std::lock_guard lock(m_mutex);
-        drop(contentsFile);
+        for (const auto& job : m_jobs) {
+            if (job->source->contentsFile() == contentsFile) {
+                job->isWithdrawn = true;
+                job->stop.request_stop();
+            }
+        }
     }
 
     void cancel()
     {
-        const std::lock_guard lock(m_mutex);
-        m_waiting.clear();
-        m_stop.request_stop();
+        for (const auto& job : m_jobs) {
+            job->stop.request_stop();
+        }
     }
 
-    [[nodiscard]] bool isBusy() const
-    {
-        const std::lock_guard lock(m_mutex);
-        return m_current != nullptr || !m_waiting.empty();
-    }
+    [[nodiscard]] bool isBusy() const { return !m_jobs.empty(); }
 
 private:
-    using Source = std::shared_ptr<const SearchSource>;
-    struct Task {
-        Source source;
-        IndexTrust trust;
+    struct Job {
+        std::shared_ptr<const SearchSource> source;
+        IndexTrust trust = IndexTrust::Sound;
+        std::stop_source stop;
+        // Of the event loop:
+        bool isWithdrawn = false;
+        qint64 pages = 0; ///< before they are counted, about as many as topics
+        qint64 done = 0;
     };
+    using Known = std::shared_ptr<Job>;
 
-    void drop(const QString& contentsFile)
+    void index(const Known& job)
     {
-        std::erase_if(m_waiting,
-                      [&](const Task& waiting) { return waiting.source->contentsFile() == contentsFile; });
-        if (m_current != nullptr && m_current->contentsFile() == contentsFile) {
-            m_stop.request_stop();
-        }
-    }
-
-    void work(const std::stop_token& quit)
-    {
-        lowerPriority();
-        std::unique_lock lock(m_mutex);
-        while (m_changed.wait(lock, quit, [this] { return !m_waiting.empty(); })) {
-            const Task task = m_waiting.front();
-            m_current = task.source;
-            m_waiting.pop_front();
-            m_stop = {};
-            const auto source = m_current;
-            const auto stop = m_stop.get_token();
-            lock.unlock();
-            const auto result = index(task, stop);
-            lock.lock();
-            m_current = nullptr;
-            const bool isLast = m_waiting.empty();
-            post([this, file = source->contentsFile(), errors = result.errors, isLast] {
-                Q_EMIT m_service.indexed(file, errors);
-                if (isLast && !isBusy()) {
-                    Q_EMIT m_service.becameIdle();
-                }
+        const auto stop = job->stop.get_token();
+        if (stop.stop_requested()) {
+            post([this, job] {
+                leave(job);
+                tellIfIdle();
             });
-            m_doneBefore = isLast ? 0 : m_doneBefore + m_doneOfCurrent;
+            return;
         }
-    }
-
-    IndexingResult index(const Task& task, const std::stop_token& stop)
-    {
         auto lastReport = std::chrono::steady_clock::time_point();
         const auto progress = [&](qint64 done, qint64 total) {
             const auto now = std::chrono::steady_clock::now();
             if (done == total || now - lastReport > ProgressTime) {
                 lastReport = now;
-                report(done, total);
+                post([this, job, done, total] { report(*job, done, total); });
             }
         };
         const auto ready = [&](const SearchableSet& set) {
-            // A set that is removed at this moment must be so after it has been added.
-            const std::lock_guard lock(m_mutex);
-            if (!stop.stop_requested()) {
-                m_searching.change([set](SearchEngine& engine) { engine.add(set); });
-            }
+            post([this, job, set] {
+                if (!job->isWithdrawn) {
+                    m_searching.change([set](SearchEngine& engine) { engine.add(set); });
+                }
+            });
         };
-        return indexHelpSet(task.source, stop, progress, ready, IndexPatience::Endless, task.trust);
+        const auto result = indexHelpSet(job->source, stop, progress, ready, {}, job->trust);
+        post([this, job, errors = result.errors] {
+            leave(job);
+            Q_EMIT m_service.indexed(job->source->contentsFile(), errors);
+            tellIfIdle();
+        });
     }
 
-    /// Sets that wait have about as many pages as topics.
-    void report(qint64 done, qint64 total)
+    void report(Job& job, qint64 done, qint64 total)
     {
-        const std::lock_guard lock(m_mutex);
-        m_doneOfCurrent = total;
-        const qint64 waiting =
-            std::accumulate(m_waiting.begin(), m_waiting.end(), qint64(0), [](qint64 sum, const Task& task) {
-                return sum + qint64(task.source->topics().size());
-            });
-        post([this, allDone = m_doneBefore + done, all = m_doneBefore + total + waiting] {
-            Q_EMIT m_service.progressed(allDone, all);
-        });
+        job.done = done;
+        job.pages = total;
+        qint64 allDone = m_doneBefore;
+        qint64 all = m_doneBefore;
+        for (const auto& known : m_jobs) {
+            allDone += known->done;
+            all += known->pages;
+        }
+        Q_EMIT m_service.progressed(allDone, all);
+    }
+
+    void leave(const Known& job)
+    {
+        std::erase(m_jobs, job);
+        m_doneBefore = m_jobs.empty() ? 0 : m_doneBefore + job->done;
+    }
+
+    void tellIfIdle()
+    {
+        if (m_jobs.empty()) {
+            Q_EMIT m_service.becameIdle();
+        }
     }
 
     template <typename Function>
@@ -243,14 +202,9 @@ private:
 
     SearchService& m_service;
     Searching& m_searching;
-    mutable std::mutex m_mutex;
-    std::condition_variable_any m_changed;
-    std::deque<Task> m_waiting;
-    Source m_current;
-    qint64 m_doneBefore = 0; ///< pages of the sets before the current one, since it was idle
-    qint64 m_doneOfCurrent = 0;
-    std::stop_source m_stop; ///< of the current set
-    std::jthread m_thread;   ///< last, so that it ends first
+    std::vector<Known> m_jobs; ///< in their order
+    qint64 m_doneBefore = 0;   ///< pages of the sets before them, since it was idle
+    Worker m_worker{Worker::Priority::Low};
 };
 
 SearchService::SearchService(QObject* parent)

@@ -3,10 +3,7 @@
 
 #include <utility>
 
-#include <sys/resource.h>
-#include <unistd.h>
-
-BackgroundTasks::BackgroundTasks(Priority priority, QObject* parent) : QObject(parent), m_priority(priority)
+BackgroundTasks::BackgroundTasks(Priority priority, QObject* parent) : QObject(parent), m_worker(priority)
 {
 }
 
@@ -15,16 +12,13 @@ BackgroundTasks::~BackgroundTasks()
     cancel();
 }
 
-void BackgroundTasks::add(Task task)
+void BackgroundTasks::add(const Task& task)
 {
     {
         const std::lock_guard lock(m_mutex);
-        m_waiting.push_back(std::move(task));
+        ++m_waiting;
     }
-    m_changed.notify_all();
-    if (!m_thread.joinable()) {
-        m_thread = std::jthread([this](const std::stop_token& quit) { work(quit); });
-    }
+    m_worker.add([this, task, stop = m_stop.get_token()] { perform(task, stop); });
 }
 
 void BackgroundTasks::setHeld(bool isHeld)
@@ -34,32 +28,27 @@ void BackgroundTasks::setHeld(bool isHeld)
         m_isHeld = isHeld;
     }
     m_changed.notify_all();
+    m_worker.setHeld(isHeld);
 }
 
-void BackgroundTasks::work(const std::stop_token& quit)
+void BackgroundTasks::perform(const Task& task, const std::stop_token& stop)
 {
-    if (m_priority == Priority::Low) {
-        constexpr int lowPriority = 10; // as of nice(1); here each thread has its own
-        ::setpriority(PRIO_PROCESS, id_t(::gettid()), lowPriority);
-    }
-    std::unique_lock lock(m_mutex);
-    while (m_changed.wait(lock, quit, [this] { return !m_waiting.empty() && !m_isHeld; })) {
-        const Task task = std::move(m_waiting.front());
-        m_waiting.pop_front();
-        m_stop = {};
-        const std::stop_token stop = m_stop.get_token();
+    {
+        const std::lock_guard lock(m_mutex);
+        --m_waiting;
         m_isRunning = true;
-        lock.unlock();
-        Adoption adoption = task(stop);
-        lock.lock();
+    }
+    Adoption adoption = stop.stop_requested() ? Adoption() : task(stop);
+    {
+        const std::lock_guard lock(m_mutex);
         m_isRunning = false;
         if (!stop.stop_requested()) {
             m_made.push_back(std::move(adoption));
             QMetaObject::invokeMethod(
                 this, [this] { adoptNext(); }, Qt::QueuedConnection);
         }
-        m_changed.notify_all();
     }
+    m_changed.notify_all();
 }
 
 bool BackgroundTasks::adoptNext()
@@ -85,7 +74,7 @@ void BackgroundTasks::adoptWithin(std::chrono::milliseconds time, const std::fun
             continue;
         }
         std::unique_lock lock(m_mutex);
-        const bool mayCome = m_isRunning || (!m_waiting.empty() && !m_isHeld);
+        const bool mayCome = m_isRunning || (m_waiting > 0 && !m_isHeld);
         if (!mayCome || !m_changed.wait_until(lock, end, [this] { return !m_made.empty(); })) {
             return;
         }
@@ -94,15 +83,16 @@ void BackgroundTasks::adoptWithin(std::chrono::milliseconds time, const std::fun
 
 void BackgroundTasks::cancel()
 {
-    std::unique_lock lock(m_mutex);
-    m_waiting.clear();
     m_stop.request_stop();
-    m_changed.wait(lock, [this] { return !m_isRunning; });
+    m_stop = {};
+    m_worker.clear();
+    const std::lock_guard lock(m_mutex);
+    m_waiting = 0;
     m_made.clear();
 }
 
 bool BackgroundTasks::isIdle() const
 {
     const std::lock_guard lock(m_mutex);
-    return !m_isRunning && m_waiting.empty() && m_made.empty();
+    return !m_isRunning && m_waiting == 0 && m_made.empty();
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "system/worker.h"
+
 #include <QObject>
 
 #include <chrono>
@@ -10,7 +12,6 @@
 #include <memory>
 #include <mutex>
 #include <stop_token>
-#include <thread>
 
 /// Runs tasks in one thread of its own, in the order in which they are given. What a task has made is adopted
 /// in the thread that owns this object, also in order: by the event loop, or within adoptWithin(). Needs no
@@ -19,10 +20,7 @@ class BackgroundTasks : public QObject {
     Q_OBJECT
 
 public:
-    enum class Priority {
-        Normal,
-        Low, ///< leaves the processor to the window
-    };
+    using Priority = Worker::Priority;
 
     explicit BackgroundTasks(Priority priority, QObject* parent = nullptr);
     ~BackgroundTasks() override;
@@ -51,17 +49,16 @@ private:
     using Adoption = std::function<void()>;
     using Task = std::function<Adoption(const std::stop_token&)>;
 
-    void add(Task task);
-    void work(const std::stop_token& quit);
+    void add(const Task& task);
+    void perform(const Task& task, const std::stop_token& stop);
     bool adoptNext();
 
-    const Priority m_priority;
     mutable std::mutex m_mutex;
-    std::condition_variable_any m_changed;
-    std::deque<Task> m_waiting;
+    std::condition_variable m_changed;
     std::deque<Adoption> m_made;
-    std::stop_source m_stop; ///< of the running task
+    size_t m_waiting = 0; ///< tasks
     bool m_isRunning = false;
     bool m_isHeld = false;
-    std::jthread m_thread; ///< last, so that it ends first
+    std::stop_source m_stop; ///< of all that have been given since a cancel()
+    Worker m_worker;         ///< last, so that it ends first
 };

@@ -2,29 +2,18 @@
 #include "library/settingsstore.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <cstdio>
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <thread>
-#include <unistd.h>
 #include <utility>
 
 namespace {
 
-constexpr int Attempts = 10;
 constexpr std::chrono::seconds Patience(5);
-constexpr std::chrono::milliseconds PollInterval(5);
-constexpr int NoLock = -1;
-constexpr int HeldByOthers = -2;
 
 QString keyOf(const char* name)
 {
@@ -37,40 +26,10 @@ QString lockDirectory()
            QCoreApplication::organizationName();
 }
 
-int openLockFile()
+/// Not "<store>.lock": that name is the settings class's own.
+QString lockFile()
 {
-    const QString dir = lockDirectory();
-    // Not "<store>.lock": that name is the settings class's own.
-    const QByteArray name =
-        QFile::encodeName(dir + u'/' + QCoreApplication::applicationName() + QStringLiteral(".conf.rmw"));
-    constexpr int flags = O_CLOEXEC | O_NONBLOCK;
-    for (int i = 0; i < Attempts; ++i) {
-        // Making a path can fail while another process makes the same one.
-        QDir().mkpath(dir);
-        const int fd = ::open(name.constData(), O_RDWR | O_CREAT | flags, S_IRUSR | S_IWUSR);
-        if (fd >= 0) {
-            return fd;
-        }
-        if (errno != ENOENT) {
-            break;
-        }
-    }
-    return ::open(name.constData(), O_RDONLY | flags);
-}
-
-/// The lock file, locked; NoLock when there can be none, HeldByOthers when somebody does not let go of it.
-int lock()
-{
-    const int fd = openLockFile();
-    const auto deadline = std::chrono::steady_clock::now() + Patience;
-    while (fd >= 0 && ::flock(fd, LOCK_EX | LOCK_NB) < 0 && (errno == EWOULDBLOCK || errno == EINTR)) {
-        if (std::chrono::steady_clock::now() > deadline) {
-            ::close(fd);
-            return HeldByOthers;
-        }
-        std::this_thread::sleep_for(PollInterval);
-    }
-    return fd;
+    return lockDirectory() + u'/' + QCoreApplication::applicationName() + QStringLiteral(".conf.rmw");
 }
 
 /// Whether a file with so many keys is on the disk as a whole; the settings class does not notice a full
@@ -101,16 +60,14 @@ bool writeCopy(const QString& copyName, const QString& store, const QVariantMap&
 
 } // namespace
 
-SettingsStore::SettingsStore(Access access) : m_lock(access == Access::Write ? lock() : NoLock)
+SettingsStore::SettingsStore(Access access)
+    : m_lock(access == Access::Write ? FileLock(lockFile(), Patience) : FileLock())
 {
 }
 
 SettingsStore::~SettingsStore()
 {
     sync();
-    if (m_lock >= 0) {
-        ::close(m_lock);
-    }
 }
 
 bool SettingsStore::contains(const char* name) const
@@ -134,7 +91,7 @@ bool SettingsStore::sync()
     if (changes.isEmpty()) {
         return true;
     }
-    if (m_lock == HeldByOthers) {
+    if (m_lock.state() == FileLock::State::Taken) {
         return false;
     }
     // A store that is a link stays one.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "system/filelock.h"
+
 #include <QSettings>
 #include <QVariantMap>
 
@@ -32,7 +34,7 @@ public:
     [[nodiscard]] QString fileName() const { return m_settings.fileName(); }
 
 private:
-    int m_lock;           // taken before the settings are read
+    FileLock m_lock;      // taken before the settings are read
     QSettings m_settings; ///< for reading
     QVariantMap m_changes;
 };

@@ -38,15 +38,15 @@ template <typename Use>
 void visitKeywords(const HelpSet& set, Use use)
 {
     QSet<std::pair<QString, QString>> files;
-    const HelpIndexSource* source = nullptr;
+    const HelpIndexItem* before = nullptr;
     bool isRepeated = false;
     for (const auto& item : set.indexItems()) {
-        if (item.source != source) {
-            source = item.source;
+        if (before == nullptr || item.source != before->source) {
             const auto known = files.size();
-            files.insert({source->fileName, source->directory});
+            files.insert({item.source->fileName, item.source->directory});
             isRepeated = files.size() == known;
         }
+        before = &item;
         if (!isRepeated && item.hasPage()) {
             use(item);
         }

@@ -150,6 +150,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("page");   // shown in the window; empty for none
         QTest::addColumn<bool>("isProblem"); // whether something is said of the file
         addPackages();
+        addPackageContents();
         addBooks();
         addFolders();
         const auto foreign = [](const char* what, const QByteArray& bytes) {
@@ -407,14 +408,22 @@ private:
         QTest::newRow(name) << make << QString::fromLatin1(file) << page << isProblem;
     }
 
-    static void addPackages()
+    static void addPackage(const char* what, const Make& make, const QString& page, bool isProblem)
     {
-        const auto add = [](const char* what, const Make& make, const QString& page, bool isProblem) {
-            addKind(what, make, "a.qch", page, isProblem);
-        };
+        addKind(what, make, "a.qch", page, isProblem);
+    }
+
+    [[nodiscard]] static QByteArray contentsOfOnePage()
+    {
         QByteArray contents;
         appendRow(contents, 0, u"p.html"_s, u"P"_s);
-        add(
+        return contents;
+    }
+
+    static void addPackages()
+    {
+        const QByteArray contents = contentsOfOnePage();
+        addPackage(
             "package of noise",
             [](auto& files) {
                 makeQch(files.path(u"a.qch"_s), "a");
@@ -428,14 +437,14 @@ private:
                 changed.write(bytes);
             },
             {}, true);
-        add(
+        addPackage(
             "package cut off",
             [](auto& files) {
                 makeQch(files.path(u"a.qch"_s), "a");
                 QVERIFY(QFile::resize(files.path(u"a.qch"_s), 5000));
             },
             {}, true);
-        add(
+        addPackage(
             "package of endless views",
             [=](auto& files) {
                 makeQch(files.path(u"a.qch"_s), "a", {{"p.html", qCompress(titledPage("P"))}}, contents,
@@ -444,28 +453,33 @@ private:
                         "SELECT x + 1 FROM n) SELECT 1 AS FolderId, 'p.html' AS Name, x AS FileId FROM n");
             },
             {}, true);
-        add(
+        addPackage(
             "package with a page that grows without end",
             [=](auto& files) {
                 makeQch(files.path(u"a.qch"_s), "a", {{"p.html", qCompress(QByteArray(100'000'000, 'x'))}},
                         contents);
             },
             u"cannot be shown"_s, false);
-        add(
+        addPackage(
             "package whose page says less than it is",
             [=](auto& files) {
                 makeQch(files.path(u"a.qch"_s), "a",
                         {{"p.html", "\0\0\0\5"_ba + packed(QByteArray(1 << 20, 'x'))}}, contents);
             },
             u"cannot be shown"_s, false);
-        add(
+    }
+
+    static void addPackageContents()
+    {
+        const QByteArray contents = contentsOfOnePage();
+        addPackage(
             "package with contents that end anywhere",
             [=](auto& files) {
                 makeQch(files.path(u"a.qch"_s), "a", {{"p.html", qCompress(titledPage("P"))}},
                         contents + "\0\0\0\1\x7f\xff\xff\xff"_ba);
             },
             {}, true);
-        add(
+        addPackage(
             "package with very deep contents",
             [](auto& files) {
                 QByteArray deep;
@@ -476,7 +490,7 @@ private:
                         deep);
             },
             u"shown"_s, false);
-        add(
+        addPackage(
             "package with pages outside",
             [](auto& files) {
                 QByteArray outside;
@@ -484,14 +498,14 @@ private:
                 makeQch(files.path(u"a.qch"_s), "../..", {{"../../x.html", qCompress("x")}}, outside);
             },
             u"cannot be shown"_s, false);
-        add("pipe as package", odd("pipe", "a.qch"), {}, true);
+        addPackage("pipe as package", odd("pipe", "a.qch"), {}, true);
     }
 
     static void addBooks()
     {
         const auto add = [](const char* what, const QByteArray& bytes, bool isProblem,
-                            const char* name = "a.devhelp2") {
-            addKind(what, with(file(bytes, name), file("<p>shown", "p.html")), name, {}, isProblem);
+                            const char* book = "a.devhelp2") {
+            addKind(what, with(file(bytes, book), file("<p>shown", "p.html")), book, {}, isProblem);
         };
         QByteArray entities = "<!DOCTYPE book [<!ENTITY e0 'xxxxxxxxxx'>";
         for (int i = 1; i < 9; ++i) {

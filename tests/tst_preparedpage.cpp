@@ -201,6 +201,43 @@ void addListsAndPictures()
         R"(<div class="figure" align="center"><div><img src="file:///set/i.png"></div><p class="caption">Fig.</p></div>)");
 }
 
+void addMoreSheets()
+{
+    addRow("code in another font", "code{font-family:serif}", "<p><code>a</code></p>", "<p>a</p>");
+    addRow("link in a colour of its own", "a{color:red;text-decoration:underline}", "<p><a href=x>a</a></p>",
+           R"(<p><a href="link:0"><span style="color:#e60000;">a</span></a></p>)");
+    addRow("link without a line", "a{text-decoration:none}", "<p><a href=x>a</a></p>",
+           R"(<p><a href="link:0" class="plain">a</a></p>)");
+    addRow("line of its own", ".x{display:block}", "<p>a<span class=x>b</span>c</p>",
+           "<p>a<div>b</div>c</p>");
+    addRow("items in a line", "li{display:inline}", "<ul><li>a</li><li>b</li></ul>", "<div>a b</div>");
+    addRow("listing", ".x{white-space:pre}", "<div class=x>a\n  b</div>",
+           "<div style=\"white-space:pre-wrap\">a\n  b</div>");
+    addRow("switched off sheet", "", "<link rel=stylesheet href=a.css disabled><p class=x>a</p>", "<p>a</p>");
+    addRow("lines", ".x{text-decoration:line-through}ins{color:#111}",
+           "<p><span class=x>a</span> <ins>b</ins></p>",
+           R"(<p><span style="text-decoration:line-through;">a</span> <ins>b</ins></p>)");
+    addRow("greys and the page's own colour", "body{color:#334455}.x{color:#999}",
+           "<p>a <span class=x>b</span></p>", "<p>a b</p>");
+    addRow(
+        "colour of code", "pre .k{color:#00f}", "<pre><span class=k>int</span> a;</pre>",
+        R"(<table class="code" width="100%" cellspacing="0"><tr><td class="code"><pre><span style="color:#0000ff;">int)"
+        R"(</span> a;</pre></td></tr></table>)");
+    addRow("hidden", ".x{display:none}.y{position:absolute;left:-9999px}",
+           "<p>a<span class=x>b</span><i class=y>c</i></p>", "<p>a</p>");
+    addRow("shown at a hand's turn", ".collapsible{display:none}", "<div class=collapsible><p>a</p></div>",
+           "<p>a</p>");
+    addRow("on paper only", "@media print{p{display:none}}", "<p>a</p>", "<p>a</p>");
+    addRow("style attribute", "b{color:red}", "<p style='color:#00f'>a</p>",
+           R"(<p><span style="color:#0000ff;">a</span></p>)");
+    addRow("file", "", "<link rel=stylesheet href=a.css><p class=x>a</p>",
+           R"(<p><span style="color:#008000;">a</span></p>)");
+    addRow("alternate file", "", "<link rel='alternate stylesheet' href=a.css><p class=x>a</p>", "<p>a</p>");
+    addRow("imported", "@import 'b.css';", "<p class=x>a</p>",
+           R"(<p><span style="color:#008000;">a</span></p>)");
+    addRow("imported for others", "@import url(a.css) print;", "<p class=x>a</p>", "<p>a</p>");
+}
+
 void addOtherElements()
 {
     addRow("frame", R"(<iframe src="f.html" title="Inner"></iframe>)",
@@ -311,39 +348,7 @@ void TestPreparedPage::sheets_data()
            R"(<h1 class="larger">a</h1><h2 class="large">b <span style="font-weight:normal;">c</span></h2>)");
     addRow("breaks at the end", "p{color:#111}", "<p>a<br></p><p>b<br><br><i>c</i><br> </p>",
            "<p>a</p><p>b<br><br><i>c</i></p>");
-    addRow("code in another font", "code{font-family:serif}", "<p><code>a</code></p>", "<p>a</p>");
-    addRow("link in a colour of its own", "a{color:red;text-decoration:underline}", "<p><a href=x>a</a></p>",
-           R"(<p><a href="link:0"><span style="color:#e60000;">a</span></a></p>)");
-    addRow("link without a line", "a{text-decoration:none}", "<p><a href=x>a</a></p>",
-           R"(<p><a href="link:0" class="plain">a</a></p>)");
-    addRow("line of its own", ".x{display:block}", "<p>a<span class=x>b</span>c</p>",
-           "<p>a<div>b</div>c</p>");
-    addRow("items in a line", "li{display:inline}", "<ul><li>a</li><li>b</li></ul>", "<div>a b</div>");
-    addRow("listing", ".x{white-space:pre}", "<div class=x>a\n  b</div>",
-           "<div style=\"white-space:pre-wrap\">a\n  b</div>");
-    addRow("switched off sheet", "", "<link rel=stylesheet href=a.css disabled><p class=x>a</p>", "<p>a</p>");
-    addRow("lines", ".x{text-decoration:line-through}ins{color:#111}",
-           "<p><span class=x>a</span> <ins>b</ins></p>",
-           R"(<p><span style="text-decoration:line-through;">a</span> <ins>b</ins></p>)");
-    addRow("greys and the page's own colour", "body{color:#334455}.x{color:#999}",
-           "<p>a <span class=x>b</span></p>", "<p>a b</p>");
-    addRow(
-        "colour of code", "pre .k{color:#00f}", "<pre><span class=k>int</span> a;</pre>",
-        R"(<table class="code" width="100%" cellspacing="0"><tr><td class="code"><pre><span style="color:#0000ff;">int)"
-        R"(</span> a;</pre></td></tr></table>)");
-    addRow("hidden", ".x{display:none}.y{position:absolute;left:-9999px}",
-           "<p>a<span class=x>b</span><i class=y>c</i></p>", "<p>a</p>");
-    addRow("shown at a hand's turn", ".collapsible{display:none}", "<div class=collapsible><p>a</p></div>",
-           "<p>a</p>");
-    addRow("on paper only", "@media print{p{display:none}}", "<p>a</p>", "<p>a</p>");
-    addRow("style attribute", "b{color:red}", "<p style='color:#00f'>a</p>",
-           R"(<p><span style="color:#0000ff;">a</span></p>)");
-    addRow("file", "", "<link rel=stylesheet href=a.css><p class=x>a</p>",
-           R"(<p><span style="color:#008000;">a</span></p>)");
-    addRow("alternate file", "", "<link rel='alternate stylesheet' href=a.css><p class=x>a</p>", "<p>a</p>");
-    addRow("imported", "@import 'b.css';", "<p class=x>a</p>",
-           R"(<p><span style="color:#008000;">a</span></p>)");
-    addRow("imported for others", "@import url(a.css) print;", "<p class=x>a</p>", "<p>a</p>");
+    addMoreSheets();
 }
 
 void TestPreparedPage::hostileSheets_data()

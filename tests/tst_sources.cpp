@@ -347,7 +347,7 @@ void SourcesTest::place()
         QVERIFY(QDir().mkpath(QFileInfo(files.path(file)).path()));
         files.write(file, "x");
     }
-    files.write(u"moved/index.html"_s, "<META HTTP-EQUIV=\"REFRESH\" CONTENT=\"0;url=html/index.html#x\">");
+    files.write(u"moved/index.html"_s, R"(<META HTTP-EQUIV="REFRESH" CONTENT="0;url=html/index.html#x">)");
     files.write(u"moved/html/index.html"_s, "x");
     const auto found = placeOf(files.path(name));
     QCOMPARE(found.helpSet, files.path(helpSet));

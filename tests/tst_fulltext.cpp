@@ -51,7 +51,7 @@ public:
         return indexHelpSet(
             source, {}, [](qint64, qint64) {},
             [this](const SearchableSet& set) {
-                m_isInMemory = set.inMemory != nullptr;
+                m_set = set;
                 m_engine.add(set);
             });
     }
@@ -75,12 +75,14 @@ public:
         return files.hasNext() ? files.next() : QString();
     }
     [[nodiscard]] TemporaryFiles& files() { return m_files; }
-    [[nodiscard]] bool isInMemory() const { return m_isInMemory; }
+    [[nodiscard]] bool isInMemory() const { return m_set.inMemory != nullptr; }
+    /// What update() led to last.
+    [[nodiscard]] const SearchableSet& set() const { return m_set; }
 
 private:
     TemporaryFiles m_files;
     SearchEngine m_engine;
-    bool m_isInMemory = false;
+    SearchableSet m_set;
 };
 
 /// A help set with one page.
@@ -634,6 +636,35 @@ private Q_SLOTS:
         searched.files().write(u"a.html"_s, "<p>banana");
         QCOMPARE(searched.update().state, IndexingResult::State::Complete);
         QCOMPARE(searched.search(u"banana"_s).total, 1);
+    }
+
+    /// Who writes an index, perhaps for long, keeps nobody from opening it.
+    void openedWhileWritten()
+    {
+        Searched searched(onePage(u"<p>apple"_s));
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        sqlite3* writer = nullptr;
+        QCOMPARE(sqlite3_open(searched.database().toUtf8().constData(), &writer), SQLITE_OK);
+        QCOMPARE(sqlite3_exec(writer, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+        SearchEngine engine;
+        engine.add(searched.set());
+        const auto answer = engine.search({u"apple"_s, {}}, {});
+        sqlite3_close(writer);
+        QCOMPARE(answer->total, 1);
+    }
+
+    /// What could not be opened when it was handed over is tried again.
+    void openedLater()
+    {
+        Searched searched(onePage(u"<p>apple"_s));
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        const QString file = searched.database();
+        SearchEngine engine;
+        QVERIFY(QFile::rename(file, file + u".away") && QDir().mkpath(file));
+        engine.add(searched.set());
+        QCOMPARE(engine.search({u"apple"_s, {}}, {})->total, 0);
+        QVERIFY(QDir().rmdir(file) && QFile::rename(file + u".away", file));
+        QCOMPARE(engine.search({u"apple"_s, {}}, {})->total, 1);
     }
 
     void damagedContents_data()

@@ -10,7 +10,12 @@ namespace {
 constexpr int64_t ApplicationId = 0x51534458; // "QSDX"
 constexpr int64_t Format = 5;
 
+// What is to be settled before there are tables. Later, these need the right to write, for which one may wait
+// long.
 constexpr const char* Schema = R"(
+PRAGMA page_size = 8192;
+PRAGMA auto_vacuum = INCREMENTAL;
+PRAGMA journal_mode = WAL;
 BEGIN IMMEDIATE;
 CREATE TABLE IF NOT EXISTS pages(id INTEGER PRIMARY KEY AUTOINCREMENT, path TEXT NOT NULL, size INTEGER NOT NULL,
     time INTEGER NOT NULL, names INTEGER NOT NULL, hash INTEGER NOT NULL, words INTEGER NOT NULL,
@@ -89,10 +94,8 @@ fts5_api* IndexFile::fts5Api(Database& database)
 std::unique_ptr<Database> IndexFile::open(const QByteArray& name)
 {
     auto database = std::make_unique<Database>(name);
-    if (!database->run(
-            "PRAGMA page_size = 8192; PRAGMA auto_vacuum = INCREMENTAL; PRAGMA secure_delete = OFF; PRAGMA "
-            "journal_mode = WAL; "
-            "PRAGMA synchronous = NORMAL; PRAGMA cache_size = -16000; PRAGMA temp_store = MEMORY") ||
+    if (!database->run("PRAGMA secure_delete = OFF; PRAGMA synchronous = NORMAL; PRAGMA cache_size = -16000; "
+                       "PRAGMA temp_store = MEMORY") ||
         !registerTokenizer(*database)) {
         return nullptr;
     }

@@ -86,6 +86,9 @@ std::vector<SearchEngine::Set*> SearchEngine::scope(const SearchRequest& request
     for (const auto& set : m_sets) {
         const bool isWanted = request.contentsFiles.isEmpty() ||
                               request.contentsFiles.contains(set->set.source->contentsFile());
+        if (isWanted && !set->index->isOpen()) { // for a lack of room or rights, which may be over
+            set->index = std::make_unique<SearchIndex>(set->set.database);
+        }
         if (isWanted && set->index->isOpen()) {
             set->index->setStop(stop);
             sets.push_back(set.get());

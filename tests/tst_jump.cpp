@@ -210,6 +210,7 @@ private Q_SLOTS:
     void escapeGoesBack();
     void readLately();
     void removedUnderIt();
+    void loadedUnderIt();
     void isNeverCut();
 };
 
@@ -356,6 +357,25 @@ void TestJump::removedUnderIt()
     fixture.window().removeContents(roots.front()->menuId);
     QVERIFY(fixture.the<JumpLine>().isHidden());
     QCOMPARE(fixture.jumpTexts(u"pap"_s), QStringList{u"Paper Sizes, Second › Overview"_s});
+}
+
+/// What comes while one types is found, too; the row that was chosen stays so.
+void TestJump::loadedUnderIt()
+{
+    Fixture fixture;
+    fixture.files.write(u"c.cnt"_s, ":title=Third\n:index=c.idx\nPaper Money=c.html\n");
+    fixture.files.write(u"c.idx"_s, "paper=c.html\npapyrus=c.html\n");
+    fixture.files.write(u"c.html"_s, "<p>c");
+    auto& list = fixture.jump(u"pap"_s);
+    fixture.press(Qt::Key_Down);
+    fixture.window().insertContents(fixture.files.path(u"c.cnt"_s));
+    fixture.waitUntilLoaded();
+    QCOMPARE(list.model()->rowCount(), 5);
+    QCOMPARE(list.currentIndex().data(Qt::AccessibleTextRole).toString(),
+             u"Paper Sizes, Second › Overview"_s);
+    QTest::keyClicks(fixture.the<JumpLine>().focusProxy(), u"y"_s);
+    fixture.press(Qt::Key_Return);
+    QCOMPARE(fixture.page(), u"c.html"_s);
 }
 
 void TestJump::isNeverCut()

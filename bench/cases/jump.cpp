@@ -10,30 +10,14 @@
 
 #include <benchmark/benchmark.h>
 
-#include <map>
-#include <memory>
-
 namespace {
-
-HelpLibrary& library(SyntheticSize size)
-{
-    static std::map<int, std::unique_ptr<HelpLibrary>> libraries;
-    auto& library = libraries[size.topics];
-    if (library == nullptr) {
-        const Set set(size);
-        library = std::make_unique<HelpLibrary>();
-        library->loadContents(set.contents(), nullptr);
-        library->buildIndex();
-    }
-    return *library;
-}
 
 /// The slowest of the keys of a word: the first one, after which all are looked through.
 void keyToPaint(benchmark::State& state, SyntheticSize size, const QString& typed)
 {
     QWidget window;
     window.resize(1000, 700); // NOLINT(*-magic-numbers)
-    JumpLine line(library(size), window);
+    JumpLine line(loadedLibrary(size), window);
     window.show();
     for (auto _ : state) {
         line.open({}, nullptr);

@@ -15,13 +15,7 @@ constexpr SyntheticSize Size{1'000, 1'000'000};
 
 HelpLibrary& library()
 {
-    static const Set set(Size);
-    static HelpLibrary library;
-    if (library.isEmpty()) {
-        library.loadContents(set.contents(), nullptr);
-        library.buildIndex();
-    }
-    return library;
+    return loadedLibrary(Size);
 }
 
 void groupingOurs(benchmark::State& state)

@@ -21,13 +21,7 @@ constexpr QSize PaneSize(340, 700);
 
 HelpLibrary& library()
 {
-    static const Set set(Size);
-    static HelpLibrary library;
-    if (library.isEmpty()) {
-        library.loadContents(set.contents(), nullptr);
-        library.buildIndex();
-    }
-    return library;
+    return loadedLibrary(Size);
 }
 
 /// In a window, which keeps its size whatever the pane wants.

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "library/helplibrary.h"
 #include "syntheticset.h"
 
 #include <QTemporaryDir>
+
+#include <map>
+#include <memory>
 
 /// A help set on disk that goes with the object.
 class Set {
@@ -25,3 +29,17 @@ private:
 
     QTemporaryDir m_dir;
 };
+
+/// Contents and keywords of a help set of this size; its pages are not there any more.
+inline HelpLibrary& loadedLibrary(SyntheticSize size)
+{
+    static std::map<std::pair<int, int>, std::unique_ptr<HelpLibrary>> libraries;
+    auto& library = libraries[{size.topics, size.keywords}];
+    if (library == nullptr) {
+        const Set set(size);
+        library = std::make_unique<HelpLibrary>();
+        library->loadContents(set.contents(), nullptr);
+        library->buildIndex();
+    }
+    return *library;
+}

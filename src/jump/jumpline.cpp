@@ -51,8 +51,8 @@ JumpLine::JumpLine(HelpLibrary& library, QWidget& window)
     connect(m_field, &QLineEdit::textChanged, this, &JumpLine::find);
     connect(m_list, &QListView::clicked, this, [this](const QModelIndex& index) { choose(index, false); });
     connect(&library, &HelpLibrary::helpSetAboutToBeRemoved, this, &JumpLine::forget);
-    connect(&library.keywordIndex(), &KeywordIndex::aboutToBeRebuilt, this, &JumpLine::forget);
-    connect(&library, &HelpLibrary::topRowsAboutToBeInserted, this, &JumpLine::forget);
+    connect(&library, &HelpLibrary::topRowsInserted, this, &JumpLine::findAgain);
+    connect(&library.keywordIndex(), &KeywordIndex::rebuilt, this, &JumpLine::findAgain);
 }
 
 void JumpLine::buildLayout()
@@ -90,6 +90,18 @@ void JumpLine::find()
                         ? tr("Type some letters of a title, in their order: “fip” finds “Find in Page”.")
                         : tr("Nothing is called so. Ctrl+Shift+F searches the text of all pages."));
     place();
+}
+
+/// More has been loaded; the row that was chosen stays chosen if it is still there.
+void JumpLine::findAgain()
+{
+    if (isVisible()) {
+        const QString chosen = m_list->currentIndex().data(Qt::AccessibleTextRole).toString();
+        find();
+        const auto rows =
+            m_model->match(m_model->index(0, 0), Qt::AccessibleTextRole, chosen, 1, Qt::MatchExactly);
+        m_list->setCurrentIndex(rows.isEmpty() ? m_model->index(0, 0) : rows.front());
+    }
 }
 
 /// As wide and as high as needed, over the upper middle of the window.

@@ -34,6 +34,7 @@ protected:
 private:
     void buildLayout();
     void find();
+    void findAgain();
     void choose(const QModelIndex& index, bool isToSynchronize);
     void close();
     /// The targets go; the line does, too.

@@ -46,20 +46,29 @@ void JumpSearch::begin(std::vector<JumpTarget> nearby, const HelpContentsRoot* i
     for (auto& target : m_nearby) {
         target.text = target.ownText;
     }
+    m_inUse = inUse;
+}
+
+std::vector<JumpSearch::Part> JumpSearch::makeParts() const
+{
     auto roots = m_library.roots();
-    std::stable_partition(roots.begin(), roots.end(), [inUse](const auto* root) { return root == inUse; });
+    std::stable_partition(roots.begin(), roots.end(), [this](const auto* root) { return root == m_inUse; });
+    std::vector<Part> parts;
     auto number = quint32(m_nearby.size());
     for (const auto* root : roots) {
         const auto& set = m_library.helpSet(*root);
         const auto firstKeyword = number + quint32(set.rows().size());
-        m_parts.push_back({&set, number, firstKeyword});
-        number = firstKeyword + quint32(set.indexItems().size());
+        const auto end = firstKeyword + quint32(set.indexItems().size());
+        parts.push_back({&set, number, firstKeyword, end});
+        number = end;
     }
+    return parts;
 }
 
 void JumpSearch::end()
 {
     m_nearby.clear();
+    m_inUse = nullptr;
     m_parts.clear();
     m_pattern = FuzzyPattern();
     m_matching = {};
@@ -100,8 +109,10 @@ JumpTarget JumpSearch::target(quint32 number) const
 std::vector<JumpTarget> JumpSearch::find(const QString& query, size_t limit)
 {
     FuzzyPattern pattern(query);
-    const bool isNarrower = !m_pattern.isEmpty() && pattern.narrows(m_pattern);
+    auto parts = makeParts();
+    const bool isNarrower = !m_pattern.isEmpty() && pattern.narrows(m_pattern) && parts == m_parts;
     m_pattern = std::move(pattern);
+    m_parts = std::move(parts);
     m_found.clear();
     m_limit = limit;
     if (m_pattern.isEmpty()) {

@@ -18,9 +18,9 @@ public:
     explicit JumpSearch(HelpLibrary& library) : m_library(library) {}
 
     /// What else one can jump to, with texts of its own, the most wanted first, and the help set in use,
-    /// which comes before others. To be called again after each change of the library.
+    /// which comes before others. Both are let go of at end().
     void begin(std::vector<JumpTarget> nearby, const HelpContentsRoot* inUse);
-    /// Lets go of all targets.
+    /// Lets go of all that the search has seen; to be called before a help set goes.
     void end();
     /// The best targets for a query, best first; for an empty one those nearby that have been read.
     [[nodiscard]] std::vector<JumpTarget> find(const QString& query, size_t limit);
@@ -40,8 +40,12 @@ private:
         const HelpSet* set;
         quint32 firstRow;
         quint32 firstKeyword;
+        quint32 end;
+
+        bool operator==(const Part&) const = default;
     };
 
+    [[nodiscard]] std::vector<Part> makeParts() const;
     [[nodiscard]] QStringView textOf(quint32 number) const;
     [[nodiscard]] JumpTarget target(quint32 number) const;
     [[nodiscard]] const Part& partOf(quint32 number) const;
@@ -52,7 +56,8 @@ private:
 
     HelpLibrary& m_library;
     std::vector<JumpTarget> m_nearby; ///< numbered from 0
-    std::vector<Part> m_parts;
+    const HelpContentsRoot* m_inUse = nullptr;
+    std::vector<Part> m_parts; ///< what was looked through last; more may have been loaded since
     FuzzyPattern m_pattern;
     std::vector<quint32> m_matching; ///< all that match the pattern, in order
     std::vector<Found> m_found;      ///< the best of them, a heap with the last one on top

@@ -363,6 +363,7 @@ void TestReadingView::looksOfSheets_data()
            "<p>a word<div class=f>small print at the foot of the page</div>", "");
     addRow("calculated", ".x{font-size:calc(2em - (4px + 2px * 2))}", word, "size2");
     addRow("no calculation", ".x{font-size:calc(2em - (4px);margin-left:calc(9px / 0)}", word, "");
+    addRow("numbers that are no lengths", ".x{font-size:calc(7 * 9);margin-left:calc(20px + 1)}", word, "");
     addRow("small", ".x{font-size:.7em}", word, "size-1");
     addRow("capitals", ".x{text-transform:uppercase}", word, "upper");
     addRow("small capitals", ".x{font-variant:small-caps}", word, "small");

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "styles/csslength.h"
 #include "styles/cssreader.h"
 #include "styles/styleproperties.h"
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "styles/styleproperties.h"
 
-#include "styles/csscalc.h"
 #include "styles/cssreader.h"
 
 #include <algorithm>
@@ -73,52 +72,4 @@ std::vector<std::string_view> wordsOf(std::string_view value)
     auto words = splitCss(value, ' ');
     std::erase_if(words, [](std::string_view word) { return word.empty(); });
     return words;
-}
-
-std::optional<double> readLength(std::string_view value, double em)
-{
-    static const std::unordered_map<std::string_view, double> units{
-        {"px", 1}, {"pt", 4.0 / 3}, {"pc", 16}, {"in", 96}, {"cm", 37.8}, {"mm", 3.78}, {"rem", FontSize}};
-    std::string_view unit;
-    const auto number = readCssNumber(value, unit);
-    if (!number) {
-        const auto calculated = readCalculation(value, em);
-        return calculated && calculated->unit == StyleLength::Unit::Pixels
-                   ? std::optional(double(calculated->value))
-                   : std::nullopt;
-    }
-    if (unit == "em" || unit == "ex" || unit == "ch") {
-        return *number * em * (unit == "em" ? 1 : 0.5);
-    }
-    const auto found = units.find(unit);
-    if (found != units.end()) {
-        return *number * found->second;
-    }
-    return *number == 0 && unit.empty() ? std::optional(0.0) : std::nullopt;
-}
-
-StyleLength readStyleLength(std::string_view value, double em)
-{
-    std::string_view unit;
-    if (const auto length = readLength(value, em)) {
-        return {float(*length), StyleLength::Unit::Pixels};
-    }
-    const auto number = readCssNumber(value, unit);
-    if (!number || (unit != "%" && unit != "fr")) {
-        return readCalculation(value, em).value_or(StyleLength());
-    }
-    return {float(*number), unit == "%" ? StyleLength::Unit::Percent : StyleLength::Unit::Share};
-}
-
-std::optional<float> readPixels(std::string_view value, double em, double width)
-{
-    constexpr double most = 100'000; // pixels
-    constexpr double percent = 0.01;
-    const auto length = readStyleLength(value, em);
-    if (length.unit == StyleLength::Unit::Auto || length.unit == StyleLength::Unit::Share) {
-        return std::nullopt;
-    }
-    const double pixels =
-        length.unit == StyleLength::Unit::Percent ? length.value * percent * width : double(length.value);
-    return float(std::clamp(pixels, -most, most));
 }

@@ -10,8 +10,6 @@
 
 struct CssDeclaration;
 
-inline constexpr double FontSize = 16; ///< pixels, of a browser's page
-
 /// What values are relative to.
 struct StyleSurroundings {
     const ComputedStyle* parent = nullptr; ///< null for the root
@@ -39,13 +37,6 @@ struct StyleDeclaration {
 
 /// What is understood of a rule's declarations.
 [[nodiscard]] std::vector<StyleDeclaration> understood(const std::vector<CssDeclaration>& declarations);
-
-/// A length in pixels of a screen; `em` is the size of the font. None when it is no length, or in percent.
-[[nodiscard]] std::optional<double> readLength(std::string_view value, double em);
-/// A length, "50%", "2fr" or "auto".
-[[nodiscard]] StyleLength readStyleLength(std::string_view value, double em);
-/// The same in pixels, where the page is so wide.
-[[nodiscard]] std::optional<float> readPixels(std::string_view value, double em, double width);
 
 /// The parts of a value that stand between blanks.
 [[nodiscard]] std::vector<std::string_view> wordsOf(std::string_view value);

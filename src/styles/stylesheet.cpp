@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "styles/stylesheet.h"
 
+#include "styles/csslength.h"
+
 #include <algorithm>
 #include <utility>
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "styles/csscolor.h"
+#include "styles/csslength.h"
 #include "styles/cssreader.h"
 #include "styles/styleproperties.h"
 

@@ -5,6 +5,8 @@
 #include <QRegularExpression>
 #include <QTest>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 /// What of a page is there to be read, for the reader and for the search.
@@ -16,6 +18,7 @@ private Q_SLOTS:
     void furniture();
     void words_data();
     void words();
+    void termsInTerms();
 };
 
 namespace {
@@ -183,6 +186,17 @@ void TestMainContent::words()
         return text.replace(u'/', u' ').remove(QRegularExpression(u"[^\\w\\s+]"_s));
     };
     QCOMPARE(wordsOf(letters(QString::fromStdString(plain.text))), wordsOf(letters(prepared(html))));
+}
+
+/// What stands in many terms, one in another, is written once; sections have the order of the page.
+void TestMainContent::termsInTerms()
+{
+    const QString html = web(u"<dl><dt id=x>a "_s.repeated(3000));
+    const auto plain = readPlainPage(html, {}, PlainParts::TextAndSections);
+    QVERIFY(plain.headings.size() <= plain.text.size() + 1);
+    QCOMPARE(plain.sections.size(), 3000U);
+    QVERIFY(std::is_sorted(plain.sections.begin(), plain.sections.end(),
+                           [](const auto& a, const auto& b) { return a.begin < b.begin; }));
 }
 
 QTEST_GUILESS_MAIN(TestMainContent)

@@ -32,6 +32,8 @@ public:
         walk(
             top, [this](const HtmlNode& node) { return isText(node) ? addText(node) : enter(node); },
             [this](const HtmlNode& node) { leave(node); });
+        std::stable_sort(m_page.sections.begin(), m_page.sections.end(),
+                         [](const auto& a, const auto& b) { return a.begin < b.begin; });
     }
 
 private:
@@ -100,9 +102,7 @@ private:
         section.textBegin = m_page.text.size();
         const size_t length = std::min(section.textBegin - section.begin, LongestSectionTitle);
         section.title = m_page.text.substr(section.begin, length);
-        const auto place = std::upper_bound(m_page.sections.begin(), m_page.sections.end(), section,
-                                            [](const auto& a, const auto& b) { return a.begin < b.begin; });
-        m_page.sections.insert(place, std::move(section));
+        m_page.sections.push_back(std::move(section));
     }
 
     /// False when there is nothing to read in it, or it has been read.
@@ -119,8 +119,8 @@ private:
             putStroke(node);
         }
         m_links += notes.element == Element::Link ? 1 : 0;
-        if (isHeadline(notes)) {
-            m_headings.push_back(m_page.text.size());
+        if (isHeadline(notes) && m_headlines++ == 0) {
+            m_headline = m_page.text.size();
         }
         if (m_hasSections) {
             noteAnchor(node);
@@ -149,9 +149,9 @@ private:
         if (m_hasSections && opensSection(node, notes)) {
             closeSection();
         }
-        if (isHeadline(notes)) {
-            m_page.headings.append(m_page.text, m_headings.back()).append("\n");
-            m_headings.pop_back();
+        // The outermost one writes what is in it.
+        if (isHeadline(notes) && --m_headlines == 0) {
+            m_page.headings.append(m_page.text, m_headline).append("\n");
         }
         if (isSetApart(node, notes) || isLineOfListing(node)) {
             breakLine();
@@ -228,7 +228,8 @@ private:
     int m_links = 0;                  ///< that are open
     std::string m_anchor;             ///< of what begins here
     std::vector<PlainSection> m_open; ///< headings and terms, from the outermost
-    std::vector<size_t> m_headings;   ///< where those that are open begin
+    int m_headlines = 0;              ///< that are open
+    size_t m_headline = 0;            ///< where the outermost of them begins
 };
 
 std::string titleOf(const HtmlTree& tree)

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <vector>
 
 namespace {
 
@@ -79,24 +80,28 @@ int widest(const QStringList& lines)
     return width;
 }
 
+/// What columns take when none is wider than a limit.
+qint64 sumWithin(const QList<int>& widths, int limit)
+{
+    return std::accumulate(widths.begin(), widths.end(), qint64(0),
+                           [limit](qint64 sum, int width) { return sum + std::min(width, limit); });
+}
+
 /// Takes from the widest columns until all fit.
 QList<int> fitted(QList<int> widths, int width)
 {
-    const int room = std::max<int>(int(widths.size()), width - TextGrid::Gap * (int(widths.size()) - 1));
-    int sum = std::accumulate(widths.begin(), widths.end(), 0);
-    while (sum > room) {
-        const auto most = std::max_element(widths.begin(), widths.end());
-        int second = 1;
-        for (auto other = widths.begin(); other != widths.end(); ++other) {
-            second = other == most ? second : std::max(second, *other);
-        }
-        const int taken = std::min(sum - room, std::max(1, *most - second));
-        if (*most - taken < 1) {
-            break;
-        }
-        *most -= taken;
-        sum -= taken;
+    const qint64 room = std::max<qint64>(widths.size(), width - TextGrid::Gap * (widths.size() - 1));
+    int limit = 1; // with it, all fit
+    int beyond = *std::max_element(widths.begin(), widths.end()) + 1;
+    while (beyond - limit > 1) {
+        const int middle = limit + (beyond - limit) / 2;
+        (sumWithin(widths, middle) <= room ? limit : beyond) = middle;
     }
+    qint64 rest = room - sumWithin(widths, limit);
+    std::for_each(widths.rbegin(), widths.rend(), [&](int& column) {
+        column = std::min(column, limit + (rest > 0 && column > limit ? 1 : 0));
+        rest -= column > limit ? 1 : 0;
+    });
     return widths;
 }
 
@@ -218,22 +223,26 @@ const QList<int>& DocumentText::naturalWidths(const QTextTable& table)
     if (const auto known = m_widths.constFind(&table); known != m_widths.constEnd()) {
         return *known;
     }
+    struct WideCell {
+        int column;
+        int span;
+        int width;
+    };
     QList<int> widths(table.columns(), 1);
+    std::vector<WideCell> wideCells;
     for (int row = 0; row < table.rows(); ++row) {
         forEachCell(table, row, [&](const QTextTableCell& cell, int column) {
-            if (cell.columnSpan() == 1) {
-                widths[column] =
-                    std::max(widths[column], widest(linesOf(cell.begin(), cell.end(), Unlimited)));
+            const int width = widest(linesOf(cell.begin(), cell.end(), Unlimited));
+            if (const int span = cell.columnSpan(); span > 1) {
+                wideCells.push_back({column, span, width});
+            } else {
+                widths[column] = std::max(widths[column], width);
             }
         });
     }
-    for (int row = 0; row < table.rows(); ++row) {
-        forEachCell(table, row, [&](const QTextTableCell& cell, int column) {
-            if (const int span = cell.columnSpan(); span > 1) {
-                const int width = widest(linesOf(cell.begin(), cell.end(), Unlimited));
-                widths[column + span - 1] += std::max(0, width - sumOf(widths, column, span));
-            }
-        });
+    for (const auto& cell : wideCells) {
+        widths[cell.column + cell.span - 1] +=
+            std::max(0, cell.width - sumOf(widths, cell.column, cell.span));
     }
     return *m_widths.insert(&table, widths);
 }

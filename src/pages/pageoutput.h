@@ -61,7 +61,6 @@ public:
     void putAnchors();
 
     void breakLine();
-    void putBreak();
     /// Where one paragraph ends and another begins.
     void breakBlock();
     /// A paragraph for text that stands between blocks, where there is none.
@@ -80,6 +79,7 @@ private:
         size_t begin; ///< in `m_html`
     };
 
+    void putBreak();
     void endParagraph();
     void divide();
     [[nodiscard]] bool isDivisibleHere() const;

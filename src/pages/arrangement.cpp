@@ -4,7 +4,7 @@
 #include "markup/htmltree.h"
 #include "pages/boxcontent.h"
 #include "pages/boxlook.h"
-#include "pages/pagesurvey.h"
+#include "pages/elementnotes.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,7 +2,7 @@
 #include "pages/boxcontent.h"
 
 #include "markup/htmltree.h"
-#include "pages/pagesurvey.h"
+#include "pages/elementnotes.h"
 #include "styles/computedstyle.h"
 
 namespace {

@@ -3,7 +3,7 @@
 
 #include "markup/htmltree.h"
 #include "markup/tags.h"
-#include "pages/pagesurvey.h"
+#include "pages/elementnotes.h"
 #include "styles/computedstyle.h"
 
 #include <QChar>
@@ -113,11 +113,10 @@ bool isColumnOfNumbers(const HtmlNode& element)
 
 bool isWayToOtherPages(const ElementNotes& notes, const Surroundings& around)
 {
-    const bool isStructure = notes.isContainer() || notes.element == Element::List;
     const bool isOfLinks = notes.siteLinks > 1 && notes.siteLinks * 2 >= notes.links;
     const bool isBesidePage =
         notes.hasHeadingBefore || around.hasHeadingBehind || notes.textBefore > NameOfBook;
-    return isStructure && isOfLinks && isBesidePage && !notes.hasHeading &&
+    return notes.isStructure() && isOfLinks && isBesidePage && !notes.hasHeading &&
            notes.text <= std::max(NameOfBook, notes.linkText);
 }
 

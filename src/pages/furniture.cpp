@@ -4,7 +4,7 @@
 #include "markup/htmltree.h"
 #include "markup/tags.h"
 #include "pages/browseraids.h"
-#include "pages/pagesurvey.h"
+#include "pages/elementnotes.h"
 #include "styles/computedstyle.h"
 
 #include <algorithm>
@@ -72,7 +72,7 @@ bool isAboveTitle(const ElementNotes& notes, const Surroundings& around)
     const bool hasFigure = notes.hasFreePicture && notes.links < ManyLinks;
     const bool isLogo =
         notes.element == Element::Paragraph && notes.hasPicture && notes.text + notes.linkText == 0;
-    const bool isStructure = notes.isContainer() || notes.element == Element::List || isLogo;
+    const bool isStructure = notes.isStructure() || isLogo;
     const bool isFirst =
         !notes.hasHeadingBefore && around.textBefore <= SiteText && !hasFigure && isStructure;
     const bool hasTitle =

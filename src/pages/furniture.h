@@ -1,17 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <cstddef>
-
 struct ElementNotes;
 struct HtmlNode;
-
-/// What is known of the parts of a page around an element that has been looked at.
-struct Surroundings {
-    size_t textBefore = 0;         ///< bytes outside of links
-    bool hasHeadingBehind = false; ///< of any rank, visible and with content
-    bool hasTitleBehind = false;   ///< such of the first rank
-};
+struct Surroundings;
 
 /// Whether an element belongs to the web site that a page was made for, and not to what the page says. All in
 /// the element, and all behind it, has been looked at.

@@ -2,7 +2,7 @@
 #include "pages/maincontent.h"
 
 #include "markup/htmltree.h"
-#include "pages/pagesurvey.h"
+#include "pages/elementnotes.h"
 
 #include <algorithm>
 #include <array>
@@ -85,9 +85,8 @@ bool isGeneratedDocument(const HtmlNode& body)
 /// Whether nothing is lost without the element: a paragraph is never mere navigation.
 bool isDispensable(const ElementNotes& notes)
 {
-    const bool isStructure = notes.isContainer() || notes.element == Element::List;
     return notes.isHidden || notes.isFurniture || notes.element == Element::Ignored || !notes.hasContent() ||
-           (isStructure && !notes.hasPicture && notes.isMostlyLinks());
+           (notes.isStructure() && !notes.hasPicture && notes.isMostlyLinks());
 }
 
 /// The child that holds all that is to be read, when the others hold mere navigation.

@@ -3,7 +3,7 @@
 
 #include "markup/htmltree.h"
 #include "pages/boxlook.h"
-#include "pages/pagesurvey.h"
+#include "pages/elementnotes.h"
 #include "styles/readablecolor.h"
 
 #include <algorithm>

@@ -4,6 +4,7 @@
 #include "markup/htmltree.h"
 #include "markup/tags.h"
 #include "pages/browseraids.h"
+#include "pages/furniture.h"
 #include "styles/pagestyles.h"
 
 #include <algorithm>
@@ -56,11 +57,6 @@ size_t letters(std::string_view text)
 }
 
 } // namespace
-
-const ElementNotes& notesOf(const HtmlNode& element)
-{
-    return *element.notes;
-}
 
 PageSurvey::PageSurvey(HtmlNode& root, PageStyles& styles)
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "pages/pagesurvey.h"
+#include "pages/elementnotes.h"
 #include "pages/pagewriter.h"
 
 /// Writes a surveyed page without style sheets by the viewer's own rules. Its looks are those of the classes

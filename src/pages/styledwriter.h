@@ -3,8 +3,8 @@
 
 #include "pages/arrangement.h"
 #include "pages/boxlook.h"
+#include "pages/elementnotes.h"
 #include "pages/pagemeasure.h"
-#include "pages/pagesurvey.h"
 #include "pages/pagewriter.h"
 #include "pages/shownstyle.h"
 #include "styles/counters.h"

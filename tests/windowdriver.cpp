@@ -3,6 +3,7 @@
 // Opens help sets in the window, offscreen, and uses them like somebody who wants to see everything, with a
 // search for WORDS: for tests that limit its time and memory and watch what it opens. Writes what it saw as a
 // JSON object.
+#include "app/memory.h"
 #include "windowuser.h"
 
 #include <QJsonDocument>
@@ -36,6 +37,7 @@ bool readAround(WindowUser& user)
 
 int main(int argc, char* argv[])
 {
+    returnFreedMemory();
     QCoreApplication::setApplicationName(QStringLiteral("Quenda"));
     QCoreApplication::setOrganizationName(QStringLiteral("Orvanel"));
     const QApplication application(argc, argv);

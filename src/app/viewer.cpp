@@ -2,6 +2,7 @@
 #include "app/viewer.h"
 
 #include "app/arguments.h"
+#include "app/memory.h"
 #include "library/helplibrary.h"
 #include "mainwindow/helpmainwindow.h"
 #include "mainwindow/wish.h"
@@ -17,7 +18,6 @@
 #include <thread>
 
 #include <fontconfig/fontconfig.h>
-#include <malloc.h>
 
 namespace {
 
@@ -46,18 +46,6 @@ void readAhead(HelpLibrary& library, const QStringList& fileNames)
             library.readAhead(fileName);
         }
     }
-}
-
-/// Large blocks go back to the system when they are freed, instead of staying between others. By itself the C
-/// library keeps blocks of a size once one of that size has been freed.
-void returnFreedMemory()
-{
-#ifdef __GLIBC__
-    constexpr int largeBlock = 1 << 20; // bytes
-    constexpr int largeTop = 4 << 20;   // bytes
-    ::mallopt(M_MMAP_THRESHOLD, largeBlock);
-    ::mallopt(M_TRIM_THRESHOLD, largeTop);
-#endif
 }
 
 /// Loads the toolkit's plugins for pictures, which it does when it reads the first one.

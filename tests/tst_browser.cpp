@@ -369,6 +369,9 @@ void TestBrowser::linkTargetsAreShown()
     QEvent leave(QEvent::Leave);
     QCoreApplication::sendEvent(f.browser.viewport(), &leave);
     QCOMPARE(f.hovered, QString());
+    QVERIFY(QTest::qWaitForWindowActive(&f.browser));
+    QTest::keyClick(&f.browser, Qt::Key_Tab);
+    QCOMPARE(f.files.shortened(f.hovered), QStringLiteral("D/two.html"));
 }
 
 void TestBrowser::remoteNames_data()

@@ -522,9 +522,20 @@ void TestReadingView::pictures()
         red += shown.pixelColor(shown.width() / 2, y) == QColor(Qt::red) ? 1 : 0;
     }
     QVERIFY(red > 30 && red < 70);
-    QPoint place;
-    for (int y = 0; y < shown.height() && place.isNull(); ++y) {
-        place = shown.pixelColor(100, y) == QColor(Qt::red) ? QPoint(100, y + 4) : QPoint();
+    const auto nextPicture = [&shown](int y) {
+        while (y < shown.height() && shown.pixelColor(100, y) != QColor(Qt::red)) {
+            ++y;
+        }
+        return QPoint(100, y + 4);
+    };
+    const QPoint place = nextPicture(0);
+    const QPoint linked = nextPicture(place.y() + 60);
+    // One can be clicked as it is reduced, the other as it is a link.
+    for (const auto& [point, shape] :
+         {std::pair(place, Qt::PointingHandCursor), std::pair(linked, Qt::PointingHandCursor),
+          std::pair(place, Qt::PointingHandCursor), std::pair(QPoint(1, 1), Qt::ArrowCursor)}) {
+        QTest::mouseMove(f.browser.viewport(), point);
+        QTRY_COMPARE(f.browser.viewport()->cursor().shape(), shape);
     }
     const QSignalSpy activated(&f.browser, &PageView::pictureActivated);
     f.browser.disconnect(&f.browser, &PageView::pictureActivated, &f.browser, nullptr);

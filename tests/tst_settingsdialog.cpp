@@ -67,6 +67,8 @@ void TestSettingsDialog::colorDialog()
         dialog.setLinkColor(Qt::red);
         for (auto* button : dialog.findChildren<QPushButton*>()) {
             if (button->text().isEmpty()) {
+                const QImage face = button->grab().toImage();
+                QCOMPARE(face.pixelColor(face.rect().center()), QColor(Qt::red));
                 button->click();
             }
         }

@@ -3,6 +3,7 @@
 
 #include "library/helplibrary.h"
 #include "library/helpset.h"
+#include "library/tooltip.h"
 
 #include <QFont>
 
@@ -240,9 +241,7 @@ QVariant HelpContentsModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return rowAt(index)->text.toString();
     case Qt::ToolTipRole:
-        // In a tag, or the tool tip would guess whether the title is rich text.
-        return QString(QStringLiteral("<span>") + rowAt(index)->text.toString().toHtmlEscaped() +
-                       QStringLiteral("</span>"));
+        return plainToolTip(rowAt(index)->text.toString());
     case Qt::FontRole:
         if (isHelpSet(index)) {
             QFont font;

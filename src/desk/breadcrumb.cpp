@@ -3,6 +3,7 @@
 
 #include "library/helplibrary.h"
 #include "library/helpset.h"
+#include "library/tooltip.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -21,11 +22,6 @@ QString menuText(const QString& title)
     QString text = title.simplified();
     text = text.size() > LongestEntry ? text.first(LongestEntry - 1) + u'…' : text;
     return text.replace(u'&', QStringLiteral("&&"));
-}
-
-QString asPlain(const QString& text)
-{
-    return QStringLiteral("<span>") + text.toHtmlEscaped() + QStringLiteral("</span>");
 }
 
 HelpContentsItem* firstPageOf(const HelpSet& set)
@@ -96,7 +92,7 @@ void Breadcrumb::showPart(size_t number, const Part& part)
                                  : m_library.helpSet(*part.record->root()).topRows().size() > 1;
     button->setPopupMode(hasSiblings ? QToolButton::MenuButtonPopup : QToolButton::DelayedPopup);
     button->setMenu(hasSiblings ? button->findChild<QMenu*>() : nullptr);
-    button->setToolTip(asPlain(part.text));
+    button->setToolTip(plainToolTip(part.text));
     button->setAccessibleName(part.text);
     button->setVisible(true);
 }
@@ -151,7 +147,7 @@ void Breadcrumb::addEntry(QMenu& menu, const QString& text, HelpContentsItem* re
     action->setCheckable(true);
     action->setChecked(isCurrent);
     if (text.size() > LongestEntry) {
-        action->setToolTip(asPlain(text));
+        action->setToolTip(plainToolTip(text));
     }
     if (isCurrent) {
         menu.setActiveAction(action);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "desk/librarylist.h"
 
+#include "library/tooltip.h"
+
 #include <QHeaderView>
 #include <QLocale>
 
@@ -92,9 +94,7 @@ void LibraryList::describe(QTreeWidgetItem& row, const LibraryEntry& entry)
     row.setText(PlaceColumn, entry.fileName);
     QStringList lines{entry.title, entry.fileName, entry.state};
     lines.removeAll(QString());
-    const QString toolTip =
-        QStringLiteral("<span>%1</span>")
-            .arg(lines.join(u'\n').toHtmlEscaped().replace(u'\n', QStringLiteral("<br>")));
+    const QString toolTip = plainToolTip(lines.join(u'\n')).replace(u'\n', QStringLiteral("<br>"));
     for (int column = 0; column < ColumnCount; ++column) {
         row.setToolTip(column, toolTip);
     }

@@ -2,6 +2,7 @@
 #include "desk/librarypage.h"
 
 #include "desk/librarylist.h"
+#include "library/tooltip.h"
 
 #include <QBoxLayout>
 #include <QKeyEvent>
@@ -29,11 +30,6 @@ QString shortTitle(const QString& title)
         text = text.first(LongestTitle - 1) + u'…';
     }
     return text.replace(u'&', QStringLiteral("&&"));
-}
-
-QString asToolTip(const QString& text)
-{
-    return QStringLiteral("<span>") + text.toHtmlEscaped() + QStringLiteral("</span>");
 }
 
 } // namespace
@@ -161,7 +157,7 @@ void LibraryPage::setSession(const QStringList& titles)
     }
     const QString more = titles.size() > TitlesShown ? QStringLiteral(", …") : QString();
     m_sessionButton->setText(tr("Open A&gain: %1").arg(shown.join(QStringLiteral(", ")) + more));
-    m_sessionButton->setToolTip(asToolTip(titles.join(QStringLiteral(", "))));
+    m_sessionButton->setToolTip(plainToolTip(titles.join(QStringLiteral(", "))));
     m_sessionButton->setHidden(titles.isEmpty());
 }
 

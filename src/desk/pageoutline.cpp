@@ -3,6 +3,7 @@
 
 #include "browser/pageanchors.h"
 #include "browser/pageview.h"
+#include "library/tooltip.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -24,11 +25,6 @@ constexpr int TitleMargin = 4;        // pixels
 constexpr size_t MaximumRows = 5'000; // nobody goes through more
 
 constexpr int AnchorRole = Qt::UserRole;
-
-QString tipOf(const QString& text)
-{
-    return QStringLiteral("<span>") + text.toHtmlEscaped() + QStringLiteral("</span>");
-}
 
 } // namespace
 
@@ -139,7 +135,7 @@ void PageOutline::fill()
         }
         auto* row = new QTreeWidgetItem({heading.text.simplified()});
         row->setData(0, AnchorRole, heading.anchor);
-        row->setToolTip(0, tipOf(heading.text));
+        row->setToolTip(0, plainToolTip(heading.text));
         if (above.empty()) {
             topRows.append(row);
         } else {

@@ -2,6 +2,7 @@
 #include "index/helpindexfound.h"
 
 #include "library/helplibrary.h"
+#include "library/tooltip.h"
 
 #include <QGridLayout>
 #include <QHeaderView>
@@ -83,7 +84,7 @@ void HelpIndexFound::addTopics(const HelpLibrary& library)
         auto* row = new QTreeWidgetItem({item.keyword.toString(), item.title(),
                                          item.hasPage() ? library.pageTitle(item.link()) : QString()});
         row->setData(0, ItemRole, qulonglong(i));
-        row->setToolTip(2, QStringLiteral("<span>%1</span>").arg(item.link().toHtmlEscaped()));
+        row->setToolTip(2, plainToolTip(item.link()));
         rows.append(row);
     }
     m_topicList->addTopLevelItems(rows);

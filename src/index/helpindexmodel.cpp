@@ -2,6 +2,7 @@
 #include "index/helpindexmodel.h"
 
 #include "library/keywordindex.h"
+#include "library/tooltip.h"
 
 #include <algorithm>
 #include <utility>
@@ -54,9 +55,7 @@ QVariant HelpIndexModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return row.text();
     case Qt::ToolTipRole:
-        // In a tag, or the tool tip would guess whether the keyword is rich text.
-        return QString(QStringLiteral("<span>") + row.indexItem->keyword.toString().toHtmlEscaped() +
-                       QStringLiteral("</span>"));
+        return plainToolTip(row.indexItem->keyword.toString());
     case TopicsRole:
         return topicsOf(row.indexItem->group);
     default:

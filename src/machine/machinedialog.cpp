@@ -3,6 +3,7 @@
 
 #include "library/installedcontents.h"
 #include "library/settingsstore.h"
+#include "library/tooltip.h"
 
 #include <QDialogButtonBox>
 #include <QFileDialog>
@@ -122,7 +123,7 @@ void MachineDialog::show(const std::vector<MachineSet>& sets)
             new QTreeWidgetItem({set.title.simplified(), set.kind, QLocale().toString(set.pages), set.name});
         const bool isOpen = m_open.contains(set.name);
         item->setData(Title, Qt::UserRole, set.name);
-        item->setToolTip(Place, QStringLiteral("<span>%1</span>").arg(set.name.toHtmlEscaped()));
+        item->setToolTip(Place, plainToolTip(set.name));
         item->setTextAlignment(Pages, Qt::AlignRight | Qt::AlignVCenter);
         item->setCheckState(Title, isOpen ? Qt::Checked : Qt::Unchecked);
         item->setDisabled(isOpen);

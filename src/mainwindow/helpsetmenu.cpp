@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/helpsetmenu.h"
 
+#include "library/tooltip.h"
+
 #include <QProxyStyle>
 #include <QStyleOptionMenuItem>
 
@@ -64,7 +66,7 @@ int HelpSetMenu::addEntry(const QString& title, const QString& fileName)
     const int id = ++m_lastId;
     auto* action = addAction(entryText(title), this, [this, id] { Q_EMIT chosen(id); });
     action->setData(id);
-    action->setToolTip(QStringLiteral("<span>%1</span>").arg(fileName.toHtmlEscaped()));
+    action->setToolTip(plainToolTip(fileName));
     setEnabled(true);
     return id;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "search/searchscope.h"
 
+#include "library/tooltip.h"
+
 #include <QMenu>
 
 #include <algorithm>
@@ -120,7 +122,7 @@ void SearchScope::showChoice()
                          : titles.isEmpty() ? tr("In all help sets")
                                             : tr("In %1").arg(titles.join(u", "));
     setItemText(0, text);
-    setToolTip(QStringLiteral("<span>") + text.toHtmlEscaped() + QStringLiteral("</span>"));
+    setToolTip(plainToolTip(text));
 }
 
 /// A menu stands for the list, which could not have check marks.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "fulltext/helpsetindex.h"
+#include "fulltext/indexfile.h"
 #include "fulltext/matchranges.h"
 #include "fulltext/searchcache.h"
 #include "fulltext/searchengine.h"
@@ -840,6 +841,62 @@ private Q_SLOTS:
         QVERIFY(process.waitForFinished());
         QCOMPARE(process.exitCode(), 0);
         QVERIFY(QFileInfo(database).size() > 0);
+    }
+
+    /// Of what has not been used for long, only so much is kept.
+    void smallCache()
+    {
+        const Searched searched("== a.cnt\n");
+        const auto make = [](const QString& name, int daysAgo) {
+            const QString database = SearchCache::databaseFor(name);
+            QFile file(database);
+            QFile lock(SearchCache::lockFor(database));
+            const bool isMade = file.open(QIODevice::WriteOnly) && file.resize(1000) &&
+                                lock.open(QIODevice::WriteOnly) &&
+                                lock.setFileTime(QDateTime::currentDateTime().addDays(-daysAgo),
+                                                 QFileDevice::FileModificationTime);
+            return isMade ? database : QString();
+        };
+        const QStringList all{make(u"used"_s, 9), make(u"new"_s, 1), make(u"old"_s, 3), make(u"older"_s, 5),
+                              make(u"locked"_s, 7)};
+        QFile log(all[1] + u"-wal"_s);
+        QVERIFY(log.open(QIODevice::WriteOnly) && log.resize(1000));
+        const FileLock lock(SearchCache::lockFor(all[4]), std::chrono::seconds(0));
+        const auto kept = [&all] {
+            QString names;
+            for (const auto& database : all) {
+                names += QFileInfo::exists(database) ? u'+' : u'-';
+            }
+            return names;
+        };
+        SearchCache::keepSmall(all[0], 6000);
+        QCOMPARE(kept(), u"+++++"_s);
+        SearchCache::keepSmall(all[0], 3500);
+        QCOMPARE(kept(), u"++--+"_s);
+    }
+
+    /// What is free in a file goes back, however much it is.
+    void roomIsGivenBack()
+    {
+        Searched searched(onePage(u"<p>apple"_s));
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        Database database(searched.database().toUtf8());
+        QVERIFY(database.run("CREATE TABLE filler(bytes); INSERT INTO filler VALUES(zeroblob(20000000)); "
+                             "DROP TABLE filler"));
+        searched.files().write(u"a.html"_s, "<p>banana");
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        QCOMPARE(database.number("PRAGMA freelist_count"), 0);
+    }
+
+    /// That an index cannot be looked through says nothing against it.
+    void notLookedThrough()
+    {
+        Searched searched(onePage(u"<p>apple"_s));
+        QCOMPARE(searched.update().state, IndexingResult::State::Complete);
+        const auto database = IndexFile::open("file:" + searched.database().toUtf8() + "?mode=ro");
+        QVERIFY(database != nullptr);
+        QVERIFY(!database->run("DELETE FROM pages"));
+        QVERIFY(IndexFile::isSound(*database));
     }
 
     void withoutCache()

@@ -91,7 +91,6 @@ private:
         }
     }
 
-    /// What was not looked at to its end counts as sound.
     [[nodiscard]] bool isSound(const QString& file) const
     {
         const auto database = IndexFile::open(QFile::encodeName(file));
@@ -99,7 +98,7 @@ private:
             return false;
         }
         database->setStop(m_stop);
-        return IndexFile::isSound(*database) || m_stop.stop_requested();
+        return IndexFile::isSound(*database);
     }
 
     IndexingResult withoutLock(const QString& file)
@@ -111,7 +110,7 @@ private:
         if (database == nullptr || database->number("SELECT count(*) FROM pages") <= 0) {
             return notKept(translated("another process keeps it from being made"));
         }
-        const bool isWhole = isUpToDate(*database, *m_set.source, *m_set.pages);
+        const bool isWhole = isUpToDate(*database, *m_set.source, *m_set.pages, m_stop);
         return {isWhole ? State::Complete : State::Stopped,
                 true,
                 {},

@@ -113,7 +113,8 @@ std::unique_ptr<Database> IndexFile::open(const QByteArray& name)
 
 bool IndexFile::isSound(Database& database)
 {
-    return database.run("INSERT INTO words(words, rank) VALUES('integrity-check', 0)");
+    return database.run("INSERT INTO words(words, rank) VALUES('integrity-check', 0)") ||
+           !database.isDamaged();
 }
 
 bool IndexFile::clear(Database& database)

@@ -22,7 +22,8 @@ inline constexpr int64_t LargestPageNumber = 1 << 24;
 /// possible, or when the file holds something else.
 [[nodiscard]] std::unique_ptr<Database> open(const QByteArray& name);
 
-/// Looks through all words. False when they make no sense.
+/// Looks through all words. False when they make no sense; what cannot be looked at to its end counts as
+/// sound.
 [[nodiscard]] bool isSound(Database& database);
 
 /// Forgets all pages. False on errors.

@@ -11,6 +11,7 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 namespace {
 
@@ -30,13 +31,18 @@ bool isMostlyGone(Database& database)
     return made > 2 * live + 100;
 }
 
-/// Merges some of what was written in many steps, and gives back the room that this leaves; takes tens of
-/// milliseconds.
-void tidy(Database& database)
+/// Merges some of what was written in many steps, and gives back the room that this leaves, in steps of some
+/// tens of milliseconds: of a large file it may be most.
+void tidy(Database& database, const std::stop_token& stop)
 {
     database.run("INSERT INTO words(words, rank) VALUES('merge', 500)");
-    if (database.number("PRAGMA freelist_count") * MuchFree > database.number("PRAGMA page_count")) {
-        database.run("PRAGMA incremental_vacuum");
+    int64_t free = database.number("PRAGMA freelist_count");
+    if (free * MuchFree <= database.number("PRAGMA page_count")) {
+        return;
+    }
+    for (int64_t before = free + 1; free > 0 && free < before && !stop.stop_requested();) {
+        database.run("PRAGMA incremental_vacuum(1000)");
+        before = std::exchange(free, database.number("PRAGMA freelist_count"));
     }
 }
 
@@ -55,9 +61,9 @@ struct Difference {
     LinkedPages linked;
 };
 
-/// Null on errors.
+/// Null on errors, or when a stop is asked for.
 std::unique_ptr<Difference> findDifference(Database& database, const SearchSource& source,
-                                           const SourcePages& sourcePages)
+                                           const SourcePages& sourcePages, const std::stop_token& stop)
 {
     const auto& pages = sourcePages.all();
     std::unordered_map<std::string, size_t> positions;
@@ -70,7 +76,7 @@ std::unique_ptr<Difference> findDifference(Database& database, const SearchSourc
     auto difference = std::make_unique<Difference>(sourcePages);
     bool isLinkUnknown = false;
     auto known = database.prepare("SELECT id, path, size, time, names, targets FROM pages");
-    while (known.step()) {
+    while (!stop.stop_requested() && known.step()) {
         std::string path(known.text(1));
         const auto found = positions.find(path);
         if (found != positions.end() && isSame(source, known, pages[found->second], seed)) {
@@ -95,7 +101,7 @@ std::unique_ptr<Difference> findDifference(Database& database, const SearchSourc
             difference->outdated.push_back(&pages[i]);
         }
     }
-    return known.ok() ? std::move(difference) : nullptr;
+    return known.ok() && !stop.stop_requested() ? std::move(difference) : nullptr;
 }
 
 class Update {
@@ -113,13 +119,13 @@ public:
     {
     }
 
-    /// Finds out what is to be done. False on errors.
-    bool compare()
+    /// Finds out what is to be done. False on errors, or when a stop is asked for.
+    bool compare(const std::stop_token& stop)
     {
         if (!m_database.run("BEGIN IMMEDIATE")) {
             return false;
         }
-        m_difference = findDifference(m_database, m_source, m_pages);
+        m_difference = findDifference(m_database, m_source, m_pages, stop);
         if (m_difference == nullptr) {
             return false;
         }
@@ -252,9 +258,10 @@ private:
 
 } // namespace
 
-bool isUpToDate(Database& database, const SearchSource& source, const SourcePages& pages)
+bool isUpToDate(Database& database, const SearchSource& source, const SourcePages& pages,
+                const std::stop_token& stop)
 {
-    const auto difference = findDifference(database, source, pages);
+    const auto difference = findDifference(database, source, pages, stop);
     std::vector<int64_t> outdated;
     return difference != nullptr && difference->gone.empty() && difference->outdated.empty() &&
            difference->linked.next(outdated).empty() && difference->linked.unreached().empty();
@@ -268,7 +275,7 @@ IndexingResult updateIndex(Database& database, const SearchSource& source, const
         return {IndexingResult::State::Failed, false, {}, {database.error()}};
     }
     Update update(database, source, pages);
-    const bool isWritten = !stop.stop_requested() && update.compare() && update.write(stop, progress);
+    const bool isWritten = !stop.stop_requested() && update.compare(stop) && update.write(stop, progress);
     result.errors = update.errors();
     if (update.isLimited()) {
         result.errors += QCoreApplication::translate("HelpSetIndex",
@@ -283,7 +290,7 @@ IndexingResult updateIndex(Database& database, const SearchSource& source, const
     if (!isWritten) {
         database.run("ROLLBACK");
     } else if (update.hasWritten()) {
-        tidy(database);
+        tidy(database, stop);
     }
     if (stop.stop_requested()) {
         result.state = IndexingResult::State::Stopped;

@@ -27,8 +27,10 @@ struct IndexingResult {
 /// Told about pages that are done, of all.
 using IndexingProgress = std::function<void(qint64 done, qint64 total)>;
 
-/// Whether a database holds what the pages of a help set say; changes nothing.
-[[nodiscard]] bool isUpToDate(Database& database, const SearchSource& source, const SourcePages& pages);
+/// Whether a database holds what the pages of a help set say; changes nothing. False when a stop is asked
+/// for.
+[[nodiscard]] bool isUpToDate(Database& database, const SearchSource& source, const SourcePages& pages,
+                              const std::stop_token& stop);
 
 /// Lets a database hold what the pages of a help set say, reading those that have changed in threads of its
 /// own. Changes are kept in steps of a second or two.

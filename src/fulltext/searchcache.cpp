@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <vector>
 
 namespace {
 
@@ -32,6 +33,12 @@ qint64 sizeOf(const QFileInfo& database)
 {
     return database.size() + QFileInfo(database.filePath() + QStringLiteral("-wal")).size();
 }
+
+struct Kept {
+    QString file;
+    qint64 bytes;
+    QDateTime lastUse;
+};
 
 } // namespace
 
@@ -72,21 +79,30 @@ void SearchCache::keepSmall(const QString& used, qint64 mostBytes)
     if (mark.open(QIODevice::ReadWrite)) {
         mark.setFileTime(QDateTime::currentDateTime(), QFileDevice::FileModificationTime);
     }
-    const auto lastUse = [](const QFileInfo& database) {
-        return QFileInfo(lockFor(database.filePath())).lastModified();
-    };
-    auto databases = QDir(directory()).entryInfoList({u'*' + suffix()}, QDir::Files);
-    std::sort(databases.begin(), databases.end(),
-              [&](const auto& a, const auto& b) { return lastUse(a) > lastUse(b); });
+    std::vector<Kept> databases;
     qint64 bytes = 0;
+    for (const auto& database : QDir(directory()).entryInfoList({u'*' + suffix()}, QDir::Files)) {
+        databases.push_back({database.filePath(), sizeOf(database), {}});
+        bytes += databases.back().bytes;
+    }
+    // The order costs much where there are hundreds, and is seldom needed.
+    if (bytes <= mostBytes) {
+        return;
+    }
+    for (auto& database : databases) {
+        database.lastUse = QFileInfo(lockFor(database.file)).lastModified();
+    }
+    std::sort(databases.begin(), databases.end(),
+              [](const Kept& a, const Kept& b) { return a.lastUse > b.lastUse; });
+    bytes = 0;
     for (const auto& database : databases) {
-        bytes += sizeOf(database);
-        if (bytes <= mostBytes || database.filePath() == used) {
+        bytes += database.bytes;
+        if (bytes <= mostBytes || database.file == used) {
             continue;
         }
-        const FileLock lockOfOther(lockFor(database.filePath()), std::chrono::milliseconds(0));
+        const FileLock lockOfOther(lockFor(database.file), std::chrono::milliseconds(0));
         if (lockOfOther.isHeld()) {
-            remove(database.filePath());
+            remove(database.file);
         }
     }
 }

@@ -430,6 +430,18 @@ void TestPreparedPage::written_data()
         "picture", R"(<body><img src="i.png" style="float:right" alt="x"><img src="no.png.gif" alt="gone">)",
         R"(<html><body><img src="file:///set/i.png" style="float:right"> <span class="alt">gone</span></body></html>)");
     addRow(
+        "pictures behind blocks",
+        "<body><h1>a</h1><img src=i.png> b<hr><a href=x><img src=i.png></a> c<p><img src=i.png>d</p>e<img "
+        "src=i.png>",
+        R"(<html><body><h1><a name="~heading-0"></a>a</h1><div><img src="file:///set/i.png"> b</div><hr><div><a href="link:0">)"
+        R"(<img src="file:///set/i.png"></a> c</div><p><img src="file:///set/i.png">d</p>e)"
+        R"(<img src="file:///set/i.png"></body></html>)");
+    addRow(
+        "picture behind a table in a cell",
+        "<table><tr><td><p>a</p><b><img src=i.png></b></table><img src=i.png>",
+        R"(<html><body><table><tbody><tr><td><p>a</p><div><b>)"
+        R"(<img src="file:///set/i.png"></b></div></td></tr></tbody></table><div><img src="file:///set/i.png"></div></body></html>)");
+    addRow(
         "frames",
         R"(<html><frameset cols="1,2"><frame src="toc.html" name="toc"><frameset><frame src="a b.html"></frameset><noframes><p>No frames.</p></noframes></frameset></html>)",
         R"(<html><p><a href="link:0">toc</a></p><p><a href="link:1">a b.html</a></p></html>)");

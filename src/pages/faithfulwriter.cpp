@@ -88,8 +88,7 @@ bool FaithfulWriter::enter(const HtmlNode& element)
         return false;
     }
     if (isEmptyElement(name)) {
-        breakBlock();
-        putMarkup(startTag(name, attributesOf(element)));
+        putEmpty(element);
         return false;
     }
     m_tables += name == "table" ? 1 : 0;
@@ -101,6 +100,16 @@ bool FaithfulWriter::enter(const HtmlNode& element)
         openElement(element);
     }
     return true;
+}
+
+void FaithfulWriter::putEmpty(const HtmlNode& element)
+{
+    const std::string markup = startTag(element.name, attributesOf(element));
+    if (element.name == "hr") {
+        putEmptyBlock(markup);
+    } else {
+        putMarkup(markup);
+    }
 }
 
 void FaithfulWriter::openElement(const HtmlNode& element)

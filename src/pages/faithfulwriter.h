@@ -18,6 +18,7 @@ private:
     [[nodiscard]] std::string attributesOf(const HtmlNode& element) const override;
 
     void openElement(const HtmlNode& element);
+    void putEmpty(const HtmlNode& element);
     void putFrames(const HtmlNode& frameset);
     void putStyle(const HtmlNode& element);
     void putStyleSheet(const HtmlNode& element);

@@ -44,6 +44,7 @@ void PageOutput::open(std::string_view markup, End& end)
         breakBlock();
         m_blocks.push_back(end.isContainer ? end.paragraph : std::string());
         m_isTextLast = m_isTextLast && markup.empty();
+        m_blockEnd = markup.empty() ? m_blockEnd : std::nullopt;
     } else {
         beginParagraph();
         putSpace();
@@ -76,8 +77,17 @@ void PageOutput::close(const End& end)
     m_isTextLast = m_isTextLast && !isTableEnd(end.markup);
     if (end.isBlock) {
         breakBlock();
+        m_blockEnd = end.markup.empty() ? m_blockEnd : m_html.size();
         addJoint();
     }
+}
+
+void PageOutput::putEmptyBlock(std::string_view markup)
+{
+    endParagraph();
+    breakBlock();
+    m_html += markup;
+    m_blockEnd = m_html.size();
 }
 
 /// Notes that the page can be divided here, when the part before has a size that is worth it.
@@ -129,6 +139,7 @@ void PageOutput::endParagraph()
 {
     if (std::exchange(m_isParagraphOpen, false)) {
         m_html += "</div>";
+        m_blockEnd = m_html.size();
         breakBlock();
     }
 }
@@ -171,6 +182,7 @@ void PageOutput::putWritten(std::string_view text)
     putBreak();
     if (!isBlank(text)) {
         putAnchors();
+        m_blockEnd.reset();
     }
     appendEscaped(m_html, text);
     if (isVerbatim()) {
@@ -196,6 +208,7 @@ void PageOutput::putWords(std::string_view text, bool isForHtml)
             beginParagraph();
             putSpace();
             putAnchors();
+            m_blockEnd.reset();
             appendEscaped(m_html, text.substr(word, end - word));
         } else if (std::exchange(m_isSpaceWanted, false)) {
             m_text += ' ';
@@ -250,6 +263,11 @@ void PageOutput::putPicture(std::string_view markup, bool isApart)
         breakLine();
     }
     beginParagraph(isApart ? "<div class=\"picture\">" : "");
+    // Text behind a block begins a line by itself, a picture does not.
+    if (const auto end = std::exchange(m_blockEnd, std::nullopt); end && !m_isParagraphOpen) {
+        m_html.insert(*end, "<div>");
+        m_isParagraphOpen = true;
+    }
     putSpace();
     putAnchors();
     m_html += markup;

@@ -3,6 +3,7 @@
 
 #include "pages/textlimit.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -54,6 +55,8 @@ public:
     void putWritten(std::string_view text);
     /// The blank or the line end that is due.
     void putSpace();
+    /// A rule, or what else stands between blocks and holds nothing.
+    void putEmptyBlock(std::string_view markup);
     /// A picture; one that is set apart gets a line of its own.
     void putPicture(std::string_view markup, bool isApart);
     /// Lets a name lead to what is written next.
@@ -102,5 +105,6 @@ private:
     bool m_isSpaceWanted = false;   ///< a blank is due before the next text
     bool m_isBreakDue = false;      ///< a line end is due before the next text
     bool m_isLineEmpty = true;
-    bool m_isTextLast = false; ///< followed by nothing but ends of elements
+    std::optional<size_t> m_blockEnd; ///< in `m_html`, while neither text nor a picture has followed
+    bool m_isTextLast = false;        ///< followed by nothing but ends of elements
 };

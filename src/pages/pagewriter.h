@@ -111,6 +111,7 @@ protected:
     void breakLine() { m_output.breakLine(); }
     /// Where one paragraph ends and another begins.
     void breakBlock() { m_output.breakBlock(); }
+    void putEmptyBlock(std::string_view markup) { m_output.putEmptyBlock(markup); }
 
     [[nodiscard]] const PageContext& context() const { return m_context; }
 

@@ -35,18 +35,16 @@ Q_SIGNALS:
     /// The user wants to search all pages for this.
     void searchRequested(const QString& text);
 
-protected Q_SLOTS:
-    virtual void lookForTextChanged(const QString& str);
-    virtual void lookForEnterPressed();
-    virtual void indexClicked(int row);
-    virtual void indexEnterPressed(int row);
-
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void buildLayout();
     void connectParts();
+    void lookForTextChanged(const QString& str);
+    void lookForEnterPressed();
+    void indexClicked(int row);
+    void indexEnterPressed(int row);
     [[nodiscard]] HelpIndexItem* itemAt(int row) const;
     void setCurrentRow(int row);
     /// The only help set whose keywords are wanted; null for all.

@@ -72,6 +72,7 @@ private Q_SLOTS:
         QCOMPARE(refused.code, 1);
         QCOMPARE(refused.out, "contents file \"empty\" not found\n"_ba);
         QVERIFY(refused.error.contains("has no pages"));
+        QVERIFY(run({u"--dump"_s, u"empty"_s}).out.contains("has no pages"));
         QCOMPARE(stored(), QString());
     }
 

@@ -25,7 +25,7 @@ public:
         bool complete = true;
         for (const auto& fileName : fileNames) {
             if (!HelpLibrary::isFile(fileName)) {
-                m_problems.push_back({fileName, 0, Problem::Severity::Error, missing(fileName)});
+                m_problems.push_back({fileName, 0, Problem::Severity::Error, whyNot(fileName)});
                 complete = false;
                 continue;
             }
@@ -61,11 +61,10 @@ public:
     }
 
 private:
-    static QString missing(const QString& fileName)
+    static QString whyNot(const QString& fileName)
     {
-        return fileName.contains(QChar::ReplacementCharacter)
-                   ? tr("The name is not valid text in this locale's encoding; such a file cannot be opened")
-                   : tr("There is no such file");
+        const auto refusal = HelpLibrary::refusalOf(fileName);
+        return tr("Cannot be opened: %1").arg(refusal ? refusal->reason : QString());
     }
 
     void member(const char* name, const QString& text)

@@ -54,6 +54,8 @@ QString describe(FileError error)
         return QCoreApplication::translate("FileError", "it is not readable");
     case FileError::TooLarge:
         return QCoreApplication::translate("FileError", "it is larger than 1 GiB");
+    case FileError::NoPages:
+        return QCoreApplication::translate("FileError", "the folder has no pages");
     case FileError::UnknownKind:
         return QCoreApplication::translate("FileError", "it is no documentation of a known kind");
     }
@@ -134,7 +136,8 @@ Result<QByteArray, FileError> readRegularFile(const QString& path, qint64 most)
 
 bool isGone(FileError error)
 {
-    return error == FileError::NotFound || error == FileError::Directory || error == FileError::NotRegular;
+    return error == FileError::NotFound || error == FileError::Directory || error == FileError::NotRegular ||
+           error == FileError::NoPages;
 }
 
 bool isRegularFile(const QString& path)

@@ -18,6 +18,7 @@ enum class FileError {
     NotRegular,
     Unreadable,
     TooLarge,
+    NoPages,    ///< a folder in which there is nothing to read
     UnknownKind ///< no documentation that can be opened
 };
 

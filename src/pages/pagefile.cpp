@@ -28,6 +28,7 @@ PageError fromFileError(FileError error)
     case FileError::TooLarge:
         return PageError::TooLarge;
     case FileError::Unreadable:
+    case FileError::NoPages:
     case FileError::UnknownKind:
         break;
     }

@@ -229,8 +229,8 @@ QString sourceTitle(const QString& fileName)
 std::optional<FileError> sourceError(const QString& fileName)
 {
     const Candidate candidate(fileName);
-    if (!isNative(candidate) && candidate.isFolder() && isHtmlFolder(fileName)) {
-        return std::nullopt;
+    if (!isNative(candidate) && candidate.isFolder()) {
+        return isHtmlFolder(fileName) ? std::nullopt : std::optional(FileError::NoPages);
     }
     if (const auto error = RegularFile(fileName).error()) {
         return error;

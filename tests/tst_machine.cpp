@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "machine/machinecache.h"
 #include "machine/machinesets.h"
 
 #include "qchfiles.h"
@@ -83,6 +84,24 @@ private Q_SLOTS:
         QCOMPARE(find(), u"Changed|HTML|1|doc/a/html"_s);
         QVERIFY(QDir(m_files->path(u"share/doc/a"_s)).removeRecursively());
         QCOMPARE(find(), QString());
+    }
+
+    /// Who looks for a moment only does not lose what was found out before.
+    void stoppedSearch() const
+    {
+        const QString cache = m_places.cacheFile;
+        MachineCache before(cache);
+        before.insert(u"/known"_s, {});
+        before.save(true);
+        MachineCache stopped(cache);
+        stopped.insert(u"/new"_s, {});
+        stopped.save(false);
+        MachineCache after(cache);
+        QVERIFY(after.find(u"/known"_s) && after.find(u"/new"_s));
+        MachineCache whole(cache);
+        whole.insert(u"/new"_s, {});
+        whole.save(true);
+        QVERIFY(!MachineCache(cache).find(u"/known"_s));
     }
 
     void unwritableCache()

@@ -64,6 +64,19 @@ Outcome installContents(const QString& fileName)
     return {Answer::Yes, storeList(store, sortingCntList(storedList(store)) << storedName(fileName))};
 }
 
+bool installAll(const QStringList& fileNames)
+{
+    SettingsStore store(SettingsStore::Access::Write);
+    QStringList list = sortingCntList(storedList(store));
+    const qsizetype before = list.size();
+    for (const auto& fileName : fileNames) {
+        if (const QString name = storedName(fileName); mayBeHelpSet(name) && !list.contains(name)) {
+            list.append(name);
+        }
+    }
+    return list.size() == before || storeList(store, list);
+}
+
 Outcome uninstallContents(const QString& fileName)
 {
     if (!mayBeHelpSet(fileName)) {

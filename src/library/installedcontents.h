@@ -20,6 +20,9 @@ struct Outcome {
 };
 
 Outcome installContents(const QString& fileName);
+/// The same for many names at once, of which those that cannot be installed are left out; false when the
+/// store could not be written.
+[[nodiscard]] bool installAll(const QStringList& fileNames);
 Outcome uninstallContents(const QString& fileName);
 /// Takes a name off the list, whether there is such a file or not.
 void forget(const QString& fileName);

@@ -78,14 +78,14 @@ void MachineCache::insert(const QString& name, const Place& place)
     m_isChanged = true;
 }
 
-void MachineCache::save() const
+void MachineCache::save(bool isComplete) const
 {
     if (!m_isChanged || m_file.isEmpty() || !QDir().mkpath(QFileInfo(m_file).path())) {
         return;
     }
     QJsonObject places;
     for (auto entry = m_entries.begin(); entry != m_entries.end(); ++entry) {
-        if (entry->isUsed) {
+        if (entry->isUsed || !isComplete) {
             const auto& place = entry->place;
             places.insert(entry.key(), QJsonArray{entry->time, place.helpSet, entry->helpSetTime, place.title,
                                                   place.folder, place.pages});

@@ -24,8 +24,8 @@ public:
     /// None when the place or its help set has changed since.
     [[nodiscard]] std::optional<Place> find(const QString& name);
     void insert(const QString& name, const Place& place);
-    /// Places that nobody asked for are forgotten.
-    void save() const;
+    /// Places that nobody asked for are forgotten, once all have been looked at.
+    void save(bool isComplete) const;
 
 private:
     struct Entry {

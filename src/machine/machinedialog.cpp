@@ -95,8 +95,8 @@ void MachineDialog::build()
 void MachineDialog::connectParts()
 {
     connect(m_filter, &QLineEdit::textChanged, this, &MachineDialog::filter);
-    connect(m_list, &QTreeWidget::itemChanged, this, &MachineDialog::update);
-    connect(m_list, &QTreeWidget::currentItemChanged, this, &MachineDialog::update);
+    connect(m_list, &QTreeWidget::itemChanged, this, &MachineDialog::showState);
+    connect(m_list, &QTreeWidget::currentItemChanged, this, &MachineDialog::showState);
     connect(m_list, &QTreeWidget::itemDoubleClicked, m_openButton, &QPushButton::click);
     connect(m_openButton, &QPushButton::clicked, this, &MachineDialog::openChosen);
     connect(m_installButton, &QPushButton::clicked, this, &MachineDialog::installChosen);
@@ -112,10 +112,10 @@ void MachineDialog::search()
     m_installButton->setEnabled(false);
     m_tasks.run([places = machinePlaces(userFolders())](
                     const std::stop_token& stop) { return findMachineSets(places, stop); },
-                [this](const std::vector<MachineSet>& sets) { show(sets); });
+                [this](const std::vector<MachineSet>& sets) { showSets(sets); });
 }
 
-void MachineDialog::show(const std::vector<MachineSet>& sets)
+void MachineDialog::showSets(const std::vector<MachineSet>& sets)
 {
     QList<QTreeWidgetItem*> items;
     for (const auto& set : sets) {
@@ -151,10 +151,10 @@ void MachineDialog::filter()
     if (m_list->currentItem() == nullptr || m_list->currentItem()->isHidden()) {
         m_list->setCurrentItem(firstShown);
     }
-    update();
+    showState();
 }
 
-void MachineDialog::update()
+void MachineDialog::showState()
 {
     int shown = 0;
     for (int i = 0; i < m_list->topLevelItemCount(); ++i) {
@@ -205,10 +205,11 @@ void MachineDialog::openChosen()
 
 void MachineDialog::installChosen()
 {
-    for (const auto& name : chosen()) {
-        InstalledContents::installContents(name);
+    if (InstalledContents::installAll(chosen())) {
+        openChosen();
+    } else {
+        m_state->setText(tr("The settings cannot be written, so nothing was installed."));
     }
-    openChosen();
 }
 
 /// Titles are needed most, then kinds.

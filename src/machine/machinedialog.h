@@ -30,9 +30,9 @@ protected:
 private:
     void build();
     void search();
-    void show(const std::vector<MachineSet>& sets);
+    void showSets(const std::vector<MachineSet>& sets);
     void filter();
-    void update();
+    void showState();
     void openChosen();
     void installChosen();
     void addFolder();

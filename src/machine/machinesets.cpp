@@ -42,7 +42,7 @@ public:
             addFiles(folder, QStringLiteral("*.devhelp2"));
             addFolders(folder);
         }
-        m_cache.save();
+        m_cache.save(!m_stop.stop_requested());
         auto sets = withoutFoldersOfBooks();
         std::sort(sets.begin(), sets.end(), [](const auto& a, const auto& b) {
             return QString::compare(a.title, b.title, Qt::CaseInsensitive) < 0;

@@ -39,7 +39,7 @@ QString DevhelpSource::folder(const QString& fileName)
 /// Reads the book's own element.
 bool DevhelpSource::openBook()
 {
-    const auto read = readRegularFile(m_fileName);
+    const auto read = readRegularFile(m_fileName, LargestBook + 1);
     if (!read.ok()) {
         m_problem = tr("The book cannot be read: %1").arg(describe(read.error()));
         return false;

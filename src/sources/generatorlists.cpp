@@ -42,9 +42,11 @@ qsizetype addString(QByteArray& json, QByteArrayView script, qsizetype at)
     for (++at; at < script.size() && script[at] != quote; ++at) {
         if (script[at] == '\\' && at + 1 < script.size()) {
             const char next = script[++at];
-            json += next == '\'' ? QByteArray("'") : QByteArray("\\") + next;
+            json += next == '\'' ? "" : "\\";
+            json += next;
         } else {
-            json += script[at] == '"' ? QByteArray("\\\"") : QByteArray(1, script[at]);
+            json += script[at] == '"' ? "\\" : "";
+            json += script[at];
         }
     }
     json += '"';
@@ -237,10 +239,10 @@ std::vector<FolderRow> doxygenRows(const FolderFiles& files, const QString& list
 
 void addDoxygenKeywords(const FolderFiles& files, const QString& list, std::vector<FolderKeyword>& keywords)
 {
-    QSet<QString> known;
+    QSet<std::pair<QString, QString>> known;
     DoxygenTree(files, list).visit([&](int level, const QString& title, const std::optional<QString>& page) {
-        if (level > 1 && page && !title.isEmpty() && !known.contains(title + u'\n' + *page)) {
-            known.insert(title + u'\n' + *page);
+        if (level > 1 && page && !title.isEmpty() && !known.contains({title, *page})) {
+            known.insert({title, *page});
             keywords.push_back({title, *page, -1});
         }
         return keywords.size() < MostKeywords;
@@ -255,8 +257,8 @@ void addDoxygenKeywords(const FolderFiles& files, const QString& list, std::vect
             const QString keyword = unescaped(found.at(0).toString());
             for (qsizetype i = 1; i < found.size() && keywords.size() < MostKeywords; ++i) {
                 const auto page = files.resolve(script, found.at(i).toArray().at(0).toString());
-                if (page && !known.contains(keyword + u'\n' + *page)) {
-                    known.insert(keyword + u'\n' + *page);
+                if (page && !known.contains({keyword, *page})) {
+                    known.insert({keyword, *page});
                     keywords.push_back({keyword, *page, -1});
                 }
             }

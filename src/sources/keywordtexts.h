@@ -14,8 +14,8 @@ public:
     bool add(QStringView keyword, QStringView page, int line = 0, int parent = -1)
     {
         IndexLine entry;
-        entry.keyword = keep(keyword.first(std::min(keyword.size(), LongestKeyword)));
-        entry.page = keep(page);
+        entry.keyword = keep(keyword.first(std::min(keyword.size(), LongestKeyword)), m_lastKeyword);
+        entry.page = keep(page, m_lastPage);
         entry.line = line;
         entry.parent = parent;
         return m_sink.add(entry);
@@ -25,8 +25,12 @@ private:
     static constexpr qsizetype LongestKeyword = 1 << 14;
     static constexpr qsizetype Block = 1 << 16; // characters
 
-    QStringView keep(QStringView text)
+    /// A keyword may have many pages, and a page many keywords.
+    QStringView keep(QStringView text, QStringView& last)
     {
+        if (text == last) {
+            return last;
+        }
         if (m_end + text.size() > m_block.size()) {
             // The sink's text is the same memory, so what is written into it later is there, too.
             m_block = QString(std::max(Block, text.size()), Qt::Uninitialized);
@@ -36,12 +40,14 @@ private:
         }
         std::copy(text.begin(), text.end(), m_memory + m_end);
         m_end += text.size();
-        return m_kept.sliced(m_end - text.size(), text.size());
+        return last = m_kept.sliced(m_end - text.size(), text.size());
     }
 
     KeywordSink& m_sink;
     QString m_block;
     QChar* m_memory = nullptr;
     QStringView m_kept;
+    QStringView m_lastKeyword;
+    QStringView m_lastPage;
     qsizetype m_end = 0;
 };

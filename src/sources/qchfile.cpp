@@ -20,6 +20,7 @@ namespace {
 
 constexpr int StepsPerCall = 1000;
 constexpr qint64 MaximumCalls = 200'000; // of thousand steps; some seconds
+constexpr qint64 MostText = 256'000'000; // bytes that the rows of a query give; few long names can be in many
 
 int addSteps(void* calls)
 {
@@ -32,42 +33,68 @@ QByteArray uriOf(const QString& path)
     return "file:" + QFile::encodeName(path).toPercentEncoding("/") + "?immutable=1";
 }
 
-/// The package of a directory whose pages are in this folder. They nearly always have the names of their
-/// folders.
-QString findPackage(const QString& directory, const QString& folder)
-{
-    constexpr qsizetype mostPackages = 500;
-    auto packages = QDir(directory).entryInfoList({QStringLiteral("*.qch")}, QDir::Files, QDir::Name);
-    packages.resize(std::min(packages.size(), mostPackages));
-    std::stable_partition(packages.begin(), packages.end(), [&](const QFileInfo& package) {
-        return package.completeBaseName().compare(folder, Qt::CaseInsensitive) == 0;
-    });
-    const auto found = std::find_if(packages.begin(), packages.end(), [&](const QFileInfo& package) {
-        return QchFile(package.filePath()).folder() == folder;
-    });
-    return found == packages.end() ? QString() : found->filePath();
-}
+/// The packages of a directory by the folders that their pages are in. Each is opened once, and only when
+/// none before it has the folder that is wanted.
+class PackagesOf {
+public:
+    using Clock = std::chrono::steady_clock;
 
-/// The same, looked up again after some seconds: a page has many links into another package.
+    explicit PackagesOf(const QString& directory)
+        : m_unopened(QDir(directory).entryInfoList({QStringLiteral("*.qch")}, QDir::Files, QDir::Name))
+    {
+        constexpr qsizetype mostPackages = 500;
+        m_unopened.resize(std::min(m_unopened.size(), mostPackages));
+    }
+
+    [[nodiscard]] bool isNew() const { return Clock::now() - m_time < std::chrono::seconds(5); }
+
+    /// Null when none has the folder.
+    QString find(const QString& folder)
+    {
+        // They nearly always have the names of their folders.
+        const auto named = std::find_if(m_unopened.begin(), m_unopened.end(),
+                                        [&](const QFileInfo& package) { return isCalled(package, folder); });
+        if (named != m_unopened.end()) {
+            open(m_unopened.takeAt(named - m_unopened.begin()));
+        }
+        while (!m_packages.contains(folder) && !m_unopened.isEmpty()) {
+            open(m_unopened.takeFirst());
+        }
+        return m_packages.value(folder);
+    }
+
+private:
+    static bool isCalled(const QFileInfo& package, const QString& folder)
+    {
+        return package.completeBaseName().compare(folder, Qt::CaseInsensitive) == 0;
+    }
+
+    void open(const QFileInfo& package)
+    {
+        const QString folder = QchFile(package.filePath()).folder();
+        if (!m_packages.contains(folder) || isCalled(package, folder)) {
+            m_packages.insert(folder, package.filePath());
+        }
+    }
+
+    Clock::time_point m_time = Clock::now();
+    QFileInfoList m_unopened;
+    QHash<QString, QString> m_packages; ///< by their folders
+};
+
+/// A page has many links into other packages, so what was found is used for some seconds.
 QString packageWith(const QString& directory, const QString& folder)
 {
-    using Clock = std::chrono::steady_clock;
-    constexpr auto lifetime = std::chrono::seconds(5);
-    struct Found {
-        QString package;
-        Clock::time_point time;
-    };
-    thread_local QHash<QString, Found> known;
-    const QString key = directory + u'\n' + folder;
-    const auto found = known.constFind(key);
-    if (found != known.cend() && Clock::now() - found->time < lifetime) {
-        return found->package;
+    constexpr qsizetype mostKnown = 50;
+    thread_local QHash<QString, PackagesOf> known;
+    auto found = known.find(directory);
+    if (found == known.end() || !found->isNew()) {
+        if (known.size() > mostKnown) {
+            known.clear();
+        }
+        found = known.insert(directory, PackagesOf(directory));
     }
-    constexpr qsizetype mostKnown = 1000;
-    if (known.size() > mostKnown) {
-        known.clear();
-    }
-    return known.insert(key, {findPackage(directory, folder), Clock::now()})->package;
+    return found->find(folder);
 }
 
 } // namespace
@@ -103,9 +130,7 @@ void QchFile::open()
         m_problem = tr("it is no Qt help file");
         return;
     }
-    for (const int option : {SQLITE_DBCONFIG_DEFENSIVE}) {
-        ::sqlite3_db_config(handle, option, 1, nullptr);
-    }
+    ::sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     for (const int option : {SQLITE_DBCONFIG_TRUSTED_SCHEMA, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION,
                              SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW,
                              SQLITE_DBCONFIG_ENABLE_FKEY, SQLITE_DBCONFIG_ENABLE_FTS3_TOKENIZER}) {
@@ -128,6 +153,7 @@ QchFile::Statement QchFile::prepare(const char* sql)
     sqlite3_stmt* statement = nullptr;
     m_steps = 0;
     m_rows = 0;
+    m_textGiven = 0;
     if (m_handle == nullptr ||
         ::sqlite3_prepare_v2(m_handle.get(), sql, -1, &statement, nullptr) != SQLITE_OK) {
         if (m_problem.isNull() && m_handle != nullptr) {
@@ -144,7 +170,7 @@ bool QchFile::step(const Statement& statement)
         return false;
     }
     const int result = ::sqlite3_step(statement.get());
-    if (result == SQLITE_ROW && ++m_rows <= MaximumRows) {
+    if (result == SQLITE_ROW && ++m_rows <= MaximumRows && m_textGiven <= MostText) {
         return true;
     }
     if (result == SQLITE_INTERRUPT || result == SQLITE_ROW) {
@@ -158,8 +184,9 @@ bool QchFile::step(const Statement& statement)
 QString QchFile::text(const Statement& statement, int column)
 {
     const auto* bytes = ::sqlite3_column_text(statement.get(), column);
-    return QString::fromUtf8(reinterpret_cast<const char*>(bytes),
-                             ::sqlite3_column_bytes(statement.get(), column));
+    const int size = ::sqlite3_column_bytes(statement.get(), column);
+    m_textGiven += size;
+    return QString::fromUtf8(reinterpret_cast<const char*>(bytes), size);
 }
 
 QString QchFile::firstText(const char* sql)
@@ -198,6 +225,7 @@ void QchFile::keywords(const std::function<bool(const Keyword&)>& use)
         const QString anchor = text(statement, 2);
         const QString page = pages.value(::sqlite3_column_int64(statement.get(), 1));
         const bool isWanted = !page.isNull();
+        m_textGiven += page.size();
         if (isWanted && !use({text(statement, 0), anchor.isEmpty() ? page : page + u'#' + anchor})) {
             return;
         }

@@ -67,7 +67,7 @@ private:
     [[nodiscard]] Statement prepare(const char* sql);
     /// False at the end; when that is an error or comes late, there is a problem afterwards.
     bool step(const Statement& statement);
-    [[nodiscard]] static QString text(const Statement& statement, int column);
+    [[nodiscard]] QString text(const Statement& statement, int column);
     [[nodiscard]] QString firstText(const char* sql);
     const QHash<QString, Entry>& files();
 
@@ -75,6 +75,7 @@ private:
     QString m_problem;
     qint64 m_steps = 0; ///< of the database's machine, in thousands
     int m_rows = 0;
+    qint64 m_textGiven = 0; ///< bytes, in these rows
     std::unique_ptr<sqlite3, Close> m_handle;
     std::optional<QHash<QString, Entry>> m_files; ///< by their names in the package
 };

@@ -45,6 +45,14 @@ QString keywordsOf(const HelpSet& set, const QString& folder)
     return lines.join(u'\n');
 }
 
+/// The file that a test's row has.
+QString writeRow(TemporaryFiles& files)
+{
+    QFETCH(const QString, name);
+    QFETCH(const QByteArray, bytes);
+    return files.write(name, bytes);
+}
+
 std::unique_ptr<HelpSet> load(const QString& name)
 {
     const QString file = placeOf(name).helpSet;
@@ -63,8 +71,10 @@ private Q_SLOTS:
     void devhelp();
     void qtHelp();
     void linksBetweenPackages();
+    void endlessPackage();
     void folder_data();
     void folder();
+    void endlessIndexPages();
     void titlesBehindTheTree();
     void place_data();
     void place();
@@ -92,10 +102,8 @@ void SourcesTest::devhelp_data()
 
 void SourcesTest::devhelp()
 {
-    QFETCH(const QString, name);
-    QFETCH(const QByteArray, bytes);
     TemporaryFiles files;
-    const QString file = files.write(name, bytes);
+    const QString file = writeRow(files);
     const auto set = load(file);
     QCOMPARE(rowsOf(*set, files.path({})), u"A & B=index.html\n.One=1.html\n..Deep=1.html#d\n"_s);
     QCOMPARE(keywordsOf(*set, files.path({})), u"f ()=1.html#f"_s);
@@ -129,6 +137,19 @@ void SourcesTest::qtHelp()
     QVERIFY(!pageFileState(packedPage));
     makeQch(file, "one");
     QVERIFY(before && pageFileState(packedPage));
+}
+
+/// Few bytes of a package can stand for many texts.
+void SourcesTest::endlessPackage()
+{
+    TemporaryFiles files;
+    const QString file = files.path(u"one.qch"_s);
+    makeQch(file, "one", {{QByteArray(1'000'000, 'p'), {}}}, {},
+            "WITH RECURSIVE n(i) AS (SELECT 10 UNION ALL SELECT i + 1 FROM n WHERE i < 400) INSERT INTO "
+            "IndexTable SELECT i, 'word' || i, '', 1, 1, '' FROM n;");
+    const auto set = load(file);
+    QVERIFY(set->indexItems().size() > 100 && set->indexItems().size() < 300);
+    QVERIFY(set->problems().back().message.contains(u"far too much"));
 }
 
 void SourcesTest::linksBetweenPackages()
@@ -295,6 +316,22 @@ void SourcesTest::folder()
     QVERIFY(set->problems().empty());
 }
 
+/// No text is looked at again for each of the elements that it stands in, nor for each of its characters.
+void SourcesTest::endlessIndexPages()
+{
+    constexpr qsizetype many = 200'000;
+    const QByteArray link = linkTo("index.html", "there");
+    TemporaryFiles files;
+    files.write(u"index.html"_s, titledPage("Book", link));
+    files.write(u"a-index.html"_s, titledPage("a", QByteArray("<section><li>").repeated(many) + link));
+    files.write(u"b-index.html"_s, titledPage("b", "<li>" + QByteArray(10 * many, ',') + link));
+    files.write(u"toc.html"_s,
+                titledPage("c", QByteArray("<div><h2>").repeated(many) + linkTo("a-index.html", "a") +
+                                    linkTo("b-index.html", "b")));
+    const auto set = load(files.path({}));
+    QCOMPARE(set->records().size(), 5U);
+}
+
 /// Pages are called by their files until they have been read.
 void SourcesTest::titlesBehindTheTree()
 {
@@ -395,10 +432,8 @@ void SourcesTest::damaged_data()
 /// Whatever is damaged says so, with the file's name.
 void SourcesTest::damaged()
 {
-    QFETCH(const QString, name);
-    QFETCH(const QByteArray, bytes);
     TemporaryFiles files;
-    const QString file = files.write(name, bytes);
+    const QString file = writeRow(files);
     const auto set = load(file);
     QVERIFY(!set->problems().empty());
     QCOMPARE(set->problems().front().file, file);

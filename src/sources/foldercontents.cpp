@@ -2,7 +2,6 @@
 #include "sources/foldercontents.h"
 
 #include "sources/generatorlists.h"
-#include "sources/htmlfoldersource.h"
 #include "sources/linkedrows.h"
 
 #include <QCoreApplication>
@@ -98,7 +97,7 @@ std::vector<FolderRow> FolderContents::listedRows()
     for (const auto& page :
          {startPage(m_files), QStringLiteral("contents.html"), QStringLiteral("toc.html")}) {
         auto rows = m_files.isPage(page) && !m_stop.stop_requested()
-                        ? linkedRows(m_files, page, ContentsScope::Page)
+                        ? linkedRows(m_files, page, m_files.bytes(page), ContentsScope::Page)
                         : std::vector<FolderRow>();
         if (rows.size() > best.size()) {
             best = std::move(rows);
@@ -152,7 +151,7 @@ std::vector<FolderRow> FolderContents::unknownRows(const QString& page)
     if (!isFirst && !mayHaveContents(bytes)) {
         return {};
     }
-    auto rows = linkedRows(m_files, page, isFirst ? ContentsScope::Page : ContentsScope::Lists);
+    auto rows = linkedRows(m_files, page, bytes, isFirst ? ContentsScope::Page : ContentsScope::Lists);
     std::erase_if(rows, [&](const auto& row) {
         const QString target = withoutAnchor(row.page);
         const bool isKnown =
@@ -201,7 +200,7 @@ void FolderContents::addCrates()
             const QString folder = folderOf(page);
             const QString crate = folder + QStringLiteral("index.html");
             add({0, folder.chopped(1), m_files.isPage(crate) ? crate : page});
-            for (const auto& row : linkedRows(m_files, page, ContentsScope::Page)) {
+            for (const auto& row : linkedRows(m_files, page, m_files.bytes(page), ContentsScope::Page)) {
                 add({row.level + 1, row.title, row.page});
             }
         }

@@ -33,3 +33,5 @@ private:
 
 /// How the page with which readers begin may be named, best first.
 [[nodiscard]] const QStringList& startPageNames();
+/// That page, relative to the folder; empty when there is no page at all.
+[[nodiscard]] QString startPage(const FolderFiles& files);

@@ -2,9 +2,8 @@
 #include "sources/folderfiles.h"
 
 #include "formats/regularfile.h"
-#include "markup/htmltree.h"
+#include "markup/htmlhead.h"
 #include "markup/pagedecoding.h"
-#include "markup/tags.h"
 #include "sources/pagefiles.h"
 
 #include <QDir>
@@ -46,12 +45,12 @@ struct Folder {
     ino_t inode = 0;
     QStringList files;
     QStringList folders;
-    bool isLimited = false; ///< there are more files than were wanted
+    bool isLimited = false; ///< there are more files or folders than were wanted
 };
 
 /// Many files are looked through, so the system is asked about those only of which it does not say at once
 /// what they are.
-Folder readFolder(const QString& path, int mostFiles)
+Folder readFolder(const QString& path, qsizetype mostFiles, qsizetype mostFolders)
 {
     Folder folder;
     const std::unique_ptr<DIR, int (*)(DIR*)> dir(::opendir(QFile::encodeName(path).constData()), ::closedir);
@@ -69,7 +68,10 @@ Folder readFolder(const QString& path, int mostFiles)
         }
         const QString name = QFile::decodeName(entry->d_name);
         if (entry->d_type == DT_DIR || (!isKnown && S_ISDIR(state.st_mode))) {
-            folder.folders.append(name);
+            folder.isLimited = folder.isLimited || folder.folders.size() >= mostFolders;
+            if (!folder.isLimited) {
+                folder.folders.append(name);
+            }
         } else if (entry->d_type == DT_REG || S_ISREG(state.st_mode)) {
             folder.isLimited = folder.isLimited || folder.files.size() >= mostFiles;
             if (!folder.isLimited) {
@@ -80,15 +82,6 @@ Folder readFolder(const QString& path, int mostFiles)
     folder.files.sort();
     folder.folders.sort();
     return folder;
-}
-
-QString textOf(const HtmlNode* element)
-{
-    std::string text;
-    for (const auto* node = element; node != nullptr; node = nextNode(node, element)) {
-        text += node->content;
-    }
-    return toQString(text).simplified();
 }
 
 } // namespace
@@ -110,7 +103,8 @@ void FolderFiles::walk(const std::stop_token& stop)
     int seen = 0;
     for (size_t i = 0; i < waiting.size() && !stop.stop_requested(); ++i) {
         const auto current = waiting[i];
-        auto folder = readFolder(m_root + current.name, MaximumFiles - seen);
+        auto folder =
+            readFolder(m_root + current.name, MaximumFiles - seen, MaximumFiles - qsizetype(waiting.size()));
         if (!visited.emplace(folder.device, folder.inode).second) {
             continue;
         }
@@ -170,17 +164,16 @@ QByteArray FolderFiles::bytes(const QString& name, qint64 most) const
     return read.ok() ? read.value() : QByteArray();
 }
 
-QString FolderFiles::text(const QString& page, qint64 most) const
-{
-    return decodePage(bytes(page, most));
-}
-
 QString FolderFiles::title(const QString& page) const
 {
+    const QString own = htmlTitle(m_root + page);
+    return own.isEmpty() ? page.sliced(page.lastIndexOf(u'/') + 1) : own;
+}
+
+QString htmlTitle(const QString& path)
+{
     constexpr qint64 headSize = 8192; // bytes
-    const QString text = beginning(this->text(page, headSize), QLatin1StringView("</title"));
-    const HtmlTree tree(text);
-    const auto* title = tree.first("title");
-    QString result = title == nullptr ? QString() : textOf(title);
-    return result.isEmpty() ? page.sliced(page.lastIndexOf(u'/') + 1) : result;
+    const auto read = readRegularFile(path, headSize);
+    const QString head = read.ok() ? decodePage(read.value()) : QString();
+    return readHtmlHead(HtmlTree(beginning(head, QLatin1StringView("</title")))).title;
 }

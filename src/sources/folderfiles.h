@@ -44,8 +44,7 @@ public:
 
     /// The page, with its anchor, that a link of a page leads to; none when that is no page of the folder.
     [[nodiscard]] std::optional<QString> resolve(const QString& page, QStringView link) const;
-    /// The text of a page, or of its beginning; empty when it cannot be read.
-    [[nodiscard]] QString text(const QString& page, qint64 most = LargestPage) const;
+    /// Empty when the file cannot be read.
     [[nodiscard]] QByteArray bytes(const QString& name, qint64 most = LargestPage) const;
     /// What a page calls itself, else its name.
     [[nodiscard]] QString title(const QString& page) const;
@@ -67,6 +66,9 @@ private:
 {
     return page.section(u'#', 0, 0);
 }
+
+/// What a page of HTML calls itself; empty when it does not, or cannot be read.
+[[nodiscard]] QString htmlTitle(const QString& path);
 
 /// With "/" at its end; empty for none.
 [[nodiscard]] inline QString folderOf(const QString& page)

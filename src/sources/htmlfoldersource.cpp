@@ -56,6 +56,13 @@ QString folderTitle(const QString& folder)
     return name == u"html" || name == u"doc" ? QFileInfo(info.path()).fileName() : name;
 }
 
+/// What the page calls itself with which readers begin, if it is called so.
+QString titleOf(const QString& folder, const QString& start)
+{
+    const QString own = startPageNames().contains(start) ? htmlTitle(getRightDir(folder) + start) : QString();
+    return own.isEmpty() ? folderTitle(folder) : own;
+}
+
 /// Where hardly anything has a keyword, pages are looked up by their titles.
 void addTitles(const std::vector<FolderRow>& rows, std::vector<FolderKeyword>& keywords)
 {
@@ -106,16 +113,11 @@ HtmlFolderSource::HtmlFolderSource(const QString& folder) : m_folder(absoluteFil
 
 QString HtmlFolderSource::title(const QString& folder)
 {
-    const QDir dir(folder);
-    for (const auto& name : startPageNames()) {
-        if (dir.exists(name)) {
-            std::stop_source none;
-            none.request_stop();
-            const QString title = FolderFiles(getRightDir(dir.absolutePath()), none.get_token()).title(name);
-            return title == name ? folderTitle(dir.absolutePath()) : title;
-        }
-    }
-    return folderTitle(dir.absolutePath());
+    const QDir dir(absoluteFilePath(folder));
+    const auto& names = startPageNames();
+    const auto start =
+        std::find_if(names.begin(), names.end(), [&](const auto& name) { return dir.exists(name); });
+    return titleOf(dir.path(), start == names.end() ? QString() : *start);
 }
 
 ContentsOutline HtmlFolderSource::readContents(const std::stop_token& stop)
@@ -125,8 +127,7 @@ ContentsOutline HtmlFolderSource::readContents(const std::stop_token& stop)
     const auto& files = *m_files;
     OutlineBuilder builder(m_folder, root);
     const QString start = startPage(files);
-    m_title = startPageNames().contains(start) ? files.title(start) : start;
-    m_title = m_title == start ? folderTitle(m_folder) : m_title;
+    m_title = titleOf(m_folder, start);
     builder.setTitle(m_title);
     if (start.isEmpty()) {
         builder.note(Problem::Severity::Error, tr("The folder has no HTML pages"));

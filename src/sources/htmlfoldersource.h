@@ -24,6 +24,3 @@ private:
     std::vector<FolderRow> m_rows; ///< those behind the first one
     std::optional<FolderFiles> m_files;
 };
-
-/// The page of a folder with which its readers begin, relative to it; empty when there is none.
-[[nodiscard]] QString startPage(const FolderFiles& files);

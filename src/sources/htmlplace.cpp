@@ -2,11 +2,13 @@
 #include "sources/htmlplace.h"
 
 #include "formats/paths.h"
-#include "sources/foldercontents.h"
+#include "markup/htmlhead.h"
+#include "markup/pagedecoding.h"
+#include "sources/folderfiles.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
-#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -25,16 +27,13 @@ bool isBeginning(const QDir& dir)
 QString passedOnTo(const QString& folder)
 {
     constexpr qint64 longest = 4096; // bytes of a page that does nothing else
-    static const QRegularExpression refresh(
-        QStringLiteral("<meta[^>]*http-equiv=[\"']?refresh[^>]*url=\\s*([^\"'>\\s]+)"),
-        QRegularExpression::CaseInsensitiveOption);
     for (const auto* name : {"/index.html", "/index.htm"}) {
         const QString page = folder + QLatin1StringView(name);
         const auto read = QFileInfo(page).size() < longest ? readRegularFile(page, longest)
                                                            : Result<QByteArray, FileError>(QByteArray());
-        const auto match = refresh.match(read.ok() ? QString::fromUtf8(read.value()) : QString());
-        QString target = QDir::cleanPath(folder + u'/' + match.captured(1).section(u'#', 0, 0));
-        if (match.hasMatch() && QFileInfo(target).isFile()) {
+        const QString link = read.ok() ? readHtmlHead(HtmlTree(decodePage(read.value()))).refresh : QString();
+        QString target = QDir::cleanPath(folder + u'/' + withoutAnchor(link));
+        if (!link.isEmpty() && QFileInfo(target).isFile()) {
             return target;
         }
     }
@@ -70,11 +69,11 @@ QString bookOf(const QString& folder)
 
 bool hasPages(const QString& folder)
 {
-    return !QDir(folder)
-                .entryList({QStringLiteral("*.html"), QStringLiteral("*.htm"), QStringLiteral("*.xhtml"),
-                            QStringLiteral("*.devhelp2")},
-                           QDir::Files)
-                .isEmpty();
+    return QDirIterator(folder,
+                        {QStringLiteral("*.html"), QStringLiteral("*.htm"), QStringLiteral("*.xhtml"),
+                         QStringLiteral("*.devhelp2")},
+                        QDir::Files)
+        .hasNext();
 }
 
 /// Where packages put their pages within the folder that they have.

@@ -2,6 +2,7 @@
 #include "sources/linkedrows.h"
 
 #include "markup/htmltree.h"
+#include "markup/pagedecoding.h"
 #include "markup/tags.h"
 
 #include <algorithm>
@@ -12,14 +13,25 @@ namespace {
 
 constexpr size_t MostLinks = 100'000; // of a page
 
+int headingRank(const HtmlNode& node)
+{
+    return node.name.size() == 2 && node.name[0] == 'h' && node.name[1] >= '1' && node.name[1] <= '6'
+               ? node.name[1] - '0'
+               : 0;
+}
+
+/// Of a link or a heading, without those in it: they can be nested without end.
 QString shownText(const HtmlNode& element)
 {
     std::string text;
     walk(
         element,
         [&](const HtmlNode& node) {
+            const bool isSameKind =
+                node.name == element.name || (headingRank(node) > 0 && headingRank(element) > 0);
             text += node.content;
-            return !isElement(node, "script") && !isElement(node, "style");
+            return (&node == &element || !isSameKind) && !isElement(node, "script") &&
+                   !isElement(node, "style");
         },
         [](const HtmlNode&) {});
     // A pilcrow is a link to the heading itself.
@@ -69,13 +81,6 @@ bool isListElement(const HtmlNode& node)
     return node.name == "ul" || node.name == "ol" || node.name == "dl";
 }
 
-int headingRank(const HtmlNode& node)
-{
-    return node.name.size() == 2 && node.name[0] == 'h' && node.name[1] >= '1' && node.name[1] <= '6'
-               ? node.name[1] - '0'
-               : 0;
-}
-
 /// Collects the rows of one page.
 class RowCollector {
 public:
@@ -110,8 +115,6 @@ public:
         }
         return std::exchange(m_rows, {});
     }
-
-    [[nodiscard]] size_t count() const { return m_rows.size(); }
 
 private:
     struct Heading {
@@ -188,6 +191,17 @@ std::vector<FolderRow> contentsLists(const FolderFiles& files, const QString& pa
     return collector.take();
 }
 
+bool isIndexEntry(const HtmlNode& node)
+{
+    return node.name == "dt" || node.name == "li" || node.name == "tr";
+}
+
+/// Whether what is in a node has nothing to do with the entry around it.
+bool isOfOtherEntry(const HtmlNode& node, const HtmlNode& entry)
+{
+    return &node != &entry && (isListElement(node) || isIndexEntry(node));
+}
+
 /// The text before the first link, without what ends it.
 QString leadingText(const HtmlNode& entry)
 {
@@ -196,19 +210,20 @@ QString leadingText(const HtmlNode& entry)
     walk(
         entry,
         [&](const HtmlNode& node) {
-            isOver = isOver || (node.name == "a" && hasAttribute(node, "href")) ||
-                     (&node != &entry && isListElement(node));
+            isOver =
+                isOver || (node.name == "a" && hasAttribute(node, "href")) || isOfOtherEntry(node, entry);
             if (!isOver) {
                 text += node.content;
             }
             return !isOver;
         },
         [](const HtmlNode&) {});
-    QString result = toQString(text).simplified();
-    while (!result.isEmpty() && QStringView(u",:;([-").contains(result.back())) {
-        result = result.chopped(1).trimmed();
+    const QString simplified = toQString(text).simplified();
+    QStringView result = simplified;
+    while (!result.isEmpty() && QStringView(u",:;([- ").contains(result.back())) {
+        result.chop(1);
     }
-    return result;
+    return result.toString();
 }
 
 class IndexCollector {
@@ -222,7 +237,7 @@ public:
     {
         for (const auto* node = &top; node != nullptr;) {
             const bool isSkipped = isFurniture(*node) || m_keywords.size() >= MostLinks * 10;
-            if (!isSkipped && (node->name == "dt" || node->name == "li" || node->name == "tr")) {
+            if (!isSkipped && isIndexEntry(*node)) {
                 addEntry(*node);
             }
             node = nextNode(node, &top, !isSkipped);
@@ -238,7 +253,7 @@ private:
         walk(
             entry,
             [&](const HtmlNode& node) {
-                if (&node != &entry && isListElement(node)) {
+                if (isOfOtherEntry(node, entry)) {
                     return false;
                 }
                 if (node.name == "a" && hasAttribute(node, "href")) {
@@ -271,9 +286,10 @@ private:
 
 } // namespace
 
-std::vector<FolderRow> linkedRows(const FolderFiles& files, const QString& page, ContentsScope scope)
+std::vector<FolderRow> linkedRows(const FolderFiles& files, const QString& page, const QByteArray& html,
+                                  ContentsScope scope)
 {
-    const HtmlTree tree(files.text(page));
+    const HtmlTree tree(decodePage(html));
     const auto* body = tree.first("body");
     if (body == nullptr) {
         return {};
@@ -300,7 +316,7 @@ std::vector<FolderRow> linkedRows(const FolderFiles& files, const QString& page,
 
 void addIndexPage(const FolderFiles& files, const QString& page, std::vector<FolderKeyword>& keywords)
 {
-    const HtmlTree tree(files.text(page));
+    const HtmlTree tree(decodePage(files.bytes(page)));
     if (const auto* body = tree.first("body")) {
         IndexCollector(files, page, keywords).collect(*body);
     }

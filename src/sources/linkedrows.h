@@ -10,9 +10,9 @@ enum class ContentsScope {
 };
 
 /// The rows that the lists of links of a page make: levels by how lists are nested in each other, with the
-/// headings above them as books. Each page has one row.
+/// headings above them as books. Each page has one row. `html` is all of the page.
 [[nodiscard]] std::vector<FolderRow> linkedRows(const FolderFiles& files, const QString& page,
-                                                ContentsScope scope);
+                                                const QByteArray& html, ContentsScope scope);
 
 /// The keywords of a page that is an index: of each entry of its lists what stands before the links, else the
 /// first link itself.

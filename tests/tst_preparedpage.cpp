@@ -372,6 +372,10 @@ void TestPreparedPage::hostileSheets_data()
     addRow("many floats", "div{float:left;width:10%}", wide);
     addRow("many columns", "body{columns:20}", wide);
     addRow("many texts", "div::before{content:'x' counter(c);counter-increment:c}", wide);
+    const QString last = u"<div>a</div><div>end</div>"_s;
+    addRow("many hidden parts", "b{color:red}", nested("<b hidden></b>", 60'000) + last);
+    addRow("many empty parts", "b{color:red}", nested("<b></b>", 60'000) + last);
+    addRow("many empty floats", "b{float:right}", nested("<b></b>", 60'000) + last);
     addRow("far from its row",
            "div{grid-column:20/span 20}body{display:grid;grid-template-columns:repeat(24,1fr)}", wide);
 }

@@ -7,14 +7,23 @@
 
 namespace {
 
-const HtmlNode* seenNeighbour(const HtmlNode& element, bool isNext)
+/// The nearest node beside one that is not passed over; null when that is far away.
+template <typename IsPassed>
+const HtmlNode* neighbour(const HtmlNode& element, bool isNext, IsPassed isPassed)
 {
+    constexpr int farthest = 64; // nodes
     const auto step = [isNext](const HtmlNode& from) { return isNext ? from.next : from.previous; };
+    int passed = 0;
     const HtmlNode* node = step(element);
-    while (node != nullptr && isAbsent(*node)) {
-        node = step(*node);
+    while (node != nullptr && isPassed(*node)) {
+        node = ++passed < farthest ? step(*node) : nullptr;
     }
     return node;
+}
+
+const HtmlNode* seenNeighbour(const HtmlNode& element, bool isNext)
+{
+    return neighbour(element, isNext, isAbsent);
 }
 
 bool isCleared(const HtmlNode& node)
@@ -104,10 +113,8 @@ bool isFloatingAside(const HtmlNode& element)
 {
     const auto& style = *notesOf(element).style;
     const auto* outer = element.parent == nullptr ? nullptr : notesOf(*element.parent).style;
-    const auto* next = seenNeighbour(element, true);
-    while (next != nullptr && isVoid(*next)) {
-        next = seenNeighbour(*next, true);
-    }
+    const auto* next =
+        neighbour(element, true, [](const HtmlNode& node) { return isAbsent(node) || isVoid(node); });
     return style.floating == Floating::Right && style.isInline() && outer != nullptr && !outer->isInline() &&
            notesOf(*element.parent).isContainer() && next != nullptr && isElement(*next) &&
            !notesOf(*next).style->isInline() && isFloatingBox(element);

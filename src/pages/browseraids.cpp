@@ -29,8 +29,10 @@ const HtmlNode* nextElement(const HtmlNode& element)
 /// The text in an element, as far as it is short.
 std::string shortText(const HtmlNode& element, size_t longest)
 {
+    constexpr int most = 64; // nodes
     std::string text;
-    for (const auto* node = &element; node != nullptr && text.size() <= longest;
+    int looked = 0;
+    for (const auto* node = &element; node != nullptr && text.size() <= longest && ++looked <= most;
          node = nextNode(node, &element)) {
         text += isText(*node) ? node->content : std::string_view();
     }
@@ -68,13 +70,17 @@ bool isPermalink(const HtmlNode& link, const ElementNotes& notes)
            (sign.size() == 1 && usual.contains(sign));
 }
 
-/// Whether the texts in an element are nothing but numbers, each one more than that before it.
+/// Whether the texts in an element are nothing but numbers, each one more than that before it. What holds
+/// others of its kind is no column.
 bool countsUp(const HtmlNode& element)
 {
     constexpr int least = 3;
     int count = 0;
     int last = 0;
     for (const auto* node = &element; node != nullptr; node = nextNode(node, &element)) {
+        if (node != &element && isElement(*node, element.tag)) {
+            return false;
+        }
         const auto text = isText(*node) ? node->content : std::string_view();
         for (size_t at = nextNonBlank(text, 0); at < text.size(); at = nextNonBlank(text, at)) {
             int number = 0;

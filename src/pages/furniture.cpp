@@ -48,9 +48,11 @@ bool hasClassWith(const HtmlNode& element, std::string_view part)
 /// Whether a field before the element shows it when it is ticked.
 bool isOpenedByField(const HtmlNode& element)
 {
+    constexpr int farthest = 200; // nodes
+    int passed = 0;
     const auto* before = element.previous;
     while (before != nullptr && !isElement(*before, Tag::Input)) {
-        before = before->previous;
+        before = ++passed < farthest ? before->previous : nullptr;
     }
     const auto type = before == nullptr ? std::string_view() : attribute(*before, "type");
     return equalsLower(type, "checkbox") || equalsLower(type, "radio");
